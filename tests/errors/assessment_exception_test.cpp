@@ -1,0 +1,105 @@
+#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception_visitor.hpp>
+#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <typeinfo>
+
+namespace vorm::assessments {
+namespace {
+
+using TypeException = AssessmentTypeException;
+
+template <class T>
+TypeException::TypeTag tag() {
+    return TypeException::typeTAG<T>();
+}
+
+struct ClassName : AssessmentExceptionVisitor {
+    std::string name;
+    void visit(const AssessmentException&) override { name = "plain"; }
+    void visit(const AssessmentInternalException&) override { name = "internal"; }
+    void visit(const AssessmentTypeException&) override { name = "type"; }
+    void visit(const AssessmentBinaryTypeException&) override { name = "binary"; }
+    void visit(const AssessmentEvaluationException&) override { name = "evaluation"; }
+};
+
+TEST(AssessmentException, CarriesIdentifierTextAndSharedCause) {
+    const auto cause = std::make_shared<AssessmentInternalException>("first fault");
+    const AssessmentException failure(quillet::assessments::TimeValueMustIncrease(), cause);
+    EXPECT_EQ(failure.GetID(), "quillet:assessments:TimeValueMustIncrease");
+    EXPECT_EQ(failure.getCause(), cause);
+    EXPECT_FALSE(failure.GetUnicodeMessageTxt().empty());
+    EXPECT_EQ(cause->getCause(), nullptr);
+    EXPECT_NE(std::string(cause->what()).find("first fault"), std::string::npos);
+}
+
+TEST(AssessmentException, CloneRethrowAndAcceptKeepTheDynamicClassAndTheCause) {
+    const auto cause = std::make_shared<AssessmentInternalException>("cause");
+    const AssessmentException plain(quillet::assessments::TimeValueMustIncrease(), cause);
+    const AssessmentInternalException internal("text", cause);
+    const AssessmentTypeException type(tag<float>(), cause);
+    const AssessmentBinaryTypeException binary(tag<float>(), tag<bool>(), cause);
+    const struct {
+        const AssessmentException* failure;
+        std::string name;
+    } rows[] = {{&plain, "plain"}, {&internal, "internal"}, {&type, "type"}, {&binary, "binary"}};
+    for (const auto& row : rows) {
+        ClassName visited;
+        const std::unique_ptr<AssessmentException> copy(row.failure->clone());
+        copy->accept(visited);
+        EXPECT_EQ(visited.name, row.name);
+        EXPECT_EQ(copy->getCause(), cause);
+        EXPECT_STREQ(copy->what(), row.failure->what());
+        try {
+            row.failure->rethrow();
+        } catch (const AssessmentException& thrown) {
+            EXPECT_EQ(typeid(thrown), typeid(*row.failure));
+            EXPECT_EQ(thrown.getCause(), cause);
+        }
+    }
+}
+
+TEST(AssessmentTypeException, NamesEveryType) {
+    const struct {
+        TypeException::TypeTag type;
+        std::string name;
+    } rows[] = {{tag<double>(), "double"},
+                {tag<float>(), "single"},
+                {tag<signed char>(), "int8"},
+                {tag<unsigned char>(), "uint8"},
+                {tag<short>(), "int16"},
+                {tag<unsigned short>(), "uint16"},
+                {tag<int>(), "int32"},
+                {tag<unsigned int>(), "uint32"},
+                {tag<long>(), "int64"},
+                {tag<unsigned long>(), "uint64"},
+                {tag<bool>(), "logical"},
+                {tag<HalfFloat>(), "half"},
+                {tag<ValueType<FixedPoint>>(), platform::FixedPointClassName()},
+                {tag<ValueType<resultEnum_t>>(), "resultType_t"},
+                {std::string("Gear"), "Gear"}};
+    int index = 0;
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.type.which(), index++);
+        const AssessmentTypeException failure(row.type);
+        EXPECT_EQ(failure.getRHSTypeName(), row.name);
+        EXPECT_EQ(failure.GetID(), "quillet:assessments:UnaryTypeError");
+        EXPECT_NE(std::string(failure.what()).find("'" + row.name + "'"), std::string::npos);
+    }
+}
+
+TEST(AssessmentBinaryTypeException, NamesTheLeftTypeFirst) {
+    const AssessmentBinaryTypeException failure(tag<std::int8_t>(), tag<double>());
+    EXPECT_EQ(failure.GetID(), "quillet:assessments:BinaryTypeError");
+    EXPECT_EQ(failure.getLHSTypeName(), "int8");
+    EXPECT_EQ(failure.getRHSTypeName(), "double");
+    const std::string text = failure.what();
+    EXPECT_LT(text.find("int8"), text.find("double"));
+}
+
+}  // namespace
+}  // namespace vorm::assessments

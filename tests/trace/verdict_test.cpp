@@ -1,0 +1,140 @@
+#include "support/signals.hpp"
+
+#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace vorm::test {
+namespace {
+
+constexpr int pass = 0;
+constexpr int fail = 1;
+constexpr int none = 254;
+
+struct Row {
+    double time;
+    int verdict;
+    bool operator==(const Row&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Row& row) {
+    return out << row.time << ':' << row.verdict;
+}
+
+std::vector<Row> rows(const TimedTrace_T<Verdict>& verdicts) {
+    std::vector<Row> result;
+    for (const auto& point : verdicts.points) {
+        result.push_back({point.time, static_cast<int>(point.value.get())});
+    }
+    return result;
+}
+
+TEST(ConvertToResult, MarksTheLimitsOfTheRangeAndOfTheData) {
+    const auto flags = trace<bool>("0:1 2:0 5:1", 8);
+    const double after8 = std::nextafter(8, infinity);
+    const struct {
+        double start;
+        double end;
+        std::vector<Row> expected;
+        double known;
+    } cases[] = {
+        {0, 10, {{0, pass}, {2, fail}, {5, pass}, {after8, none}, {10, none}}, 8},
+        {-1, 4, {{-1, none}, {0, pass}, {2, fail}, {4, fail}}, 4},
+        {0, 8, {{0, pass}, {2, fail}, {5, pass}, {8, pass}}, 8},
+        {5, 5, {{5, pass}}, 5},
+        {0, after8, {{0, pass}, {2, fail}, {5, pass}, {after8, none}}, 8},
+        {9, 12, {{9, none}, {12, none}}, -infinity},
+        {-7, -3, {{-7, none}, {-3, none}}, -infinity},
+        {9, 9, {{9, none}}, -infinity},
+    };
+    for (const auto& row : cases) {
+        const auto verdicts = flags.convertToResult(row.start, row.end);
+        EXPECT_EQ(rows(verdicts), row.expected) << row.start << " to " << row.end;
+        EXPECT_EQ(verdicts.lastKnownTime, row.known);
+    }
+    EXPECT_EQ(rows(trace<bool>("").convertToResult(1, 2)),
+              (std::vector<Row>{{1, none}, {2, none}}));
+}
+
+TEST(ConvertToResult, StepsOnBeyondTwoToThe53) {
+    const double big = 0x1p60;
+    auto flags = trace<bool>("0:1", big);
+    const auto verdicts = flags.convertToResult(0, infinity);
+    EXPECT_EQ(
+        rows(verdicts),
+        (std::vector<Row>{{0, pass}, {std::nextafter(big, infinity), none}, {infinity, none}}));
+}
+
+TEST(ConvertToResult, OfAWholeTraceAddsNothing) {
+    const auto verdicts = trace<bool>("0:1 2:0 5:1", 8).convertToResult();
+    EXPECT_EQ(rows(verdicts), (std::vector<Row>{{0, pass}, {2, fail}, {5, pass}}));
+    EXPECT_EQ(verdicts.lastKnownTime, 8);
+}
+
+TEST(ConvertToResult, RefusesAllButBool) {
+    try {
+        trace<float>("0:1").convertToResult(0, 1);
+        FAIL();
+    } catch (const AssessmentTypeException& failure) {
+        EXPECT_EQ(failure.getRHSTypeName(),
+                  AssessmentTypeException::getTypeName(AssessmentTypeException::typeTAG<float>()));
+    }
+    EXPECT_THROW(trace<std::uint8_t>("0:1").convertToResult(), AssessmentTypeException);
+}
+
+RC_GTEST_PROP(ConvertToResult, AgreesWithTheTraceAtEveryTimeOfTheRange, ()) {
+    const Signal signal = anySignal(held, anyTimeBase(), 0, 1);
+    const double start = signal.start() + *rc::gen::inRange(-8, 30) * 0.5;
+    const double end = start + *rc::gen::inRange(0, 30) * 0.5;
+    const auto verdicts = signal.toTrace<bool>().convertToResult(start, end);
+    RC_LOG() << signal << testing::PrintToString(verdicts) << '\n';
+    RC_ASSERT(strictlyIncreasing(verdicts));
+    RC_ASSERT(verdicts.points.front().time == start);
+    for (double time : withMiddles(signal.times, start, end)) {
+        const auto inForce = verdicts.TimedPointIteratorForValueAt(time, true);
+        const bool known = time >= signal.start() && time <= signal.known;
+        const int expected = !known ? none : signal.at(time) == 1 ? pass : fail;
+        RC_ASSERT(static_cast<int>(inForce->value.get()) == expected);
+    }
+}
+
+TEST(TypeGuards, NameTheTypeOrTheEnumeration) {
+    auto gear = trace<std::int8_t>("0:1");
+    const auto number = gear;
+    EXPECT_EQ(gear.errorType().which(), 2);
+    EXPECT_NO_THROW(gear.throwExceptionIfEnum());
+    gear.enumTypeName = "Gear";
+    EXPECT_EQ(gear.errorType().which(), 14);
+    EXPECT_THROW(gear.throwExceptionIfEnum(), AssessmentTypeException);
+
+    auto mode = gear;
+    mode.enumTypeName = "Mode";
+    EXPECT_NO_THROW(number.throwExceptionIfEnum(number, false));
+    EXPECT_NO_THROW(gear.throwExceptionIfEnum(gear, true));
+    const struct {
+        const TimedTrace_T<std::int8_t>& left;
+        const TimedTrace_T<std::int8_t>& right;
+        bool allowSame;
+        std::string names;
+    } refused[] = {{gear, gear, false, "Gear Gear"},
+                   {number, gear, false, "int8 Gear"},
+                   {number, gear, true, "int8 Gear"},
+                   {gear, number, true, "Gear int8"},
+                   {gear, mode, true, "Gear Mode"}};
+    for (const auto& row : refused) {
+        try {
+            row.left.throwExceptionIfEnum(row.right, row.allowSame);
+            ADD_FAILURE() << row.names;
+        } catch (const AssessmentBinaryTypeException& failure) {
+            EXPECT_EQ(failure.getLHSTypeName() + " " + failure.getRHSTypeName(), row.names);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vorm::test

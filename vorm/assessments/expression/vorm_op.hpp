@@ -1,0 +1,35 @@
+#pragma once
+
+#include <vorm/assessments/export.hpp>
+
+namespace vorm::assessments {
+
+/// What an operator node of a formula does. The numbers are hashed and never change.
+enum class VORM_ASSESSMENTS_EXPORT VORM_OP : int {
+    None = 0,  ///< reserved; no node has it
+    Cast = 1,  ///< reserved for cast_op, which no factory operation builds
+    Plus = 2,
+    Minus = 3,
+    UnaryMinus = 4,
+    Multiply = 5,
+    Abs = 6,
+    Slope = 7,
+    Reserved8 = 8,  ///< reserved; no node has it
+    Reserved9 = 9,  ///< reserved; no node has it
+    Eq = 10,
+    Neq = 11,
+    Lt = 12,
+    Leq = 13,
+    Gt = 14,
+    Geq = 15,
+    And = 16,
+    Or = 17,
+    Not = 18,
+    Eventually = 19,
+    Globally = 20,
+    Until = 21,
+    Shift = 22,
+    EpsilonShift = 23,
+};
+
+}  // namespace vorm::assessments

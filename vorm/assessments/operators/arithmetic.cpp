@@ -1,0 +1,126 @@
+// Sum, difference, product with a constant, absolute value and negation. All combine by Function:
+// the engine compiled for one function more would be another copy of it for every value type.
+
+#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/trace/timed_trace.hpp>
+
+#include <type_traits>
+
+namespace vorm::assessments {
+namespace {
+
+template <class T>
+constexpr bool isBool = std::is_same_v<T, bool>;
+
+template <class T>
+void requireArithmetic(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
+    if constexpr (isBool<T>) {
+        constexpr AssessmentTypeException::typeTAG<bool> tag;
+        throw AssessmentBinaryTypeException(tag, tag);
+    }
+    a.throwExceptionIfEnum(b, false);
+}
+
+// One sample that is cut from a line still has a slope, and is no constant.
+template <class T>
+bool isConstant(const TimedTrace_T<T>& trace) {
+    return trace.points.size() == 1 && trace.points.front().derivative == 0;
+}
+
+// A fixed-point value can saturate, and the line to it then has another slope than was meant.
+void alignSlopes(TimedTrace_T<ValueType<FixedPoint>>& trace) {
+    for (std::size_t i = 0; i + 1 < trace.points.size(); ++i) {
+        if (trace.interpolation == INTERPOLATION_METHOD::LINEAR) {
+            trace.points[i].setDerivative(trace.points[i + 1]);
+        }
+    }
+}
+
+}  // namespace
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Add(const TimedTrace_T& other) const {
+    requireArithmetic(*this, other);
+    return Function(other, detail::sum<T>);
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other) const {
+    return Substract(other, std::bool_constant<std::is_unsigned_v<T>>());
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::false_type) const {
+    requireArithmetic(*this, other);
+    return Function(other, detail::difference<T>);
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::true_type) const {
+    requireArithmetic(*this, other);
+    return Function(other, detail::differenceFromZeroUp<T>);
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T& other) const {
+    requireArithmetic(*this, other);
+    if (!isConstant(*this) && !isConstant(other)) {
+        throw AssessmentInternalException("Only multiplication by constant is supported.");
+    }
+    return Function(other, detail::product<T>);
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
+    if constexpr (std::is_same_v<T, Verdict>) {
+        throw AssessmentTypeException(errorType());
+    } else if constexpr (isBool<T>) {
+        throwExceptionIfEnum();
+        return *this;
+    } else {
+        throwExceptionIfEnum();
+        // Against zero, so that a linear trace bends where it crosses zero.
+        const TimedTrace_T zero(ZERO<T>());
+        return Function(zero, [](const T& a, const T&) { return detail::absolute(a); });
+    }
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::UMinus() const {
+    throwExceptionIfEnum();
+    if constexpr (std::is_unsigned_v<T>) {
+        UMinus(std::true_type());
+    } else {
+        TimedTrace_T negated(*this);
+        for (Point& point : negated.points) {
+            point.value = detail::negative(point.value);
+            point.derivative = -point.derivative;
+        }
+        if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
+            alignSlopes(negated);
+        }
+        return negated;
+    }
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::UMinus(std::true_type) const {
+    throw AssessmentTypeException(errorType());
+}
+
+#define VORM_VALUE_TYPE(T)                                                                       \
+    template TimedTrace_T<T> TimedTrace_T<T>::Add(const TimedTrace_T<T>&) const;                 \
+    template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&) const;           \
+    template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&, std::false_type) \
+        const;                                                                                   \
+    template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&, std::true_type)  \
+        const;                                                                                   \
+    template TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T<T>&) const;               \
+    template TimedTrace_T<T> TimedTrace_T<T>::Abs() const;                                       \
+    template TimedTrace_T<T> TimedTrace_T<T>::UMinus() const;                                    \
+    template TimedTrace_T<T> TimedTrace_T<T>::UMinus(std::true_type) const;
+#include <vorm/assessments/value_types.def>
+
+}  // namespace vorm::assessments
