@@ -88,10 +88,13 @@ private:
     }
 
     void rise() {
-        if (!window_.empty()) {
-            bend(riseBegins(), bestValue());
-        }
         const double time = enterTime();
+        if (!window_.empty()) {
+            // A rise too steep for the times there are still begins before it ends.
+            const bool isStep =
+                riseBegins() == time && !keepFirst_(bestValue(), window_.entering().value);
+            bend(isStep ? previousTime(time) : riseBegins(), bestValue());
+        }
         window_.enter();
         reach(time, bestValue());
     }
@@ -144,27 +147,53 @@ private:
         if (keepFirst_(leftEnd, rest)) {
             return false;
         }
-        const bool rightIsBetter = !keepFirst_(leftEnd, rightEnd);
-        const bool sampleIsBetter = !window_.empty() && !keepFirst_(leftEnd, bestValue());
-        double rightMeets = infinity;
-        double sampleMeets = infinity;
-        if (rightIsBetter) {
-            TimedPoint<T> right = window_.entered();
-            right.time -= width_;
-            rightMeets = isNan(rightEnd) ? from : within(from, meetingTime(line, right), to);
-        }
-        if (sampleIsBetter) {
-            const double drop = toDouble(bestValue()) - toDouble(line.value);
-            sampleMeets = within(from, line.time + drop / line.derivative, to);
-        }
-        if (sampleMeets < to && sampleMeets <= rightMeets) {
+        const Meeting right = meetsRightEnd(line, leftEnd, rightEnd, rest, from, to);
+        const double sampleMeets = meetsBest(line, leftEnd, from, to);
+        if (sampleMeets < to && sampleMeets <= right.time) {
             bend(sampleMeets, bestValue());
-        } else if (rightMeets < to) {
-            bend(rightMeets, line.valueAt(rightMeets));
+        } else if (right.time < to) {
+            bend(right.time, right.value);
         } else {
+            if (right.isStep) {
+                // The right end steps past the left one at once; up to then that one counts.
+                bend(previousTime(to), line.valueAt(previousTime(to)));
+            }
             bend(to, rest);
         }
         return true;
+    }
+
+    // Where the falling left end meets the right one.
+    struct Meeting {
+        double time = infinity;  // infinity where they do not
+        T value;
+        bool isStep = false;  // whether the right end passes the left one within one step of time
+    };
+
+    Meeting meetsRightEnd(const TimedPoint<T>& line, const T& leftEnd, const T& rightEnd,
+                          const T& rest, double from, double to) const {
+        if (keepFirst_(leftEnd, rightEnd)) {
+            return {infinity, rest};
+        }
+        TimedPoint<T> right = window_.entered();
+        right.time -= width_;
+        const bool leftIsSteeper = std::fabs(line.derivative) > std::fabs(right.derivative);
+        double time = isNan(rightEnd) ? from : within(from, meetingTime(line, right), to);
+        if (leftIsSteeper && time == from && from == output_.lastTime()) {
+            time = nextTime(from);
+        }
+        // The value on the flatter of the two, since the time is rounded.
+        return {time, (leftIsSteeper ? right : line).valueAt(time), !leftIsSteeper && time == to};
+    }
+
+    // When the falling left end meets the best sample; infinity where it does not.
+    double meetsBest(const TimedPoint<T>& line, const T& leftEnd, double from, double to) const {
+        if (window_.empty() || keepFirst_(leftEnd, bestValue())) {
+            return infinity;
+        }
+        const double drop = toDouble(bestValue()) - toDouble(line.value);
+        const double time = within(from, line.time + drop / line.derivative, to);
+        return drop != 0 && time == from ? nextTime(from) : time;
     }
 
     T rightEndAt(double time) const {
