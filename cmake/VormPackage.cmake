@@ -1,5 +1,5 @@
-# The package VormAssessments: the same target vorm::assessments from an installed prefix and from
-# the build tree.
+# The package VormAssessments: the same targets vorm::assessments and vorm::evaluation from an
+# installed prefix and from the build tree.
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
@@ -15,7 +15,11 @@ configure_package_config_file(
     INSTALL_DESTINATION ${VORM_PACKAGE_DIR}
     NO_SET_AND_CHECK_MACRO)
 
-install(TARGETS vorm_assessments EXPORT VormAssessmentsTargets FILE_SET HEADERS)
+set(VORM_PACKAGE_TARGETS vorm_assessments)
+if(VORM_BUILD_EVALUATION)
+    list(APPEND VORM_PACKAGE_TARGETS vorm_evaluation)
+endif()
+install(TARGETS ${VORM_PACKAGE_TARGETS} EXPORT VormAssessmentsTargets FILE_SET HEADERS)
 install(EXPORT VormAssessmentsTargets NAMESPACE vorm:: DESTINATION ${VORM_PACKAGE_DIR})
 install(FILES ${PROJECT_BINARY_DIR}/VormAssessmentsConfig.cmake
               ${PROJECT_BINARY_DIR}/VormAssessmentsConfigVersion.cmake

@@ -1,0 +1,193 @@
+#include "command_line.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+#include <thread>
+
+namespace assess {
+namespace {
+
+constexpr const char* recordingsHelp =
+    "Recordings: CSV files or JSON lines, folders whose files are one recording, or - for standard "
+    "input";
+
+class CommandLine {
+public:
+    CommandLine() {
+        app_.require_subcommand(1);
+        app_.fallthrough();
+        app_.set_version_flag("--version", "assess " VORM_VERSION);
+        app_.get_formatter()->column_width(32);
+        options_.jobs = std::max(1U, std::thread::hardware_concurrency());
+        app_.add_option("-j,--jobs", options_.jobs, "Threads to use; all cores without it")
+            ->check(CLI::Range(1, 1024).description(""))
+            ->type_name("N");
+        app_.add_flag("-q,--quiet", options_.quiet, "No progress and no notes, only results");
+        addChoice(app_, "--color", options_.colour,
+                  {{"auto", ColourChoice::Auto},
+                   {"always", ColourChoice::Always},
+                   {"never", ColourChoice::Never}},
+                  "Colours: auto (on terminals, unless NO_COLOR is set), always or never");
+        app_.footer(
+            "Exit codes: 0 nothing failed, 1 an assessment failed, 2 wrong usage, 3 input "
+            "that cannot\nbe used.\n\nExample:\n  assess run limits.toml drive.csv");
+        addRun();
+        addCheck();
+        addSignals();
+        addShow();
+    }
+
+    std::variant<Options, ExitCode> parse(int argc, const char* const* argv) {
+        try {
+            app_.parse(argc, argv);
+            requireOneStandardInput();
+        } catch (const CLI::ParseError& error) {
+            const int code = app_.exit(error, std::cout, std::cerr);
+            return code == 0 ? ExitCode::NothingFailed : ExitCode::WrongUsage;
+        }
+        return options_;
+    }
+
+private:
+    template <class Choice>
+    static void addChoice(CLI::App& app, const std::string& name, Choice& value,
+                          std::map<std::string, Choice> choices, const std::string& help) {
+        std::string names;
+        for (const auto& [text, choice] : choices) {
+            names += (names.empty() ? "" : "|") + text;
+        }
+        app.add_option_function<std::string>(
+               name, [&value, choices](const std::string& text) { value = choices.at(text); }, help)
+            ->check(CLI::IsMember(keysOf(choices)).description(""))
+            ->type_name(names);
+    }
+
+    template <class Choice>
+    static std::vector<std::string> keysOf(const std::map<std::string, Choice>& choices) {
+        std::vector<std::string> keys;
+        for (const auto& [text, choice] : choices) {
+            keys.push_back(text);
+        }
+        return keys;
+    }
+
+    CLI::App& addCommand(const char* name, const char* help, Command command, const char* example) {
+        CLI::App& sub = *app_.add_subcommand(name, help);
+        sub.footer(std::string("Examples:\n") + example);
+        sub.get_formatter()->column_width(32);
+        sub.callback([this, command] { options_.command = command; });
+        return sub;
+    }
+
+    void addAssessments(CLI::App& sub) {
+        sub.add_option("ASSESSMENTS", options_.assessments,
+                       "The assessment file, in TOML; - for standard input")
+            ->required()
+            ->type_name("FILE");
+    }
+
+    void addRecordings(CLI::App& sub) {
+        sub.add_option("RECORDING", options_.recordings, recordingsHelp)
+            ->required()
+            ->type_name("PATH");
+        addTogether(sub);
+    }
+
+    void addTogether(CLI::App& sub) {
+        sub.add_flag("--together", options_.together, "All the files given are one recording");
+    }
+
+    void addOutput(CLI::App& sub, const std::map<std::string, Format>& formats) {
+        addChoice(sub, "-f,--format", options_.format, formats, "The form of the results");
+        sub.add_option("-o,--output", options_.output,
+                       "Write the results to this file, whole or not at all")
+            ->type_name("FILE");
+    }
+
+    void addRun() {
+        CLI::App& sub =
+            addCommand("run", "Assess recordings", Command::Run,
+                       "  assess run limits.toml drive1.csv drive2.csv\n"
+                       "  assess run limits.toml flight_folder --format json -o out.json\n"
+                       "  zcat drive.csv.gz | assess run limits.toml -");
+        addAssessments(sub);
+        addRecordings(sub);
+        addOutput(sub,
+                  {{"table", Format::Table}, {"json", Format::Json}, {"junit", Format::Junit}});
+        sub.add_option("--only", options_.only, "Only the assessment of that name; repeatable")
+            ->type_name("NAME")
+            ->expected(1)
+            ->take_all();
+        sub.add_flag("--robustness", options_.robustness,
+                     "Also by how much each assessment holds or fails");
+        sub.add_option("--intervals", options_.intervals,
+                       "Failing intervals that the table shows of each assessment; 10 without it")
+            ->type_name("N");
+    }
+
+    void addCheck() {
+        CLI::App& sub =
+            addCommand("check", "Check an assessment file without evaluating it", Command::Check,
+                       "  assess check limits.toml\n"
+                       "  assess check limits.toml --against drive.csv");
+        addAssessments(sub);
+        sub.add_option("--against", options_.recordings,
+                       "A recording whose header and first rows give the signals and their types")
+            ->type_name("PATH...");
+        addTogether(sub);
+    }
+
+    void addSignals() {
+        CLI::App& sub = addCommand("signals", "Show what recordings hold", Command::Signals,
+                                   "  assess signals drive.csv\n"
+                                   "  assess signals flight_folder --layout limits.toml");
+        addRecordings(sub);
+        sub.add_option("--layout", options_.assessments,
+                       "An assessment file that tells how to read the recordings")
+            ->type_name("FILE");
+        addOutput(sub, {{"table", Format::Table}, {"json", Format::Json}});
+    }
+
+    void addShow() {
+        CLI::App& sub = addCommand("show", "Show why an assessment fails", Command::Show,
+                                   "  assess show limits.toml 'braking is quick' drive.csv");
+        addAssessments(sub);
+        sub.add_option("NAME", options_.name, "The name of the assessment")->required();
+        addRecordings(sub);
+        sub.add_option("-o,--output", options_.output,
+                       "Write the results to this file, whole or not at all")
+            ->type_name("FILE");
+        sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
+            ->type_name("N");
+        sub.add_option("--values", options_.values,
+                       "Values of each sub-formula to show around a failure; 8 without it")
+            ->check(CLI::Range(2, 10'000).description(""))
+            ->type_name("N");
+        sub.add_option("--margin", options_.margin,
+                       "Seconds to show before and after a failure; half its length without it")
+            ->check(CLI::Range(0.0, 1e12).description(""))
+            ->type_name("S");
+    }
+
+    void requireOneStandardInput() const {
+        const auto uses = std::count(options_.recordings.begin(), options_.recordings.end(), "-") +
+                          (options_.assessments == "-" ? 1 : 0);
+        if (uses > 1) {
+            throw CLI::ValidationError("standard input (-) can be read only once");
+        }
+    }
+
+    CLI::App app_{"Assesses temporal requirements on recorded signals.", "assess"};
+    Options options_;
+};
+
+}  // namespace
+
+std::variant<Options, ExitCode> parseCommandLine(int argc, const char* const* argv) {
+    return CommandLine().parse(argc, argv);
+}
+
+}  // namespace assess

@@ -1,0 +1,50 @@
+#include "command_line.hpp"
+#include "commands.hpp"
+
+#include <vorm/evaluation/text/input_error.hpp>
+
+#include <exception>
+#include <iostream>
+#include <new>
+
+namespace assess {
+namespace {
+
+ExitCode execute(const Options& options) {
+    switch (options.command) {
+        case Command::Run:
+            return runAssessments(options);
+        case Command::Check:
+            return checkAssessments(options);
+        case Command::Signals:
+            return showSignals(options);
+        case Command::Show:
+            break;
+    }
+    return showAssessment(options);
+}
+
+ExitCode program(int argc, const char* const* argv) {
+    try {
+        const auto options = parseCommandLine(argc, argv);
+        if (const auto* done = std::get_if<ExitCode>(&options)) {
+            return *done;
+        }
+        return execute(std::get<Options>(options));
+    } catch (const vorm::evaluation::InputError& error) {
+        std::cerr << (error.problem().where.file.empty() ? "assess: " : "") << error.what() << "\n";
+    } catch (const std::bad_alloc&) {
+        std::cerr
+            << "assess: out of memory\n  run on fewer recordings at a time, or with --jobs 1\n";
+    } catch (const std::exception& error) {
+        std::cerr << "assess: unexpected failure: " << error.what() << "\n";
+    }
+    return ExitCode::UnusableInput;
+}
+
+}  // namespace
+}  // namespace assess
+
+int main(int argc, char** argv) {
+    return static_cast<int>(assess::program(argc, argv));
+}

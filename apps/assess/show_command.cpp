@@ -1,0 +1,47 @@
+#include "commands.hpp"
+#include "terminal.hpp"
+
+#include <vorm/evaluation/assessment/explanation.hpp>
+#include <vorm/evaluation/report/explanation_report.hpp>
+
+namespace assess {
+namespace {
+
+using namespace vorm::evaluation;
+
+ExplanationStyle styleOf(const Options& options) {
+    ExplanationStyle style;
+    style.colours = wantsColours(options);
+    style.mostIntervals = options.intervals.value_or(style.mostIntervals);
+    style.mostValues = options.values.value_or(style.mostValues);
+    style.margin = options.margin;
+    return style;
+}
+
+}  // namespace
+
+ExitCode showAssessment(const Options& options) {
+    const AssessmentFile file = readAssessmentFile(options.assessments);
+    const Assessment& assessment = file.find(options.name);
+    ProgressLine progress(options);
+    RunOptions run;
+    run.jobs = options.jobs;
+    run.progress = [&](const std::string& text) { progress.show(text); };
+
+    RunOutcome outcomes;
+    std::string report;
+    for (const RecordingSource& source : recordingsOf(options)) {
+        const Explanation explanation = explain(file, assessment, source, run);
+        report += (report.empty() ? "" : "\n") + source.name() + "\n" +
+                  explanationReport(explanation, styleOf(options));
+        outcomes.recordings.push_back({source.name(), "", {explanation.outcome}});
+    }
+    progress.clear();
+    writeResults(options, report);
+    if (outcomes.hasErrors()) {
+        return ExitCode::UnusableInput;
+    }
+    return outcomes.hasFailures() ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
+}
+
+}  // namespace assess

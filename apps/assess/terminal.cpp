@@ -1,0 +1,71 @@
+#include "terminal.hpp"
+
+#include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace assess {
+namespace {
+
+constexpr std::chrono::milliseconds progressDistance(100);
+constexpr std::size_t widestProgress = 100;
+
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
+bool wantsColours(const Options& options) {
+    if (options.colour != ColourChoice::Auto) {
+        return options.colour == ColourChoice::Always;
+    }
+    return options.output.empty() && !isSet("NO_COLOR") && ::isatty(STDOUT_FILENO) != 0;
+}
+
+// The first text waits, so that short runs show none.
+ProgressLine::ProgressLine(const Options& options)
+    : isShown_(!options.quiet && ::isatty(STDERR_FILENO) != 0),
+      next_(std::chrono::steady_clock::now() + 5 * progressDistance) {}
+
+ProgressLine::~ProgressLine() {
+    clear();
+}
+
+void ProgressLine::show(const std::string& text) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!isShown_ || now < next_) {
+        return;
+    }
+    next_ = now + progressDistance;
+    isDirty_ = true;
+    std::cerr << "\r\033[K" << text.substr(0, widestProgress) << std::flush;
+}
+
+void ProgressLine::clear() {
+    if (isDirty_) {
+        std::cerr << "\r\033[K" << std::flush;
+        isDirty_ = false;
+    }
+}
+
+void writeResults(const Options& options, const std::string& results) {
+    if (!options.output.empty() && options.output != "-") {
+        vorm::evaluation::writeFile(options.output, results);
+        return;
+    }
+    std::cout << results << std::flush;
+    if (!std::cout) {
+        vorm::evaluation::InputProblem problem;
+        problem.message = "cannot write the results to standard output";
+        problem.advice = "make room on the disk, or write them to a file with --output";
+        throw vorm::evaluation::InputError(problem);
+    }
+}
+
+}  // namespace assess

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "options.hpp"
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace assess {
+
+/// Whether results on standard output are to be coloured.
+bool wantsColours(const Options& options);
+
+/// One line on standard error that shows what is being done; nothing where that is no terminal or
+/// the user wants quiet.
+class ProgressLine {
+public:
+    explicit ProgressLine(const Options& options);
+    /// Clears the line.
+    ~ProgressLine();
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+
+    /// Shows a text, unless the last one was shown just now.
+    void show(const std::string& text);
+    void clear();
+
+private:
+    bool isShown_;
+    bool isDirty_ = false;
+    std::chrono::steady_clock::time_point next_;
+};
+
+/// Writes results to the output that the options name. Throws vorm::evaluation::InputError where
+/// that fails.
+void writeResults(const Options& options, const std::string& results);
+
+}  // namespace assess

@@ -1,0 +1,234 @@
+#include <vorm/evaluation/formula/formula.hpp>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation {
+namespace {
+
+std::string canonical(const std::string& text) {
+    return formulaText(expressionOf(ParsedFormula(text)));
+}
+
+struct Reading {
+    std::string text;
+    std::string same;
+};
+
+void expectSame(const std::vector<Reading>& readings) {
+    for (const Reading& reading : readings) {
+        EXPECT_EQ(canonical(reading.text), reading.same) << reading.text;
+        EXPECT_EQ(canonical(reading.same), reading.same) << reading.text;
+    }
+}
+
+TEST(Parsing, SpellingsOfOneOperatorAreTheSame) {
+    expectSame({
+        {"G[0,1] p", "Globally[0,1](p)"},
+        {"always [ 0 , 1 ] (p)", "Globally[0,1](p)"},
+        {"F[0,1]p", "Eventually[0,1](p)"},
+        {"eventually[0,1](p)", "Eventually[0,1](p)"},
+        {"p U[0,2] q", "p Until[0,2] q"},
+        {"p until[0,2] q", "p Until[0,2] q"},
+        {"p implies q", "p -> q"},
+        {"p or q", "p | q"},
+        {"p||q", "p | q"},
+        {"p and q", "p & q"},
+        {"p&&q", "p & q"},
+        {"not !~p", "~(~(~(p)))"},
+        {"x != y", "x ~= y"},
+        {"single(x) == logical(p)", "float(x) == bool(p)"},
+        {"p # until the end\n & // more\n q", "p & q"},
+    });
+}
+
+TEST(Parsing, TighterOperatorsComeFirst) {
+    expectSame({
+        {"p -> q -> r", "p -> (q -> r)"},
+        {"p | q & r", "p | (q & r)"},
+        {"p & q | r -> s", "((p & q) | r) -> s"},
+        {"p U[0,1] q & r", "(p Until[0,1] q) & r"},
+        {"x < y U[0,1] p", "(x < y) Until[0,1] p"},
+        {"x - y - z + 1", "x - y - z + 1"},
+        {"x - (y - z)", "x - (y - z)"},
+        {"x + y * 2 > -z", "(x + (y * 2)) > -(z)"},
+        {"~x == y", "~(x) == y"},
+        {"G[0,1] p & q", "Globally[0,1](p) & q"},
+        {"p | (q | r) | s", "p | (q | r) | s"},
+    });
+}
+
+TEST(Parsing, TimesAreInSecondsWhateverTheirUnit) {
+    expectSame({
+        {"G[0, 200 ms] p", "Globally[0,0.2](p)"},
+        {"G[-1 min, 1 h] p", "Globally[-60,3600](p)"},
+        {"F[1us, 3ns] p", "Eventually[1e-06,3e-09](p)"},
+        {"Shift[1.5e3ms](x)", "Shift[1.5](x)"},
+        {"G[-inf, nan] p", "Globally[-inf,nan](p)"},
+    });
+}
+
+TEST(Parsing, OperatorsAreNamesWhereTheirBracketDoesNotFollow) {
+    expectSame({
+        {"G & F", "\"G\" & \"F\""},
+        {"U U[0,1] U", "\"U\" Until[0,1] \"U\""},
+        {"abs + double", "\"abs\" + \"double\""},
+        {"\"Volume Flow\" > \"control[0]\"", "\"Volume Flow\" > \"control[0]\""},
+        {"\"speed\" > _a.b9", "speed > _a.b9"},
+        {R"("a\"b\\\n\x7f")", R"("a\"b\\\n\x7f")"},
+        {"\"\" == \"and\"", "\"\" == \"and\""},
+        {"Kühlung > 3", "Kühlung > 3"},
+    });
+}
+
+TEST(Parsing, AMinusThatTouchesANumberIsPartOfIt) {
+    expectSame({
+        {"x - 5", "x - 5"},
+        {"x -5", "x - 5"},
+        {"x - -5", "x - -5"},
+        {"- 5", "-(5)"},
+        {"-(5)", "-(5)"},
+        {"-5 == --inf", "-5 == -(-inf)"},
+        {"007 == .5 + 1.", "7 == (0.5 + 1)"},
+    });
+}
+
+TEST(Parsing, AValueTypeOfALiteralIsALiteral) {
+    expectSame({
+        {"int8(-128)", "int8(-128)"},
+        {"int8((5))", "int8(double(5))"},
+        {"double(5)", "5"},
+        {"int8(true)", "int8(bool(true))"},
+        {"bool(-5)", "bool(double(-5))"},
+        {"bool(bool(true))", "bool(bool(true))"},
+        {"verdict(\"PASS\") == verdict(PASS)", "verdict(\"PASS\") == verdict(PASS)"},
+        {"verdict(\"other one\")", "verdict(\"other one\")"},
+        {"half(0.1)", "half(0.0999755859375)"},
+        {"fixed(1.5)", "fixed(1.5)"},
+        {"fixed(98304, \"s32f16\")", "fixed(1.5)"},
+        {"fixed(-3, \"s8f-2*0.1-5\")", "fixed(-3, \"s8f-2*0.1-5\")"},
+        {"Mode == 'it\\'s'", "Mode == 'it\\'s'"},
+    });
+}
+
+TEST(Parsing, RisesAndFallsKeepTheirForm) {
+    expectSame({
+        {"rise(p) & fall(p)", "rise(p) & fall(p)"},
+        {"Rise[2 s](x, 5)", "Rise[2](x, 5)"},
+        {"(x Rise [02] 5)", "Rise[2](x, 5)"},
+        {"x Fall [00.5] 5 & p", "Fall[0.5](x, 5) & p"},
+        {"(x Fall [0-1e-07] nan)", "Fall[-1e-07](x, nan)"},
+        {"(x Fall [0inf] 1)", "Fall[inf](x, 1)"},
+    });
+}
+
+TEST(Parsing, LongChainsAreNotNested) {
+    std::string chain = "p0";
+    for (int i = 1; i < 20'000; ++i) {
+        chain += " & p" + std::to_string(i);
+    }
+    EXPECT_EQ(canonical(chain), chain);
+}
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string result;
+    for (std::size_t i = 0; i < times; ++i) {
+        result += text;
+    }
+    return result;
+}
+
+TEST(Parsing, NestingHasALimitInEveryForm) {
+    struct Nested {
+        std::string before;
+        std::string after;
+    };
+    for (const Nested& form : {Nested{"(", ")"},
+                               {"~", ""},
+                               {"~(", ")"},
+                               {"G[0,1]", ""},
+                               {"int8(", ")"},
+                               {"p -> ", ""},
+                               {"Rise[1](", ",1)"},
+                               {"Rise[1](1,", ")"},
+                               {"p & (", ")"},
+                               {"rise(", ")"}}) {
+        const auto nested = [&form](std::size_t times) {
+            return repeated(form.before, times) + "p" + repeated(form.after, times);
+        };
+        EXPECT_NO_THROW(ParsedFormula(nested(ParsedFormula::maximumNesting - 1))) << form.before;
+        EXPECT_THROW(ParsedFormula(nested(ParsedFormula::maximumNesting + 1)), FormulaError)
+            << form.before;
+        EXPECT_THROW(ParsedFormula(nested(100'000)), FormulaError) << form.before;
+    }
+}
+
+TEST(Parsing, ImplicationsThatDoubleTooOftenAreNotBuilt) {
+    const ParsedFormula formula(repeated("(p -> ", 60) + "q" + repeated(")", 60));
+    EXPECT_THROW(expressionOf(formula), FormulaError);
+}
+
+TEST(Parsing, NamesAreThoseThatMayBeSignals) {
+    const ParsedFormula formula("G[0, 1 s](x > limit) & Mode == \"N\" | Mode == 'R' | \"q q\"");
+    EXPECT_EQ(formula.names(), (std::set<std::string>{"Mode", "N", "limit", "q q", "x"}));
+}
+
+struct Refusal {
+    std::string text;
+    std::string marked;  // the part of the text that the failure is about
+    std::string message;
+    std::string advice;
+};
+
+TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
+    for (const Refusal& refusal : std::vector<Refusal>{
+             {"", "", "expected an operand, found the end of the formula",
+              "write a formula such as always[0, 5 s](speed < 20)"},
+             {"x >", "", "expected an operand, found the end of the formula", ""},
+             {"x y", "y", "expected an operator, found 'y'", ""},
+             {"p adn q", "adn", "expected an operator, found 'adn'", "did you mean 'and'?"},
+             {"x = 5", "=", "expected an operator, found the character '='", "write == to compare"},
+             {"x \x01", "\x01", "expected an operator, found the character '\\x01'", ""},
+             {"1 < x < 5", "<", "comparisons do not chain", "write two, such as a < b & b < c"},
+             {"p & (x > 5", "(", "this '(' is not closed", "add ')'"},
+             {"(x > 5]", "]", "expected ')', found ']'", "the '(' of `(x > 5` is not closed"},
+             {"x > 5)", ")", "expected an operator, found ')'", "nothing is open here"},
+             {"always(p)", "always", "'always' needs an interval", "write always[0, 5 s](...)"},
+             {"p until q", "until", "'until' needs an interval", "write p until[0, 5 s] q"},
+             {"Shift(x)", "Shift", "'Shift' needs a distance in time", "write Shift[2 s](x)"},
+             {"x Fall 5", "Fall", "'Fall' needs a distance in time", "write Fall[2 s](x, 5)"},
+             {"until[0, 1] q", "until", "expected an operand before 'until', found 'until'", ""},
+             {"allways[0, 5](x)", "allways", "unknown operator 'allways'",
+              "did you mean 'always'?"},
+             {"control[0] > 1", "control", "unknown operator 'control'",
+              "names with brackets are quoted, for example \"control[0]\""},
+             {"G[0] p", "]", "expected ',' and the end of the interval, found ']'",
+              "an interval is written [0, 5 s]"},
+             {"G[0, 5 sec] p", "sec", "expected a unit of time, found 'sec'",
+              "the units are ns, us, ms, s, min and h"},
+             {"p & and", "and", "expected an operand, found 'and'",
+              "quote the name of a signal: \"and\""},
+             {"x > \"a", "\"a", "this quote is not closed", "add \""},
+             {"\"a\\q\"", "\"a\\q\"", "unknown escape after '\\' in quotes",
+              "write \\\\ for a backslash"},
+             {"x Rise [2] 5", "2", "expected the distance behind a 0, found '2'",
+              "write Rise[2 s](x, 5) or Fall[2 s](x, 5)"},
+             {"fixed(1, 2)", "2", "expected a fixed-point type, found '2'",
+              "for example \"u16f4\""},
+         }) {
+        try {
+            const ParsedFormula formula(refusal.text);
+            ADD_FAILURE() << refusal.text << " is read";
+        } catch (const FormulaError& error) {
+            EXPECT_EQ(error.what(), refusal.message) << refusal.text;
+            EXPECT_EQ(error.advice(), refusal.advice) << refusal.text;
+            EXPECT_EQ(refusal.text.substr(error.span().begin, error.span().length), refusal.marked)
+                << refusal.text;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vorm::evaluation

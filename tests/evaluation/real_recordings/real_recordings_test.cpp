@@ -1,0 +1,139 @@
+// What an independent reading of real recordings found must come out to the last digit. The
+// recordings are not part of this tree; they may lie next to it.
+
+#include <vorm/evaluation/assessment/run.hpp>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::resultEnum_t;
+using Intervals = std::vector<std::pair<double, double>>;
+
+RecordingOutcome outcomeOf(const std::string& assessments, const std::string& recording) {
+    const AssessmentFile file =
+        readAssessmentFile(std::string(VORM_REAL_RECORDINGS_TESTS) + "/" + assessments);
+    RunOptions options;
+    options.jobs = 2;
+    RunOutcome outcome =
+        run(file, {{{std::string(VORM_REAL_RECORDINGS) + "/" + recording}}}, options);
+    return outcome.recordings.at(0);
+}
+
+struct Fact {
+    std::string name;
+    Intervals failures;
+};
+
+class RealRecordings : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!std::filesystem::exists(VORM_REAL_RECORDINGS)) {
+            GTEST_SKIP() << "the recordings are not there";
+        }
+    }
+
+    // The first failing intervals of an assessment, at most as many as are expected.
+    static void expectFacts(const RecordingOutcome& outcome, const std::vector<Fact>& facts) {
+        ASSERT_EQ(outcome.error, "");
+        for (std::size_t i = 0; i < facts.size(); ++i) {
+            const AssessmentOutcome& assessment = outcome.assessments.at(i);
+            EXPECT_EQ(assessment.name, facts[i].name);
+            EXPECT_EQ(assessment.error, "");
+            EXPECT_EQ(assessment.verdict,
+                      facts[i].failures.empty() ? resultEnum_t::PASS : resultEnum_t::FAIL)
+                << assessment.name << assessment.reason;
+            Intervals found;
+            for (const FailingInterval& interval : assessment.failures) {
+                if (found.size() < facts[i].failures.size()) {
+                    found.emplace_back(interval.start, interval.end);
+                }
+            }
+            EXPECT_EQ(found, facts[i].failures) << assessment.name;
+        }
+    }
+};
+
+TEST_F(RealRecordings, Drone) {
+    const RecordingOutcome outcome = outcomeOf("drone.toml", "drone");
+    expectFacts(outcome, {{"altitude", {{21.704, 23.0}}},
+                          {"descent", {{22.904, 26.6}}},
+                          {"motors only when armed", {}},
+                          {"motors", {{16.604, 28.204}}},
+                          {"lands in time", {}}});
+    // The mode changes at 22.132 and the landing comes 5.996 s later, the next one 2.008 s later.
+    for (std::size_t i = 5; i < 8; ++i) {
+        const AssessmentOutcome& assessment = outcome.assessments.at(i);
+        ASSERT_EQ(assessment.failures.size(), i < 7 ? 1 : 0) << assessment.name;
+        if (i < 7) {
+            EXPECT_EQ(assessment.failures[0].start, i == 5 ? 22.132 : 28.128);
+        }
+    }
+    for (const AssessmentOutcome& assessment : outcome.assessments) {
+        EXPECT_EQ(outcome.error + assessment.error, "");
+    }
+    EXPECT_EQ(outcome.assessments[0].failures.size(), 1);
+    EXPECT_EQ(outcome.assessments[1].failures.size(), 1);
+}
+
+TEST_F(RealRecordings, RoadSpeed) {
+    const RecordingOutcome outcome = outcomeOf("road_can.toml", "road_can/speed.csv");
+    expectFacts(
+        outcome,
+        {{"speed",
+          {{8.549695069668815, 12.44801936033764}, {12.474852631006797, 12.535170005336113}}}});
+    EXPECT_EQ(outcome.assessments.at(0).failures.size(), 2);
+}
+
+TEST_F(RealRecordings, ElectricCar) {
+    const RecordingOutcome outcome = outcomeOf("ev.toml", "ev/ev_trip.csv");
+    expectFacts(outcome, {{"speed limit", {{165, 169}, {219, 225}, {264, 272}, {1029, 1046}}},
+                          {"excess ends",
+                           {{219, 220},
+                            {264, 267},
+                            {1029, 1041},
+                            {4367, 4401},
+                            {4509, 4527},
+                            {4983, 4984},
+                            {5597, 5601},
+                            {5657, 5659},
+                            {5678, 5686}}},
+                          {"weather", {}}});
+    EXPECT_EQ(outcome.assessments.at(0).failures.size(), 11);
+    EXPECT_EQ(outcome.assessments.at(0).failed, 133);
+    EXPECT_EQ(outcome.assessments.at(1).failures.size(), 9);
+}
+
+TEST_F(RealRecordings, IntegersBeyondDouble) {
+    const RecordingOutcome outcome = outcomeOf("simulation.toml", "simulation/int64_limits_in.csv");
+    expectFacts(outcome, {{"largest integer", {}}, {"one less", {{0, 0}}}});
+    EXPECT_EQ(outcome.assessments.at(2).error, "");
+}
+
+TEST_F(RealRecordings, JumpAsTwoRows) {
+    expectFacts(outcomeOf("jump.toml", "simulation/repeated_time_in.csv"),
+                {{"jump", {{1, 2}}}, {"text", {{2, 4}}}});
+    const std::string refused = outcomeOf("road_can.toml", "simulation/repeated_time_in.csv").error;
+    EXPECT_EQ(refused, "") << "nothing of the file is read, since it has no speed_m_s";
+}
+
+TEST_F(RealRecordings, RepeatedTimesNeedAWord) {
+    const std::string radar = outcomeOf("radar.toml", "road_can/radar.csv").error;
+    EXPECT_NE(radar.find("radar.csv:11:"), std::string::npos) << radar;
+    EXPECT_NE(radar.find("equal_times"), std::string::npos) << radar;
+
+    const std::string trace = "road_can/vehicle_trace.jsonl";
+    const RecordingOutcome kept = outcomeOf("vehicle_trace.toml", trace);
+    EXPECT_EQ(kept.error, "");
+    EXPECT_EQ(kept.assessments.at(0).verdict, resultEnum_t::PASS);
+    const std::string refused = outcomeOf("vehicle_trace_strict.toml", trace).error;
+    EXPECT_NE(refused.find("vehicle_trace.jsonl:287"), std::string::npos) << refused;
+}
+
+}  // namespace
+}  // namespace vorm::evaluation

@@ -1,0 +1,100 @@
+#pragma once
+
+// Recordings as literals: what a text is read as, written as one line a signal.
+
+#include "support/traces.hpp"
+
+#include <vorm/evaluation/recording/recording_reading.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation::test {
+
+template <class T>
+std::string valueText(const T& value, const SignalType& type) {
+    if constexpr (std::is_same_v<T, std::int32_t>) {
+        if (type.isEnumerated()) {
+            return type.enumeration->members.at(static_cast<std::size_t>(value));
+        }
+    }
+    if constexpr (std::is_floating_point_v<T>) {
+        return shortestNumber(static_cast<double>(value));
+    } else {
+        std::ostringstream text;
+        assessments::writeValue(text, value);
+        return text.str();
+    }
+}
+
+/// `speed: double 0:1 2:3 known 4`, with `/` between pieces and `linear` where it is.
+inline std::string textOf(const Signal& signal) {
+    std::string text = signal.name + ": " + typeText(signal.type);
+    for (std::size_t i = 0; i < signal.pieces->size(); ++i) {
+        text += i == 0 ? "" : " /";
+        signal.pieces->at(i).visit([&](const auto& trace) {
+            text +=
+                trace.interpolation == assessments::INTERPOLATION_METHOD::LINEAR ? " linear" : "";
+            for (const auto& point : trace.points) {
+                text +=
+                    ' ' + shortestNumber(point.time) + ':' + valueText(point.value, signal.type);
+            }
+            text += " known " + shortestNumber(trace.lastKnownTime);
+        });
+    }
+    return text;
+}
+
+inline std::string textOf(const Recording& recording) {
+    std::string text;
+    for (const Signal& signal : recording.signals) {
+        text += (text.empty() ? "" : "\n") + textOf(signal);
+    }
+    return text;
+}
+
+inline Recording read(const std::string& content, const RecordingLayout& layout = {},
+                      const ReadingOptions& options = {}, const std::string& path = "r.csv",
+                      std::size_t blockSize = ByteWindow::defaultBlockSize) {
+    return readRecordingFiles(path, {textFile(path, content)}, layout, options, blockSize);
+}
+
+/// The message of the InputError that the call throws, or `no error`.
+template <class Call>
+std::string errorOf(const Call& call) {
+    try {
+        call();
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+/// A layout that one function changed.
+template <class Change>
+RecordingLayout layoutWith(const Change& change) {
+    RecordingLayout layout;
+    change(layout);
+    return layout;
+}
+
+inline SignalLayout declared(const std::string& name, const std::string& type = {}) {
+    SignalLayout signal;
+    signal.name = name;
+    if (type == "enum") {
+        signal.type = SignalType::of(std::make_shared<Enumeration>());
+    } else if (!type.empty()) {
+        signal.type = SignalType{valueTypeOf(type), nullptr};
+    }
+    signal.where = {"limits.toml", 7, 3};
+    return signal;
+}
+
+inline RecordingLayout declaring(const std::vector<SignalLayout>& signals) {
+    return layoutWith([&](RecordingLayout& layout) { layout.signals = signals; });
+}
+
+}  // namespace vorm::evaluation::test

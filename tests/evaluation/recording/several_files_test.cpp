@@ -1,0 +1,99 @@
+#include "evaluation/recording/recorded.hpp"
+
+namespace vorm::evaluation::test {
+namespace {
+
+Recording readAll(const std::vector<RecordingFile>& files, const RecordingLayout& layout = {},
+                  const ReadingOptions& options = {}) {
+    return readRecordingFiles("trip", files, layout, options);
+}
+
+ReadingOptions wanting(const std::set<std::string>& names) {
+    ReadingOptions options;
+    options.wanted = names;
+    return options;
+}
+
+RecordingFile found(RecordingFile file) {
+    file.isFromFolder = true;
+    return file;
+}
+
+const std::vector<RecordingFile> trip{textFile("d/gps.csv", "t_us,v,alt\n2000000,1,7\n"),
+                                      textFile("d/can.csv", "t_ms,v,gear\n1500,2,N\n")};
+
+TEST(RecordingOfSeveralFiles, NamesByColumnOrByFileAndColumn) {
+    EXPECT_EQ(textOf(readAll(trip)),
+              "gps.v: double 2:1 known 2\nalt: double 2:7 known 2\n"
+              "can.v: double 1.5:2 known 1.5\n"
+              "gear: enumeration gear 1.5:N known 1.5");
+    const auto some = readAll(trip, {}, wanting({"can.v", "alt", "gps.alt"}));
+    EXPECT_EQ(textOf(some),
+              "alt: double 2:7 known 2\ngps.alt: double 2:7 known 2\n"
+              "can.v: double 1.5:2 known 1.5");
+    EXPECT_EQ(some.find("alt")->pieces, some.find("gps.alt")->pieces);
+    EXPECT_EQ(some.availableNames,
+              (std::vector<std::string>{"gps.v", "alt", "gps.alt", "can.v", "gear", "can.gear"}));
+}
+
+TEST(RecordingOfSeveralFiles, DeclarationsNameTheFile) {
+    auto speed = declared("speed");
+    speed.column = "v";
+    speed.file = "can.csv";
+    EXPECT_EQ(textOf(readAll(trip, declaring({speed}), wanting({"speed", "v"}))),
+              "v: double 2:1 known 2\nspeed: double 1.5:2 known 1.5");
+}
+
+TEST(RecordingOfSeveralFiles, HasOneOriginForAll) {
+    const auto startingAt = [](TimeOrigin::Choice origin) {
+        return layoutWith([&](auto& layout) { layout.time.origin = std::move(origin); });
+    };
+    const auto options = wanting({"alt", "gear"});
+    EXPECT_EQ(textOf(readAll(trip, startingAt(TimeOrigin::FirstSample()), options)),
+              "alt: double 0.5:7 known 0.5\ngear: enumeration gear 0:N known 0");
+    EXPECT_EQ(textOf(readAll(trip, startingAt(TimeOrigin::FirstOf{"gps"}), wanting({"gear"}))),
+              "gear: enumeration gear -0.5:N known -0.5");
+    EXPECT_EQ(errorOf([&] { readAll(trip, startingAt(TimeOrigin::FirstOf{"gpx"}), options); }),
+              "the recording has no file 'gpx' to give time 0\n  its files are 'gps.csv' and "
+              "'can.csv'");
+}
+
+TEST(RecordingOfSeveralFiles, IsTheSameOnSeveralThreads) {
+    ReadingOptions options;
+    options.jobs = 4;
+    EXPECT_EQ(textOf(readAll(trip, {}, options)), textOf(readAll(trip)));
+    const std::vector<RecordingFile> bad{textFile("a.csv", "t,a\n0,1\n1\n"), trip[0],
+                                         textFile("b.csv", "t,b\n0,1\n1\n")};
+    EXPECT_EQ(errorOf([&] { readAll(bad, {}, options); }).substr(0, 8), "a.csv:3:");
+}
+
+TEST(RecordingOfSeveralFiles, LeavesOutWhatIsNoRecordingUnlessItIsWanted) {
+    const std::vector<RecordingFile> files{trip[0], found(textFile("d/notes.txt", "to do\nmilk\n")),
+                                           found(textFile("d/empty.csv", "")),
+                                           found(textFile("d/later.csv", "t,w\n"))};
+    EXPECT_EQ(textOf(readAll(files, {}, wanting({"v"}))), "v: double 2:1 known 2");
+    auto first = layoutWith([](auto& layout) { layout.time.origin = TimeOrigin::FirstSample(); });
+    EXPECT_EQ(textOf(readAll(files, first, wanting({"v"}))), "v: double 0:1 known 0");
+    EXPECT_EQ(errorOf([&] { readAll(files, {}, wanting({"w"})); }),
+              "d/later.csv: has a header but no rows");
+    EXPECT_EQ(errorOf([&] { readAll(files, {}, wanting({"to do"})); }).substr(0, 35),
+              "d/notes.txt:1: has no time column a");
+    EXPECT_EQ(errorOf([&] { readAll(files); }), "d/empty.csv: is empty");
+}
+
+TEST(RecordingOfSeveralFiles, RefusesNamesOfSeveralColumns) {
+    EXPECT_EQ(errorOf([] { readAll(trip, {}, wanting({"v"})); }),
+              "the column 'v' is in the files 'd/gps.csv' and 'd/can.csv'\n"
+              "  name one of 'gps.v' and 'can.v'");
+    EXPECT_EQ(errorOf([] { readAll(trip, declaring({declared("v")})); }),
+              "limits.toml:7:3: the signal 'v' is in 'd/gps.csv' and in 'd/can.csv'\n"
+              "  declare which one: v = { file = \"...\" }");
+    auto v = declared("v");
+    v.file = "gpss.csv";
+    EXPECT_EQ(errorOf([&] { readAll(trip, declaring({v}), wanting({"v"})); }),
+              "limits.toml:7:3: 'trip' has no file 'gpss.csv' for the signal 'v'\n"
+              "  did you mean 'gps.csv'?");
+}
+
+}  // namespace
+}  // namespace vorm::evaluation::test

@@ -1,0 +1,99 @@
+// Any bytes as the content of a recording. The first two bytes choose how it is read, the rest is
+// the file; input that cannot be used is refused with InputError and nothing else.
+
+#include <vorm/evaluation/recording/recording_reading.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace vorm::evaluation;
+
+SignalLayout signalOf(const std::string& name, std::optional<SignalType> type) {
+    SignalLayout signal;
+    signal.name = name;
+    signal.type = std::move(type);
+    return signal;
+}
+
+RecordingLayout layoutOf(std::uint8_t bits) {
+    RecordingLayout layout;
+    layout.signals = {
+        signalOf("h", SignalType::of<vorm::assessments::HalfFloat>()),
+        signalOf("x",
+                 SignalType::of<vorm::assessments::ValueType<vorm::assessments::FixedPoint>>()),
+        signalOf("i", SignalType::of<std::int8_t>()),
+        signalOf("e", SignalType::of(std::make_shared<Enumeration>(Enumeration{"E", {"N", "D"}})))};
+    layout.time.equalTimes = static_cast<EqualTimes>(bits % 3);
+    if ((bits & 4U) != 0) {
+        layout.time.origin = TimeOrigin::FirstSample();
+    }
+    if ((bits & 8U) != 0) {
+        layout.interpolation = vorm::assessments::INTERPOLATION_METHOD::LINEAR;
+    }
+    if ((bits & 16U) != 0) {
+        layout.time.unit = timeUnitOf("us");
+    }
+    if ((bits & 32U) != 0) {
+        layout.time.format = "%Y-%m-%d %H:%M:%S";
+    }
+    if ((bits & 64U) != 0) {
+        layout.maxGap = 1.5;
+    }
+    if ((bits & 128U) != 0) {
+        layout.longForm.emplace();
+    }
+    return layout;
+}
+
+ReadingOptions optionsOf(std::uint8_t bits) {
+    ReadingOptions options;
+    if ((bits & 1U) != 0) {
+        options.wanted = {"a", "h", "x", "i", "e"};
+    }
+    return options;
+}
+
+// The same bytes in other blocks are the same recording.
+std::string outcome(const RecordingFile& file, const RecordingLayout& layout,
+                    const ReadingOptions& options, std::size_t blockSize) {
+    try {
+        std::string text;
+        for (const Signal& signal :
+             readRecordingFiles("fuzz", {file}, layout, options, blockSize).signals) {
+            text += signal.name + ' ' + typeText(signal.type) + ' ';
+            for (const auto& piece : *signal.pieces) {
+                text += std::to_string(piece.getLastKnownTime()) + ' ';
+            }
+        }
+        return text;
+    } catch (const InputError& error) {
+        return error.what();
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size < 2) {
+        return 0;
+    }
+    const std::string content(reinterpret_cast<const char*>(data) + 2, size - 2);
+    const bool isJson = (data[1] & 2U) != 0;
+    const RecordingFile file = textFile(isJson ? "fuzz.jsonl" : "fuzz.csv", content);
+    const RecordingLayout layout = layoutOf(data[0]);
+    const ReadingOptions options = optionsOf(data[1]);
+    const std::string once = outcome(file, layout, options, ByteWindow::defaultBlockSize);
+    if (once != outcome(file, layout, options, 3)) {
+        std::abort();
+    }
+    try {
+        surveyFiles({file}, layout);
+    } catch (const InputError&) {
+    }
+    return 0;
+}

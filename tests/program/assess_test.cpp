@@ -1,0 +1,191 @@
+// The program as a whole: what it prints, writes and returns.
+
+#include "program_runner.hpp"
+
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+
+namespace assess_tests {
+namespace {
+
+class Assess : public ProgramTest {
+protected:
+    Assess() {
+        write("a.toml", R"toml(title = "A drive"
+[signals]
+speed = { interpolation = "linear" }
+[[assessment]]
+name = "slow"
+description = "never above 20"
+formula = "speed <= 20"
+[[assessment]]
+name = "brakes"
+formula = "speed > 20 -> eventually[0, 2 s](brake == 1)"
+[[assessment]]
+name = "later"
+formula = "speed < 3"
+from = 10
+to = 12
+)toml");
+        write("d.csv", "time,speed,brake\n0,10,0\n1,30,0\n2,30,1\n3,10,0\n4,10,0\n");
+        write("ok.csv", "time,speed,brake\n0,10,0\n1,12,0\n2,11,1\n3,10,0\n4,10,0\n");
+    }
+};
+
+TEST_F(Assess, TableTellsVerdictsTimesAndIntervals) {
+    const ProgramResult result = assess("run a.toml d.csv");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, R"(A drive
+
+d.csv
+  verdict    assessment  passed [s]  failed [s]  no result [s]  first failure [s]
+  FAIL       slow                 2           2              0                0.5
+             fails from 0.5 s to 2.5 s
+  PASS       brakes               2           0              2                  -
+  NO_RESULT  later                0           0              2                  -
+             nothing is known in the range from 'from' to 'to'
+
+1 passed, 1 failed, 1 without result
+)");
+}
+
+TEST_F(Assess, ExitCodesTellTheOutcome) {
+    EXPECT_EQ(assess("run a.toml ok.csv").exitCode, 0);
+    EXPECT_EQ(assess("run a.toml ok.csv d.csv").exitCode, 1);
+    EXPECT_EQ(assess("run a.toml d.csv none.csv").exitCode, 3);
+    EXPECT_EQ(assess("check a.toml").exitCode, 0);
+    EXPECT_EQ(assess("").exitCode, 2);
+}
+
+TEST_F(Assess, OutputDoesNotDependOnTheNumberOfJobs) {
+    for (const std::string format : {"table", "json", "junit"}) {
+        const std::string arguments =
+            "run a.toml d.csv ok.csv none.csv d.csv --robustness --format " + format;
+        const ProgramResult one = assess(arguments + " --jobs 1");
+        const ProgramResult four = assess(arguments + " --jobs 4");
+        EXPECT_EQ(one.out, four.out);
+        EXPECT_EQ(one.err + four.err, "");
+    }
+}
+
+TEST_F(Assess, JsonHoldsEveryNumberExactly) {
+    write("third.csv", "time,speed,brake\n0,0,0\n3,70,0\n4,70,1\n");
+    const ProgramResult result = assess("run a.toml third.csv --format json --robustness");
+    const auto report = nlohmann::json::parse(result.out);
+    EXPECT_EQ(report["summary"]["failed"], 2);
+    const auto& slow = report["recordings"][0]["assessments"][0];
+    EXPECT_EQ(slow["verdict"], "FAIL");
+    // The speed passes 20 at 60/70 s, and the first time after that fails.
+    EXPECT_NEAR(slow["first_failure"].get<double>(), 60.0 / 70, 1e-15);
+    EXPECT_EQ(slow["failures"].size(), 1);
+    EXPECT_EQ(slow["failures"][0]["end"], 4);
+    EXPECT_EQ(slow["robustness"], -50);
+    EXPECT_EQ(report["recordings"][0]["assessments"][2]["robustness"], nullptr);
+}
+
+TEST_F(Assess, JunitTellsFailuresErrorsAndSkips) {
+    const ProgramResult result = assess("run a.toml d.csv none.csv --format junit");
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(result.out.c_str())) << result.out;
+    const auto suites = document.child("testsuites");
+    EXPECT_EQ(suites.attribute("tests").as_int(), 4);
+    EXPECT_EQ(suites.attribute("failures").as_int(), 1);
+    EXPECT_EQ(suites.attribute("errors").as_int(), 1);
+    EXPECT_EQ(suites.attribute("skipped").as_int(), 1);
+    const auto suite = suites.child("testsuite");
+    EXPECT_STREQ(suite.attribute("name").as_string(), "d.csv");
+    const auto slow = suite.child("testcase");
+    EXPECT_STREQ(slow.child("failure").attribute("message").as_string(),
+                 "fails from 0.5 s to 2.5 s");
+}
+
+TEST_F(Assess, StandardInputIsARecordingOrAnAssessmentFile) {
+    EXPECT_EQ(assess("run a.toml - <d.csv").exitCode, 1);
+    EXPECT_EQ(assess("run - d.csv <a.toml").exitCode, 1);
+}
+
+TEST_F(Assess, OutputIsWrittenWholeOrNotAtAll) {
+    EXPECT_EQ(assess("run a.toml ok.csv --output out.txt").exitCode, 0);
+    EXPECT_NE(contentOf(folder() / "out.txt").find("0 failed"), std::string::npos);
+    write("kept.txt", "old");
+    EXPECT_EQ(assess("run none.toml ok.csv --output kept.txt").exitCode, 3);
+    EXPECT_EQ(contentOf(folder() / "kept.txt"), "old");
+    for (const auto& entry : std::filesystem::directory_iterator(folder())) {
+        EXPECT_NE(entry.path().extension(), ".part");
+    }
+}
+
+TEST_F(Assess, OnlyAndTogetherSelect) {
+    const ProgramResult one = assess("run a.toml d.csv --only brakes");
+    EXPECT_EQ(one.exitCode, 0);
+    EXPECT_EQ(one.out.find("slow"), std::string::npos);
+    write("speed.csv", "time,speed\n0,10\n4,10\n");
+    write("brake.csv", "time,brake\n0,0\n4,1\n");
+    EXPECT_EQ(assess("run a.toml speed.csv brake.csv").exitCode, 3);
+    EXPECT_EQ(assess("run a.toml speed.csv brake.csv --together").exitCode, 0);
+}
+
+TEST_F(Assess, ShowNamesThePartThatFails) {
+    write("late.csv", "time,speed,brake\n0,10,0\n1,30,0\n2,30,0\n3,30,0\n3.5,30,1\n6,10,0\n");
+    const ProgramResult result = assess("show a.toml brakes late.csv");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.out.find("because speed > 20 is true at 0.5 s"), std::string::npos)
+        << result.out;
+    EXPECT_NE(result.out.find("because brake == 1 is false from 0.5 s to 2.5 s"), std::string::npos)
+        << result.out;
+}
+
+TEST_F(Assess, SignalsTellsWhatARecordingHolds) {
+    write("ugly.csv", "time,x,text\n0,1,a\n1,nan,b\n1,2,\n0.5,3,a\n60,4,b\n61,5,a\n");
+    const ProgramResult result = assess("signals ugly.csv --format json");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    const auto x = nlohmann::json::parse(result.out)["signals"][0];
+    EXPECT_EQ(x["samples"], 6);
+    EXPECT_EQ(x["nans"], 1);
+    EXPECT_EQ(x["equal_times"], 1);
+    EXPECT_EQ(x["times_back"], 1);
+    EXPECT_EQ(x["longest_distance"], 59.5);
+    EXPECT_EQ(nlohmann::json::parse(result.out)["signals"][1]["empty"], 1);
+}
+
+TEST_F(Assess, CheckAcceptsOpenNamesAndTestsThemAgainstARecording) {
+    EXPECT_EQ(assess("check a.toml").out, "a.toml: 3 assessments fit\n");
+    EXPECT_EQ(assess("check a.toml --against d.csv").out, "a.toml: 3 assessments fit d.csv\n");
+    write("other.csv", "time,sped\n0,1\n");
+    const ProgramResult result = assess("check a.toml --against other.csv");
+    EXPECT_EQ(result.exitCode, 3);
+}
+
+TEST_F(Assess, ColoursAreOnRequestAndHeedNoColor) {
+    EXPECT_NE(assess("run a.toml d.csv --color always").out.find("\033["), std::string::npos);
+    EXPECT_EQ(assess("run a.toml d.csv --color never").out.find("\033["), std::string::npos);
+    // `script` gives the program a terminal.
+    const std::string onTerminal = "script -qec '" VORM_ASSESS " run a.toml d.csv' /dev/null";
+    if (shell("command -v script").exitCode == 0) {
+        EXPECT_NE(shell(onTerminal).out.find("\033[1;31m"), std::string::npos);
+        EXPECT_EQ(shell("NO_COLOR=1 " + onTerminal).out.find("\033[1;31m"), std::string::npos);
+    }
+}
+
+TEST_F(Assess, EveryOptionIsInTheManualAndTheCompletion) {
+    const std::string manual = contentOf(VORM_ASSESS_SOURCES "/assess.1");
+    const std::string bash = contentOf(VORM_ASSESS_SOURCES "/completion/assess.bash");
+    const std::string zsh = contentOf(VORM_ASSESS_SOURCES "/completion/_assess");
+    for (const std::string command : {"", "run", "check", "signals", "show"}) {
+        const std::string help = assess(command + " --help").out;
+        for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at)) {
+            const std::size_t end = help.find_first_not_of("abcdefghijklmnopqrstuvwxyz", at + 2);
+            const std::string option = help.substr(at, end - at);
+            std::string escaped = option;
+            escaped.replace(0, 2, "\\-\\-");
+            EXPECT_NE(manual.find(escaped), std::string::npos) << option;
+            EXPECT_NE(bash.find(option), std::string::npos) << option;
+            EXPECT_NE(zsh.find(option), std::string::npos) << option;
+            at = end;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace assess_tests

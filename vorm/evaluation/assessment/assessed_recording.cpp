@@ -1,0 +1,115 @@
+#include "assessed_recording.hpp"
+
+#include <vorm/evaluation/assessment/typed_assessment.hpp>
+
+#include <algorithm>
+#include <map>
+#include <mutex>
+#include <utility>
+
+namespace vorm::evaluation::detail {
+namespace {
+
+Recording readFor(const AssessmentFile& file, const std::vector<const Assessment*>& assessments,
+                  const RecordingSource& source, const RunOptions& options) {
+    ReadingOptions reading;
+    reading.wanted = namesToRead(file, assessments);
+    reading.jobs = options.jobs;
+    std::mutex mutex;  // files are read by several threads
+    std::size_t bytes = 0;
+    if (options.progress) {
+        reading.progress = [&](std::size_t more) {
+            const std::lock_guard lock(mutex);
+            bytes += more;
+            options.progress("reading " + source.name() + ": " + std::to_string(bytes / 1'000'000) +
+                             " MB");
+        };
+    }
+    return readRecording(source, file.layout, reading);
+}
+
+}  // namespace
+
+AssessedRecording::AssessedRecording(const AssessmentFile& file,
+                                     const std::vector<const Assessment*>& assessments,
+                                     const RecordingSource& source, const RunOptions& options)
+    : file_(file), options_(options), recording_(readFor(file, assessments, source, options)) {}
+
+Formula AssessedRecording::formulaOf(const Assessment& assessment) const {
+    return typedFormula(file_, assessment, namesIn(file_, recording_));
+}
+
+std::vector<const Signal*> AssessedRecording::signalsOf(const Formula& formula) const {
+    std::vector<const Signal*> signals;
+    for (const std::string& name : formula.signals) {
+        signals.push_back(recording_.find(name));
+    }
+    return signals;
+}
+
+std::optional<TimeRange> AssessedRecording::rangeOf(const Assessment& assessment,
+                                                    const Formula& formula) const {
+    const auto known = knownRange(signalsOf(formula));
+    if (!known && !(assessment.from && assessment.to)) {
+        return std::nullopt;
+    }
+    const double from = assessment.from ? *assessment.from : known->from;
+    const double to = assessment.to ? *assessment.to : known->to;
+    return TimeRange{from, std::max(from, to)};
+}
+
+void AssessedRecording::judge(const Assessment& assessment, const Formula& formula,
+                              const TracePieces& truth, AssessmentOutcome& outcome) const {
+    if (const auto range = rangeOf(assessment, formula)) {
+        evaluation::judge(truth, *range, outcome);
+    }
+    if (outcome.verdict == assessments::resultEnum_t::NO_RESULT) {
+        outcome.reason = reasonForNoResult(assessment, formula);
+    }
+}
+
+std::string AssessedRecording::reasonForNoResult(const Assessment& assessment,
+                                                 const Formula& formula) const {
+    for (const Signal* signal : signalsOf(formula)) {
+        if (signal->pieces->empty()) {
+            return "the signal '" + signal->name + "' has no samples";
+        }
+    }
+    if (assessment.from || assessment.to) {
+        return "nothing is known in the range from 'from' to 'to'";
+    }
+    return "the recording is too short for the formula's windows, or its signals have no time in "
+           "common";
+}
+
+SignalLookup AssessedRecording::lookup() const {
+    std::map<boost::uuids::uuid, SharedPieces> pieces;
+    for (const Signal& signal : recording_.signals) {
+        pieces.emplace(signalId(signal.name), signal.pieces);
+    }
+    return [pieces = std::move(pieces)](const assessments::variable& variable) {
+        return pieces.at(variable.id);
+    };
+}
+
+EvaluationOptions AssessedRecording::evaluationOptions() const {
+    EvaluationOptions evaluation;
+    evaluation.jobs = options_.jobs;
+    if (options_.progress) {
+        evaluation.progress = [this](std::size_t done, std::size_t all) {
+            options_.progress("evaluating " + recording_.name + ": " + std::to_string(done) +
+                              " of " + std::to_string(all) + " sub-formulas");
+        };
+    }
+    return evaluation;
+}
+
+AssessmentOutcome describedOutcome(const Assessment& assessment) {
+    AssessmentOutcome outcome;
+    outcome.name = assessment.name;
+    outcome.description = assessment.description;
+    outcome.formula = assessment.requirement.source.text;
+    return outcome;
+}
+
+}  // namespace vorm::evaluation::detail

@@ -1,0 +1,49 @@
+#pragma once
+
+// A recording with what the assessments of a file need of it; for the sources of this folder.
+
+#include <vorm/evaluation/assessment/assessment_file.hpp>
+#include <vorm/evaluation/assessment/judgement.hpp>
+#include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/evaluator/evaluator.hpp>
+#include <vorm/evaluation/recording/recording.hpp>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation::detail {
+
+class AssessedRecording {
+public:
+    /// Reads the signals that the assessments use. Throws InputError as readRecording does.
+    AssessedRecording(const AssessmentFile& file, const std::vector<const Assessment*>& assessments,
+                      const RecordingSource& source, const RunOptions& options);
+
+    /// The formula of an assessment for the types of this recording. Throws InputError.
+    Formula formulaOf(const Assessment& assessment) const;
+
+    /// The range of time that an assessment looks at; nothing where its signals have no samples.
+    std::optional<TimeRange> rangeOf(const Assessment& assessment, const Formula& formula) const;
+
+    /// Verdict, times, failing intervals and the reason for no result, from the truth values.
+    void judge(const Assessment& assessment, const Formula& formula, const TracePieces& truth,
+               AssessmentOutcome& outcome) const;
+
+    SignalLookup lookup() const;
+    EvaluationOptions evaluationOptions() const;
+    const Recording& recording() const { return recording_; }
+
+private:
+    std::vector<const Signal*> signalsOf(const Formula& formula) const;
+    std::string reasonForNoResult(const Assessment& assessment, const Formula& formula) const;
+
+    const AssessmentFile& file_;
+    const RunOptions& options_;
+    Recording recording_;
+};
+
+/// What does not depend on data.
+AssessmentOutcome describedOutcome(const Assessment& assessment);
+
+}  // namespace vorm::evaluation::detail

@@ -1,0 +1,303 @@
+#include "assessment_file.hpp"
+
+#include <vorm/evaluation/assessment/toml_table.hpp>
+#include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <utility>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::INTERPOLATION_METHOD;
+using detail::TomlDocument;
+using detail::TomlTable;
+
+class FileReader {
+public:
+    explicit FileReader(const TomlDocument& document) : document_(document) {
+        file_.name = document.name;
+    }
+
+    AssessmentFile read() {
+        TomlTable root(document_, document_.root, "the file");
+        file_.title = root.text("title").value_or("");
+        if (auto table = root.table("recording", "[recording]")) {
+            readLayout(*table);
+        }
+        if (auto table = root.table("enumerations", "[enumerations]")) {
+            table->forEach([this](const std::string& name, const toml::node& node) {
+                readEnumeration(name, node);
+            });
+        }
+        if (auto table = root.table("signals", "[signals]")) {
+            table->forEach([this](const std::string& name, const toml::node& node) {
+                readSignal(name, node);
+            });
+        }
+        if (auto table = root.table("definitions", "[definitions]")) {
+            table->forEach([this](const std::string& name, const toml::node& node) {
+                readDefinition(name, node);
+            });
+        }
+        readAssessments(root.node("assessment"));
+        root.refuseOthers();
+        return std::move(file_);
+    }
+
+private:
+    void readLayout(TomlTable& table) {
+        RecordingLayout& layout = file_.layout;
+        if (const auto delimiter = table.text("delimiter")) {
+            if (delimiter->size() != 1 || *delimiter == "\"" || *delimiter == "\n") {
+                document_.fail(*table.node("delimiter"), "a delimiter is one character",
+                               R"(for example "," or ";" or "\t")");
+            }
+            layout.delimiter = delimiter->front();
+        }
+        readTime(table);
+        if (table.choice("form", {"wide", "long"}) == std::size_t{1}) {
+            layout.longForm.emplace();
+        }
+        readLongColumn(table, "name_column", &LongForm::nameColumn);
+        readLongColumn(table, "value_column", &LongForm::valueColumn);
+        layout.interpolation = interpolation(table).value_or(INTERPOLATION_METHOD::ZOH);
+        layout.maxGap = maxGap(table);
+        table.refuseOthers();
+    }
+
+    void readLongColumn(TomlTable& table, const char* key, std::string LongForm::*column) {
+        if (const auto name = table.text(key)) {
+            if (!file_.layout.longForm) {
+                document_.fail(*table.node(key), "'" + std::string(key) + "' needs the long form",
+                               "add form = \"long\"");
+            }
+            file_.layout.longForm.value().*column = *name;
+        }
+    }
+
+    void readTime(TomlTable& table) {
+        TimeLayout& time = file_.layout.time;
+        time.columns = table.texts("time").value_or(std::vector<std::string>());
+        std::vector<std::string> units;
+        for (const TimeUnit& unit : timeUnits) {
+            units.emplace_back(unit.name);
+        }
+        if (const auto unit = table.choice("unit", units)) {
+            time.unit = timeUnits.at(*unit);
+        }
+        time.format = table.text("time_format").value_or("");
+        time.equalTimes = equalTimes(table).value_or(EqualTimes::Refuse);
+        if (const toml::node* origin = table.node("origin")) {
+            time.origin = originOf(*origin);
+        }
+    }
+
+    TimeOrigin::Choice originOf(const toml::node& node) const {
+        if (const auto* number = node.as_integer()) {
+            return TimeOrigin::At{std::to_string(number->get())};
+        }
+        if (node.is_string() && node.value<std::string>() == "recorded") {
+            return TimeOrigin::AsRecorded();
+        }
+        if (node.is_string() && node.value<std::string>() == "first") {
+            return TimeOrigin::FirstSample();
+        }
+        if (const auto* choice = node.as_table()) {
+            TomlTable table(document_, *choice, "'origin'");
+            const auto file = table.text("file");
+            const auto time = table.text("time");
+            table.refuseOthers();
+            if (file && !time) {
+                return TimeOrigin::FirstOf{*file};
+            }
+            if (time && !file) {
+                return TimeOrigin::At{*time};
+            }
+        }
+        document_.fail(node, "'origin' is no origin of time",
+                       R"(it is "recorded", "first", { file = "..." }, { time = "..." } or an )"
+                       "integer");
+    }
+
+    static std::optional<EqualTimes> equalTimes(TomlTable& table) {
+        const auto chosen = table.choice("equal_times", {"error", "first", "last"});
+        return chosen ? std::optional(static_cast<EqualTimes>(*chosen)) : std::nullopt;
+    }
+
+    static std::optional<INTERPOLATION_METHOD> interpolation(TomlTable& table) {
+        const auto chosen = table.choice("interpolation", {"held", "linear"});
+        if (!chosen) {
+            return std::nullopt;
+        }
+        return *chosen == 0 ? INTERPOLATION_METHOD::ZOH : INTERPOLATION_METHOD::LINEAR;
+    }
+
+    std::optional<double> maxGap(TomlTable& table) const {
+        const auto gap = table.duration("max_gap");
+        if (gap && *gap <= 0) {
+            document_.fail(*table.node("max_gap"), "'max_gap' has to be above 0");
+        }
+        return gap;
+    }
+
+    void readEnumeration(const std::string& name, const toml::node& node) {
+        const toml::array* list = node.as_array();
+        auto enumeration = std::make_shared<Enumeration>();
+        enumeration->name = name;
+        if (list != nullptr && !valueTypeOf(name) && name != "enum") {
+            for (const toml::node& member : *list) {
+                if (const auto* text = member.as_string()) {
+                    enumeration->members.push_back(text->get());
+                }
+            }
+            const std::set<std::string> distinct(enumeration->members.begin(),
+                                                 enumeration->members.end());
+            if (!list->empty() && distinct.size() == list->size()) {
+                enumerations_[name] = std::move(enumeration);
+                return;
+            }
+        }
+        document_.fail(node, "'" + name + "' is no enumeration",
+                       "write its members in order, each once: " + name + " = [\"off\", \"on\"]");
+    }
+
+    void readSignal(const std::string& name, const toml::node& node) {
+        SignalLayout signal;
+        signal.name = name;
+        signal.where = document_.placeOf(node);
+        if (const auto* column = node.as_string()) {
+            signal.column = column->get();
+        } else if (const auto* keys = node.as_table()) {
+            TomlTable table(document_, *keys, "the signal '" + name + "'");
+            signal.column = table.text("column").value_or("");
+            signal.file = table.text("file").value_or("");
+            signal.type = typeOf(table, name);
+            signal.interpolation = interpolation(table);
+            signal.unit = table.text("unit").value_or("");
+            signal.maxGap = maxGap(table);
+            signal.equalTimes = equalTimes(table);
+            table.refuseOthers();
+        } else {
+            document_.fail(node, "the signal '" + name + "' has to be a column name or a table",
+                           name + R"( = { column = "...", interpolation = "linear" })");
+        }
+        file_.layout.signals.push_back(std::move(signal));
+    }
+
+    std::optional<SignalType> typeOf(TomlTable& table, const std::string& signal) const {
+        const auto name = table.text("type");
+        if (!name) {
+            return std::nullopt;
+        }
+        if (const auto index = valueTypeOf(*name)) {
+            return SignalType{*index, nullptr};
+        }
+        if (*name == "enum") {
+            return SignalType::of(std::make_shared<Enumeration>(Enumeration{signal, {}}));
+        }
+        if (const auto found = enumerations_.find(*name); found != enumerations_.end()) {
+            return SignalType::of(found->second);
+        }
+        std::vector<std::string> types = valueTypeNames();
+        types.emplace_back("enum");
+        for (const auto& [enumeration, members] : enumerations_) {
+            types.push_back(enumeration);
+        }
+        document_.fail(*table.node("type"), "there is no type '" + *name + "'",
+                       "it is one of " + quotedList(types, types.size()));
+    }
+
+    SourcedFormula formula(const toml::value<std::string>& text) const {
+        FormulaSource source = document_.formulaAt(text);
+        try {
+            return {source, ParsedFormula(text.get())};
+        } catch (const FormulaError& error) {
+            throw placed(error, source);
+        }
+    }
+
+    void readDefinition(const std::string& name, const toml::node& node) {
+        const auto* text = node.as_string();
+        if (text == nullptr) {
+            document_.fail(node, "the definition '" + name + "' has to be a formula in quotes",
+                           name + " = \"speed > 3\"");
+        }
+        file_.definitions.emplace(name, formula(*text));
+    }
+
+    void readAssessments(const toml::node* node) {
+        const toml::array* list = node == nullptr ? nullptr : node->as_array();
+        if (node != nullptr && (list == nullptr || !list->is_array_of_tables())) {
+            document_.fail(*node, "'assessment' has to be a list of tables",
+                           "begin each with a line [[assessment]]");
+        }
+        if (list == nullptr || list->empty()) {
+            InputProblem problem;
+            problem.message = "there is no assessment in the file";
+            problem.where.file = document_.name;
+            problem.advice = "add [[assessment]] with name = \"...\" and formula = \"...\"";
+            throw InputError(std::move(problem));
+        }
+        for (const toml::node& element : *list) {
+            readAssessment(*element.as_table());
+        }
+    }
+
+    void readAssessment(const toml::table& keys) {
+        TomlTable table(document_, keys, "[[assessment]]");
+        const auto& name = table.requiredText("name");
+        for (const Assessment& other : file_.assessments) {
+            if (other.name == name.get()) {
+                document_.fail(name, "there are two assessments '" + other.name + "'",
+                               "give one of them another name");
+            }
+        }
+        Assessment assessment{name.get(), table.text("description").value_or(""),
+                              formula(table.requiredText("formula")), table.duration("from"),
+                              table.duration("to")};
+        if (assessment.from && assessment.to && *assessment.to < *assessment.from) {
+            document_.fail(*table.node("to"), "'to' is before 'from'");
+        }
+        table.refuseOthers();
+        file_.assessments.push_back(std::move(assessment));
+    }
+
+    const TomlDocument& document_;
+    AssessmentFile file_;
+    std::map<std::string, std::shared_ptr<const Enumeration>> enumerations_;
+};
+
+}  // namespace
+
+const Assessment& AssessmentFile::find(std::string_view assessment) const {
+    std::vector<std::string> names;
+    for (const Assessment& candidate : assessments) {
+        if (candidate.name == assessment) {
+            return candidate;
+        }
+        names.push_back(candidate.name);
+    }
+    InputProblem problem;
+    problem.message = "there is no assessment '" + std::string(assessment) + "'";
+    problem.where.file = name;
+    problem.advice = suggestion(assessment, names);
+    if (problem.advice.empty()) {
+        problem.advice = "it has " + quotedList(names);
+    }
+    throw InputError(std::move(problem));
+}
+
+AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name) {
+    const TomlDocument document(text, name);
+    return FileReader(document).read();
+}
+
+AssessmentFile readAssessmentFile(const std::string& path) {
+    return parseAssessmentFile(readFile(path), path == "-" ? "standard input" : path);
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <vorm/evaluation/assessment/formula_source.hpp>
+#include <vorm/evaluation/formula/formula.hpp>
+#include <vorm/evaluation/recording/recording_layout.hpp>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// A formula of an assessment file.
+struct SourcedFormula {
+    FormulaSource source;
+    ParsedFormula formula;
+};
+
+/// A requirement with a name.
+struct Assessment {
+    std::string name;
+    std::string description;
+    SourcedFormula requirement;
+    std::optional<double> from;  ///< seconds; nothing: from the first time of its signals
+    std::optional<double> to;    ///< seconds, included; nothing: to the last time of its signals
+};
+
+/// Requirements, what their formulas have in common, and how recordings for them are to be read.
+struct AssessmentFile {
+    std::string name;   ///< the path, for messages
+    std::string title;  ///< or empty
+    RecordingLayout layout;
+    std::map<std::string, SourcedFormula> definitions;
+    std::vector<Assessment> assessments;  ///< in the order of the file; their names differ
+
+    /// The assessment of that name. Throws InputError with the nearest names where there is none.
+    const Assessment& find(std::string_view assessment) const;
+};
+
+/// Reads an assessment file, a text in TOML 1.0; docs/assessment_files.md describes its keys.
+/// Throws InputError, with line and column, for a file that cannot be read, is no TOML, has keys
+/// that nothing reads, values of a wrong kind, formulas that are none, or no assessment at all.
+AssessmentFile readAssessmentFile(const std::string& path);
+
+/// The same for a text in memory; `name` stands for it in messages.
+AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name);
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/signal/signal.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// One sub-formula of an assessment with its values.
+struct ExplainedFormula {
+    std::size_t depth = 0;  ///< 0 for the whole formula
+    std::string text;
+    SharedPieces pieces;                             ///< null where it could not be evaluated
+    std::string failure;                             ///< why it could not be
+    std::shared_ptr<const Enumeration> enumeration;  ///< of its values, or null
+};
+
+/// A part of a formula that decides the failure of the whole at one time: it has the value
+/// `value` throughout the closed span of time.
+struct Culprit {
+    std::string text;
+    bool value;
+    double from;
+    double to;
+};
+
+/// Why an assessment fails where it fails.
+struct Explanation {
+    AssessmentOutcome outcome;
+    /// The formula and below it, in order, its parts; each distinct one once. Of an implication, a
+    /// rise or a fall the parts are those that one reads.
+    std::vector<ExplainedFormula> subFormulas;
+    /// For the beginning of each failing interval the parts that decide it: comparisons and
+    /// signals.
+    std::vector<std::vector<Culprit>> culprits;
+};
+
+/// Evaluates one assessment on a recording with all its sub-formulas. Throws InputError for a
+/// recording or a formula that cannot be used.
+Explanation explain(const AssessmentFile& file, const Assessment& assessment,
+                    const RecordingSource& recording, const RunOptions& options = {});
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,35 @@
+#include "outcome.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace vorm::evaluation {
+namespace {
+
+template <class Holds>
+bool anyAssessment(const RunOutcome& run, Holds holds) {
+    return std::any_of(run.recordings.begin(), run.recordings.end(), [&](const auto& recording) {
+        return std::any_of(recording.assessments.begin(), recording.assessments.end(), holds);
+    });
+}
+
+}  // namespace
+
+bool isInstant(const FailingInterval& interval) {
+    return interval.end <= std::nextafter(interval.start, std::numeric_limits<double>::infinity());
+}
+
+bool RunOutcome::hasErrors() const {
+    return std::any_of(recordings.begin(), recordings.end(),
+                       [](const auto& recording) { return !recording.error.empty(); }) ||
+           anyAssessment(*this, [](const auto& assessment) { return !assessment.error.empty(); });
+}
+
+bool RunOutcome::hasFailures() const {
+    return anyAssessment(*this, [](const auto& assessment) {
+        return assessment.verdict == assessments::resultEnum_t::FAIL;
+    });
+}
+
+}  // namespace vorm::evaluation

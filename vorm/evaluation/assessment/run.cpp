@@ -1,0 +1,128 @@
+#include "run.hpp"
+
+#include <vorm/evaluation/assessment/assessed_recording.hpp>
+#include <vorm/evaluation/evaluator/failure_text.hpp>
+#include <vorm/evaluation/parallel/for_each_index.hpp>
+
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
+namespace vorm::evaluation {
+namespace {
+
+using detail::AssessedRecording;
+
+// An assessment whose formula fits the recording, and where its results are found.
+struct Task {
+    const Assessment* assessment;
+    AssessmentOutcome* outcome;
+    Formula formula;
+    std::size_t truth = 0;
+    std::size_t robustness = 0;
+};
+
+std::vector<EvaluationRequest> requestsOf(std::vector<Task>& tasks, bool withRobustness) {
+    std::vector<EvaluationRequest> requests;
+    for (Task& task : tasks) {
+        task.truth = requests.size();
+        requests.push_back({&task.formula.tree, Meaning::Boolean});
+        if (withRobustness) {
+            task.robustness = requests.size();
+            requests.push_back({&task.formula.tree, Meaning::Robustness});
+        }
+    }
+    return requests;
+}
+
+void addRobustness(const AssessedRecording& recording, const Task& task,
+                   const EvaluationResult& result) {
+    if (result.failure) {
+        task.outcome->robustnessError = failureText(result.failure);
+    } else if (const auto range = recording.rangeOf(*task.assessment, task.formula)) {
+        task.outcome->robustness = leastValue(*result.pieces, *range);
+    }
+}
+
+void evaluateTasks(const AssessedRecording& recording, std::vector<Task>& tasks,
+                   bool withRobustness) {
+    const auto results = evaluate(requestsOf(tasks, withRobustness), recording.lookup(),
+                                  recording.evaluationOptions());
+    for (const Task& task : tasks) {
+        const EvaluationResult& truth = results[task.truth];
+        if (truth.failure) {
+            task.outcome->error = failureText(truth.failure);
+            continue;
+        }
+        recording.judge(*task.assessment, task.formula, *truth.pieces, *task.outcome);
+        if (withRobustness) {
+            addRobustness(recording, task, results[task.robustness]);
+        }
+    }
+}
+
+RecordingOutcome runOne(const AssessmentFile& file,
+                        const std::vector<const Assessment*>& assessments,
+                        const RecordingSource& source, const RunOptions& options) {
+    RecordingOutcome outcome;
+    outcome.recording = source.name();
+    try {
+        const AssessedRecording recording(file, assessments, source, options);
+        std::vector<Task> tasks;
+        outcome.assessments.reserve(assessments.size());
+        for (const Assessment* assessment : assessments) {
+            outcome.assessments.push_back(detail::describedOutcome(*assessment));
+            try {
+                tasks.push_back(
+                    {assessment, &outcome.assessments.back(), recording.formulaOf(*assessment)});
+            } catch (const InputError& error) {
+                outcome.assessments.back().error = error.what();
+            }
+        }
+        evaluateTasks(recording, tasks, options.robustness);
+    } catch (const InputError& error) {
+        outcome.error = error.what();
+    }
+    return outcome;
+}
+
+std::vector<const Assessment*> chosen(const AssessmentFile& file,
+                                      const std::vector<std::string>& only) {
+    for (const std::string& name : only) {
+        file.find(name);
+    }
+    std::vector<const Assessment*> assessments;
+    for (const Assessment& assessment : file.assessments) {
+        if (only.empty() || std::find(only.begin(), only.end(), assessment.name) != only.end()) {
+            assessments.push_back(&assessment);
+        }
+    }
+    return assessments;
+}
+
+}  // namespace
+
+RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& recordings,
+               const RunOptions& options) {
+    RunOutcome outcome{file.name, file.title, {}};
+    outcome.recordings.resize(recordings.size());
+    const auto assessments = chosen(file, options.only);
+
+    std::mutex progressMutex;
+    const auto atATime = static_cast<unsigned>(
+        std::clamp<std::size_t>(recordings.size(), 1, std::max(1U, options.jobs)));
+    RunOptions each = options;
+    each.jobs = std::max(1U, options.jobs / atATime);
+    if (options.progress) {
+        each.progress = [&](const std::string& text) {
+            const std::lock_guard lock(progressMutex);
+            options.progress(text);
+        };
+    }
+    forEachIndex(recordings.size(), atATime, [&](std::size_t i) {
+        outcome.recordings[i] = runOne(file, assessments, recordings[i], each);
+    });
+    return outcome;
+}
+
+}  // namespace vorm::evaluation

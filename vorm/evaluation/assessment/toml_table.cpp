@@ -1,0 +1,249 @@
+#include "toml_table.hpp"
+
+#include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/time_unit.hpp>
+
+#include <fast_float/fast_float.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vorm::evaluation::detail {
+namespace {
+
+std::string_view lineOf(std::string_view text, std::size_t number) {
+    for (; number > 1; --number) {
+        text.remove_prefix(std::min(text.size(), text.find('\n') + 1));
+    }
+    std::string_view line = text.substr(0, text.find('\n'));
+    if (!line.empty() && line.back() == '\r') {
+        line.remove_suffix(1);
+    }
+    return line;
+}
+
+toml::table parsed(std::string_view text, const std::string& name) {
+    try {
+        return toml::parse(text, name);
+    } catch (const toml::parse_error& error) {
+        InputProblem problem;
+        problem.message = std::string(error.description());
+        problem.where = {name, error.source().begin.line, error.source().begin.column};
+        problem.excerpt = std::string(lineOf(text, error.source().begin.line));
+        problem.caret =
+            error.source().begin.column - std::min<std::size_t>(1, error.source().begin.column);
+        problem.caretWidth = problem.excerpt.empty() ? 0 : 1;
+        problem.advice =
+            "the file has to be TOML: text values stand in quotes, for example "
+            "formula = \"speed < 20\"";
+        throw InputError(std::move(problem));
+    }
+}
+
+std::size_t offsetOf(std::string_view text, const toml::source_position& position) {
+    std::size_t offset = 0;
+    for (auto line = position.line; line > 1; --line) {
+        offset = std::min(text.size(), text.find('\n', offset)) + 1;
+    }
+    // Columns count characters, and strings begin after keys, which may be in any alphabet.
+    for (auto column = position.column; column > 1 && offset < text.size(); --column) {
+        do {
+            ++offset;
+        } while (offset < text.size() &&
+                 (static_cast<unsigned char>(text[offset]) & 0xc0U) == 0x80U);
+    }
+    return std::min(offset, text.size());
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::optional<double> durationOf(std::string_view text) {
+    text = trimmed(text);
+    double number = 0;
+    const auto end = fast_float::from_chars(text.data(), text.data() + text.size(), number);
+    if (end.ec != std::errc() || !std::isfinite(number)) {
+        return std::nullopt;
+    }
+    const std::string_view unit =
+        trimmed(text.substr(static_cast<std::size_t>(end.ptr - text.data())));
+    const auto known = timeUnitOf(unit.empty() ? "s" : unit);
+    return known ? std::optional(known->inSeconds(number)) : std::nullopt;
+}
+
+}  // namespace
+
+TomlDocument::TomlDocument(std::string_view content, std::string documentName)
+    : name(std::move(documentName)), text(content), root(parsed(content, name)) {}
+
+SourceLocation TomlDocument::placeOf(const toml::node& node) const {
+    return {name, node.source().begin.line, node.source().begin.column};
+}
+
+void TomlDocument::fail(const toml::node& node, std::string message, std::string advice) const {
+    InputProblem problem;
+    problem.message = std::move(message);
+    problem.where = placeOf(node);
+    problem.excerpt = std::string(lineOf(text, problem.where.line));
+    problem.caret = problem.where.column - std::min<std::size_t>(1, problem.where.column);
+    problem.caretWidth = 1;
+    if (node.source().end.line == node.source().begin.line &&
+        node.source().end.column > node.source().begin.column) {
+        problem.caretWidth = node.source().end.column - node.source().begin.column;
+    }
+    problem.advice = std::move(advice);
+    throw InputError(std::move(problem));
+}
+
+FormulaSource TomlDocument::formulaAt(const toml::value<std::string>& value) const {
+    const std::size_t begin = offsetOf(text, value.source().begin);
+    const std::size_t end = std::max(begin, offsetOf(text, value.source().end));
+    const std::string_view raw = text.substr(begin, end - begin);
+    const std::string& formula = value.get();
+    FormulaSource source{formula, placeOf(value), false};
+    const bool isMultiLine = raw.starts_with("\"\"\"") || raw.starts_with("'''");
+    const std::size_t at =
+        raw.find(formula, std::min<std::size_t>(isMultiLine ? 3 : 1, raw.size()));
+    if (at == std::string_view::npos) {
+        return source;
+    }
+    const std::string_view skipped = raw.substr(0, at);
+    const std::size_t newline = skipped.rfind('\n');
+    source.verbatim = true;
+    if (newline == std::string_view::npos) {
+        source.where.column += at;
+    } else {
+        source.where.line +=
+            static_cast<std::size_t>(std::count(skipped.begin(), skipped.end(), '\n'));
+        source.where.column = at - newline;
+    }
+    return source;
+}
+
+TomlTable::TomlTable(const TomlDocument& document, const toml::table& table, std::string what)
+    : document_(document), table_(table), what_(std::move(what)) {}
+
+const toml::node* TomlTable::node(const char* key) {
+    known_.emplace_back(key);
+    return table_.get(key);
+}
+
+const toml::value<std::string>& TomlTable::requireText(const toml::node& node,
+                                                       const char* key) const {
+    if (const auto* value = node.as_string()) {
+        return *value;
+    }
+    document_.fail(node, "'" + std::string(key) + "' has to be a text in quotes");
+}
+
+const toml::value<std::string>& TomlTable::requiredText(const char* key) {
+    const toml::node* value = node(key);
+    if (value == nullptr) {
+        document_.fail(table_, what_ + " has no '" + key + "'",
+                       "add " + std::string(key) + " = \"...\"");
+    }
+    return requireText(*value, key);
+}
+
+std::optional<std::string> TomlTable::text(const char* key) {
+    const toml::node* value = node(key);
+    return value == nullptr ? std::nullopt : std::optional(requireText(*value, key).get());
+}
+
+std::optional<std::size_t> TomlTable::choice(const char* key,
+                                             const std::vector<std::string>& choices) {
+    const toml::node* value = node(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    const std::string& chosen = requireText(*value, key).get();
+    const auto found = std::find(choices.begin(), choices.end(), chosen);
+    if (found == choices.end()) {
+        document_.fail(*value, "'" + chosen + "' is no " + key,
+                       "it is one of " + quotedList(choices, choices.size()));
+    }
+    return static_cast<std::size_t>(found - choices.begin());
+}
+
+std::optional<double> TomlTable::duration(const char* key) {
+    const toml::node* value = node(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    std::optional<double> seconds;
+    if (value->is_number()) {
+        seconds = value->value<double>();
+    } else if (const auto* given = value->as_string()) {
+        seconds = durationOf(given->get());
+    }
+    if (!seconds || !std::isfinite(*seconds)) {
+        document_.fail(*value, "'" + std::string(key) + "' is no time",
+                       "write a number of seconds, or a number and one of the units ns, us, ms, "
+                       "s, min and h in quotes: \"500 ms\"");
+    }
+    return seconds;
+}
+
+std::optional<std::vector<std::string>> TomlTable::texts(const char* key) {
+    const toml::node* value = node(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    const toml::array* list = value->as_array();
+    if (list == nullptr) {
+        return std::vector<std::string>{requireText(*value, key).get()};
+    }
+    std::vector<std::string> texts;
+    for (const toml::node& element : *list) {
+        texts.push_back(requireText(element, key).get());
+    }
+    if (texts.empty()) {
+        document_.fail(*value, "'" + std::string(key) + "' is empty");
+    }
+    return texts;
+}
+
+std::optional<TomlTable> TomlTable::table(const char* key, const std::string& name) {
+    const toml::node* value = node(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    if (!value->is_table()) {
+        document_.fail(*value, "'" + std::string(key) + "' has to be a table",
+                       "put its keys below a line " + name);
+    }
+    return TomlTable(document_, *value->as_table(), name);
+}
+
+std::vector<std::pair<std::string, const toml::node*>> TomlTable::inOrder() const {
+    std::vector<std::pair<std::string, const toml::node*>> entries;
+    for (const auto& [key, value] : table_) {
+        entries.emplace_back(key.str(), &value);
+    }
+    const auto position = [](const auto& entry) {
+        const auto& begin = entry.second->source().begin;
+        return std::pair(begin.line, begin.column);
+    };
+    std::stable_sort(entries.begin(), entries.end(),
+                     [&](const auto& a, const auto& b) { return position(a) < position(b); });
+    return entries;
+}
+
+void TomlTable::refuseOthers() const {
+    forEach([this](const std::string& key, const toml::node& value) {
+        if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
+            std::string advice = suggestion(key, known_);
+            if (advice.empty()) {
+                advice = "it can have " + quotedList(known_, known_.size());
+            }
+            document_.fail(value, "unknown key '" + key + "' in " + what_, std::move(advice));
+        }
+    });
+}
+
+}  // namespace vorm::evaluation::detail

@@ -1,0 +1,89 @@
+#include "typed_assessment.hpp"
+
+namespace vorm::evaluation {
+namespace {
+
+std::map<std::string, ParsedFormula> definitionsOf(const AssessmentFile& file) {
+    std::map<std::string, ParsedFormula> definitions;
+    for (const auto& [name, definition] : file.definitions) {
+        definitions.emplace(name, definition.formula);
+    }
+    return definitions;
+}
+
+void requireVerdicts(const Formula& formula, const std::string& text) {
+    const FormulaError::Span whole{0, text.size()};
+    if (formula.type.isKnown() && !formula.type.is<bool>()) {
+        throw FormulaError(
+            "an assessment is true or false, but this is of type " + typeText(formula.type), whole,
+            "compare it with something, for example 'x <= 20'");
+    }
+    if (formula.signals.empty()) {
+        throw FormulaError("the formula reads no signal", whole,
+                           "without one there is no time at which to assess it");
+    }
+}
+
+}  // namespace
+
+std::set<std::string> namesToRead(const AssessmentFile& file,
+                                  const std::vector<const Assessment*>& assessments) {
+    std::set<std::string> names;
+    std::vector<const ParsedFormula*> pending;
+    for (const Assessment* assessment : assessments) {
+        pending.push_back(&assessment->requirement.formula);
+    }
+    while (!pending.empty()) {
+        const ParsedFormula& formula = *pending.back();
+        pending.pop_back();
+        for (const std::string& name : formula.names()) {
+            const auto definition = file.definitions.find(name);
+            if (names.insert(name).second && definition != file.definitions.end()) {
+                pending.push_back(&definition->second.formula);
+            }
+        }
+    }
+    return names;
+}
+
+FormulaNames namesWithoutData(const AssessmentFile& file) {
+    FormulaNames names;
+    std::map<std::string, SignalType> declared;
+    for (const SignalLayout& signal : file.layout.signals) {
+        declared.emplace(signal.name, signal.type.value_or(SignalType()));
+        names.signalNames.push_back(signal.name);
+    }
+    names.signalType = [declared](const std::string& name) -> std::optional<SignalType> {
+        const auto found = declared.find(name);
+        return found == declared.end() ? SignalType() : found->second;
+    };
+    names.definitions = definitionsOf(file);
+    return names;
+}
+
+FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
+    FormulaNames names;
+    names.signalType = [&recording](const std::string& name) -> std::optional<SignalType> {
+        const Signal* signal = recording.find(name);
+        return signal == nullptr ? std::nullopt : std::optional(signal->type);
+    };
+    names.definitions = definitionsOf(file);
+    names.signalNames = recording.availableNames;
+    return names;
+}
+
+Formula typedFormula(const AssessmentFile& file, const Assessment& assessment,
+                     const FormulaNames& names) {
+    const FormulaSource& source = assessment.requirement.source;
+    try {
+        Formula formula = buildFormula(assessment.requirement.formula, names);
+        requireVerdicts(formula, source.text);
+        return formula;
+    } catch (const FormulaError& error) {
+        const auto definition = file.definitions.find(error.definition());
+        throw placed(error,
+                     definition == file.definitions.end() ? source : definition->second.source);
+    }
+}
+
+}  // namespace vorm::evaluation

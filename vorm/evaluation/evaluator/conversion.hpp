@@ -1,0 +1,25 @@
+#pragma once
+
+// For the evaluator: the conversions of casts. A number becomes
+// - a floating number: the nearest one;
+// - an integer: the nearest one, halves away from zero; beyond the type's range the end of it;
+// - a fixed-point number: that of the default type;
+// - a bool: whether it is not zero.
+// A bool becomes 0 or 1, or a verdict, PASS or FAIL.
+
+#include <vorm/assessments/facade/timed_trace.hpp>
+
+#include <cstddef>
+
+namespace vorm::evaluation {
+
+/// The trace with its values converted to the type of that index in ValueTypes. A line stays one.
+/// Throws AssessmentTypeException for enumerations, for verdicts, and for a verdict of what is no
+/// bool; AssessmentInternalException for a line that would become discrete, and, naming the time,
+/// for a NaN that would become an integer or a fixed-point number.
+assessments::TimedTrace converted(const assessments::TimedTrace& trace, std::size_t target);
+
+/// The trace as one of double.
+assessments::TimedTrace asDouble(const assessments::TimedTrace& trace);
+
+}  // namespace vorm::evaluation

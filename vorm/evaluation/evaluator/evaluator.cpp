@@ -1,0 +1,113 @@
+#include "evaluator.hpp"
+
+#include <vorm/evaluation/evaluator/failure_chain.hpp>
+#include <vorm/evaluation/evaluator/formula_graph.hpp>
+#include <vorm/evaluation/evaluator/node_evaluation.hpp>
+#include <vorm/evaluation/evaluator/pieces.hpp>
+#include <vorm/evaluation/evaluator/robustness.hpp>
+#include <vorm/evaluation/evaluator/schedule.hpp>
+
+#include <algorithm>
+
+namespace vorm::evaluation {
+
+using namespace assessments;
+
+namespace {
+
+// Each link holds a copy of its formula and its text, so that all links of a deep formula would
+// take the square of its size. The ones next to the fault tell what is wrong.
+constexpr std::size_t mostInnerLinks = 100;
+
+class Evaluation {
+public:
+    Evaluation(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals)
+        : requests_(requests),
+          signals_(signals),
+          graph_(requests),
+          outcomes_(graph_.vertices.size()) {}
+
+    std::vector<EvaluationResult> run(const EvaluationOptions& options) {
+        runSchedule(graph_, options,
+                    {[this](std::size_t vertex) { compute(vertex); },
+                     [this](std::size_t vertex) { outcomes_[vertex].pieces.reset(); }});
+        std::vector<EvaluationResult> results;
+        for (std::size_t request = 0; request < requests_.size(); ++request) {
+            results.push_back(resultOf(request));
+        }
+        return results;
+    }
+
+private:
+    // Written by the thread that computes the vertex, read after that. A fault is kept where it
+    // happened; the vertices that fail by it only know the operand that did.
+    struct Outcome {
+        SharedPieces pieces;
+        std::exception_ptr fault;
+        const std::size_t* failedOperand = nullptr;
+
+        bool failed() const { return fault != nullptr || failedOperand != nullptr; }
+    };
+
+    void compute(std::size_t place) {
+        const FormulaVertex& vertex = graph_.vertices[place];
+        Outcome& outcome = outcomes_[place];
+        std::vector<SharedPieces> operands;
+        try {
+            for (const std::size_t& operand : vertex.operandVertices()) {
+                if (outcomes_[operand].failed()) {
+                    outcome.failedOperand = &operand;
+                    return;
+                }
+                operands.push_back(outcomes_[operand].pieces);
+            }
+            outcome.pieces = evaluateNode(*vertex.formula, vertex.meaning, operands, signals_);
+        } catch (...) {
+            outcome.fault = std::current_exception();
+        }
+    }
+
+    EvaluationResult resultOf(std::size_t request) const {
+        const std::size_t root = graph_.roots[request];
+        if (outcomes_[root].failed()) {
+            return {nullptr, failureOf(root, *requests_[request].formula)};
+        }
+        const SharedPieces& pieces = outcomes_[root].pieces;
+        const bool isFinal = std::none_of(pieces->begin(), pieces->end(), hasFiniteCertainty);
+        const bool isRobustness = requests_[request].meaning == Meaning::Robustness;
+        return {isRobustness && !isFinal ? onPieces(*pieces, withInfiniteCertainty) : pieces,
+                nullptr};
+    }
+
+    std::exception_ptr failureOf(std::size_t root, const Expression& formula) const {
+        std::vector<const Expression*> path{&formula};
+        std::size_t place = root;
+        while (outcomes_[place].failedOperand != nullptr) {
+            place = *outcomes_[place].failedOperand;
+            // The robustness of a term is that of the same formula.
+            if (graph_.vertices[place].formula != path.back()) {
+                path.push_back(graph_.vertices[place].formula);
+            }
+        }
+        if (path.size() > mostInnerLinks + 1) {
+            path.erase(path.begin() + 1, path.end() - mostInnerLinks);
+        }
+        std::reverse(path.begin(), path.end());
+        return failureChain(outcomes_[place].fault, path);
+    }
+
+    const std::vector<EvaluationRequest>& requests_;
+    const SignalLookup& signals_;
+    const FormulaGraph graph_;
+    std::vector<Outcome> outcomes_;
+};
+
+}  // namespace
+
+std::vector<EvaluationResult> evaluate(const std::vector<EvaluationRequest>& requests,
+                                       const SignalLookup& signals,
+                                       const EvaluationOptions& options) {
+    return Evaluation(requests, signals).run(options);
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,95 @@
+#include "formula_graph.hpp"
+
+#include <vorm/evaluation/evaluator/node_meaning.hpp>
+#include <vorm/evaluation/evaluator/sub_formulas.hpp>
+
+#include <optional>
+
+namespace vorm::evaluation {
+namespace {
+
+// A sub-formula under a meaning as one number. That of every operand is less: children have lower
+// numbers, and a term's robustness is made from its boolean meaning.
+std::size_t meaningNumber(std::size_t subFormula, Meaning meaning) {
+    return 2 * subFormula + (meaning == Meaning::Robustness ? 1 : 0);
+}
+
+class GraphBuilder {
+public:
+    explicit GraphBuilder(const std::vector<EvaluationRequest>& requests) {
+        for (const EvaluationRequest& request : requests) {
+            roots_.push_back(
+                meaningNumber(subFormulas_.numberOf(*request.formula), request.meaning));
+        }
+        needed_.assign(2 * subFormulas_.all().size(), false);
+        for (const std::size_t root : roots_) {
+            needed_[root] = true;
+        }
+        for (std::size_t number = needed_.size(); number-- > 0;) {
+            markOperands(number);
+        }
+    }
+
+    void build(FormulaGraph& graph) const {
+        std::vector<std::size_t> places(needed_.size());
+        for (std::size_t number = 0; number < needed_.size(); ++number) {
+            if (!needed_[number]) {
+                continue;
+            }
+            const std::size_t place = places[number] = graph.vertices.size();
+            FormulaVertex vertex = vertexOf(number);
+            for (std::size_t i = 0; i < vertex.operandCount; ++i) {
+                vertex.operands[i] = places[vertex.operands[i]];
+                graph.vertices[vertex.operands[i]].users.push_back(place);
+            }
+            graph.vertices.push_back(std::move(vertex));
+        }
+        for (const std::size_t root : roots_) {
+            graph.roots.push_back(places[root]);
+        }
+    }
+
+private:
+    void markOperands(std::size_t number) {
+        if (!needed_[number]) {
+            return;
+        }
+        const FormulaVertex vertex = vertexOf(number);
+        for (const std::size_t operand : vertex.operandVertices()) {
+            needed_[operand] = true;
+        }
+    }
+
+    // The vertex of a number, with such numbers for its operands.
+    FormulaVertex vertexOf(std::size_t number) const {
+        const SubFormula& sub = subFormulas_.all()[number / 2];
+        const Meaning meaning = number % 2 == 0 ? Meaning::Boolean : Meaning::Robustness;
+        FormulaVertex vertex{sub.formula, meaning, {}, sub.childCount, {}};
+        Meaning operandMeaning = Meaning::Boolean;
+        if (meaning == Meaning::Robustness) {
+            const NodeRole role = roleOf(*sub.formula);
+            if (role == NodeRole::Term) {
+                vertex.operands = {meaningNumber(number / 2, Meaning::Boolean)};
+                vertex.operandCount = 1;
+                return vertex;
+            }
+            operandMeaning = role == NodeRole::Logic ? meaning : Meaning::Boolean;
+        }
+        for (std::size_t i = 0; i < sub.childCount; ++i) {
+            vertex.operands[i] = meaningNumber(sub.children[i], operandMeaning);
+        }
+        return vertex;
+    }
+
+    SubFormulas subFormulas_;
+    std::vector<std::size_t> roots_;
+    std::vector<bool> needed_;
+};
+
+}  // namespace
+
+FormulaGraph::FormulaGraph(const std::vector<EvaluationRequest>& requests) {
+    GraphBuilder(requests).build(*this);
+}
+
+}  // namespace vorm::evaluation

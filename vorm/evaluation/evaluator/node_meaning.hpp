@@ -1,0 +1,22 @@
+#pragma once
+
+// For the evaluator: what a node does for the robustness of a formula, and so which meaning of its
+// operands it needs.
+
+#include <vorm/assessments/expression/expression_type.hpp>
+#include <vorm/assessments/expression/vorm_op.hpp>
+
+namespace vorm::evaluation {
+
+enum class NodeRole {
+    Term,        ///< has one meaning only: leaves, arithmetic and casts
+    Comparison,  ///< makes truth of terms
+    Logic,       ///< makes truth of truth: also windows and shifts
+};
+
+NodeRole roleOf(assessments::VORM_OP op);
+
+/// The role of the node below the aliases at the root.
+NodeRole roleOf(const assessments::Expression& formula);
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,74 @@
+#pragma once
+
+// For the evaluator: operations on traces, applied to quantities in pieces. Each result is made of
+// one piece of each operand, so that nothing is ever looked at across a hole.
+
+#include <vorm/evaluation/signal/signal.hpp>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace vorm::evaluation {
+
+/// Whether a trace is known at no time.
+bool isKnownNowhere(const assessments::TimedTrace& trace);
+
+/// Whether a trace is a constant that is known at all times.
+bool isConstant(const assessments::TimedTrace& trace);
+
+/// Adds a piece, unless it is known nowhere. Where a rounded time makes it touch the piece before
+/// it, that one ends earlier.
+void appendPiece(TracePieces& pieces, assessments::TimedTrace piece);
+
+/// The operation on every piece.
+template <class Operation>
+SharedPieces onPieces(const TracePieces& operand, Operation operation) {
+    auto results = std::make_shared<TracePieces>();
+    for (const assessments::TimedTrace& piece : operand) {
+        appendPiece(*results, operation(piece));
+    }
+    return results;
+}
+
+/// Walks over the pairs of pieces, one of each operand, that have a time in common.
+class PiecePairs {
+public:
+    PiecePairs(const TracePieces& left, const TracePieces& right);
+
+    bool done() const { return l_ == left_.size() || r_ == right_.size(); }
+    void advance();
+
+    /// The pieces of the pair. Where an operand has several, they are cut to their common span, so
+    /// that a long piece does not count whole against each of many short ones.
+    const assessments::TimedTrace& left();
+    const assessments::TimedTrace& right();
+
+private:
+    using Storage = std::optional<assessments::TimedTrace>;
+
+    void skipPairsApart();
+    void passEarlierEnd();
+    const assessments::TimedTrace& cut(const assessments::TimedTrace& piece, Storage& storage);
+
+    const TracePieces& left_;
+    const TracePieces& right_;
+    std::size_t l_ = 0;
+    std::size_t r_ = 0;
+    Storage cutLeft_;
+    Storage cutRight_;
+};
+
+/// The operation on every pair of pieces that have a time in common. Throws
+/// AssessmentBinaryTypeException for operands of different types.
+template <class Operation>
+SharedPieces onPairs(const TracePieces& left, const TracePieces& right, Operation operation) {
+    auto results = std::make_shared<TracePieces>();
+    for (PiecePairs pairs(left, right); !pairs.done(); pairs.advance()) {
+        appendPiece(*results, operation(pairs.left(), pairs.right()));
+    }
+    return results;
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,26 @@
+#pragma once
+
+// For the evaluator: numeric operations on one held and one linear operand. Their result is linear,
+// and combine shows a step of the held operand as a line from the sample before it. Here a step
+// takes one representable double, so that the result is exact at every time.
+
+#include <vorm/assessments/facade/timed_trace.hpp>
+
+namespace vorm::evaluation {
+
+/// A held trace of an interpolating type as a linear one with a sample of the old value at the
+/// double before each step; any other trace, and one without a step, as it is.
+assessments::TimedTrace steppingLine(const assessments::TimedTrace& trace);
+
+/// Whether one of the two is held and the other linear.
+bool isMixed(const assessments::TimedTrace& left, const assessments::TimedTrace& right);
+
+/// The operation on the two, a held one beside a linear one as a stepping line.
+template <class Operation>
+assessments::TimedTrace onAligned(const assessments::TimedTrace& left,
+                                  const assessments::TimedTrace& right, Operation operation) {
+    return isMixed(left, right) ? operation(steppingLine(left), steppingLine(right))
+                                : operation(left, right);
+}
+
+}  // namespace vorm::evaluation

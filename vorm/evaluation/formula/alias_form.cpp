@@ -1,0 +1,112 @@
+#include "alias_form.hpp"
+
+#include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/expression_factory.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
+
+#include <boost/variant/get.hpp>
+
+#include <cmath>
+#include <string_view>
+
+namespace vorm::evaluation {
+namespace {
+
+using namespace assessments;
+
+const Expression* treeOf(const AliasArgument& argument) {
+    return boost::get<Expression>(&argument);
+}
+
+std::string_view textOf(const AliasArgument& argument) {
+    if (const auto* characters = boost::get<const char*>(&argument)) {
+        return *characters == nullptr ? std::string_view() : std::string_view(*characters);
+    }
+    const auto* text = boost::get<std::string>(&argument);
+    return text == nullptr ? std::string_view() : std::string_view(*text);
+}
+
+template <class Node>
+const Node* operatorOf(const Expression* tree, VORM_OP op) {
+    const auto* node = tree == nullptr ? nullptr : boost::get<Node>(tree);
+    return node != nullptr && node->op == op ? node : nullptr;
+}
+
+const Expression* leftOf(const binary_op* node) {
+    return node == nullptr ? nullptr : &node->lhs;
+}
+
+const Expression* rightOf(const binary_op* node) {
+    return node == nullptr ? nullptr : &node->rhs;
+}
+
+template <class Node>
+const Expression* childOf(const Node* node) {
+    return node == nullptr ? nullptr : &node->child;
+}
+
+bool same(const Expression* part, const Expression* argument) {
+    return part != nullptr && argument != nullptr &&
+           ExpressionEqual<ModuloAliases>()(*part, *argument);
+}
+
+std::optional<AliasForm> implication(const alias& node) {
+    const Expression* a = treeOf(node.arguments[0]);
+    const Expression* b = treeOf(node.arguments[2]);
+    const auto* body = operatorOf<binary_op>(&node.body, VORM_OP::Or);
+    const auto* negation = operatorOf<unary_op>(leftOf(body), VORM_OP::Not);
+    if (textOf(node.arguments[1]) != "->" || !same(childOf(negation), a) ||
+        !same(rightOf(body), b)) {
+        return std::nullopt;
+    }
+    return AliasForm{"", a, " -> ", b, "", true};
+}
+
+std::optional<AliasForm> edge(const alias& node) {
+    const Expression* p = treeOf(node.arguments[1]);
+    const std::string_view word = textOf(node.arguments[0]);
+    const bool rising = word == "rise(";
+    const auto* body = operatorOf<binary_op>(&node.body, VORM_OP::And);
+    const Expression* now = rising ? leftOf(body) : rightOf(body);
+    const Expression* negated =
+        childOf(operatorOf<unary_op>(rising ? rightOf(body) : leftOf(body), VORM_OP::Not));
+    const auto* before = operatorOf<timed_unary_op>(rising ? negated : now, VORM_OP::EpsilonShift);
+    if ((!rising && word != "fall(") || before == nullptr || before->offset != 1 ||
+        !same(rising ? now : negated, p) || !same(childOf(before), p)) {
+        return std::nullopt;
+    }
+    return AliasForm{std::string(word), p, "", nullptr, ")", false};
+}
+
+std::optional<AliasForm> crossing(const alias& node) {
+    const Expression* x = treeOf(node.arguments[1]);
+    const Expression* limit = treeOf(node.arguments[6]);
+    const std::string_view word = textOf(node.arguments[2]);
+    const bool rising = word == " Rise [";
+    const auto* body = operatorOf<binary_op>(&node.body, VORM_OP::Gt);
+    const auto* change = operatorOf<binary_op>(leftOf(body), VORM_OP::Minus);
+    const Expression* later = rising ? leftOf(change) : rightOf(change);
+    const Expression* now = rising ? rightOf(change) : leftOf(change);
+    const auto* shift = operatorOf<timed_unary_op>(later, VORM_OP::Shift);
+    if ((!rising && word != " Fall [") || !same(now, x) || !same(childOf(shift), x) ||
+        !same(rightOf(body), limit)) {
+        return std::nullopt;
+    }
+    const std::string distance = shortestNumber(shift->offset);
+    return AliasForm{(rising ? "Rise[" : "Fall[") + distance + "](", x, ", ", limit, ")", false};
+}
+
+}  // namespace
+
+std::optional<AliasForm> formOf(const alias& node) {
+    switch (node.arguments.size()) {
+        case 3:
+            return treeOf(node.arguments[0]) != nullptr ? implication(node) : edge(node);
+        case 8:
+            return crossing(node);
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace vorm::evaluation

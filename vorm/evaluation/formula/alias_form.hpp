@@ -1,0 +1,26 @@
+#pragma once
+
+// Recognises the aliases that have operators of their own in the text of a formula.
+
+#include <vorm/assessments/expression/expression.hpp>
+
+#include <optional>
+#include <string>
+
+namespace vorm::evaluation {
+
+/// `before` left `between` right `after`.
+struct AliasForm {
+    std::string before;
+    const assessments::Expression* left;
+    std::string between;
+    const assessments::Expression* right;  ///< or null
+    std::string after;
+    bool isInfix;
+};
+
+/// The form of an implication, a rise or a fall; nothing for another alias, and for one whose text
+/// says something else than its body. Linear in the alias.
+std::optional<AliasForm> formOf(const assessments::alias& node);
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,82 @@
+#include "definitions.hpp"
+
+#include <vorm/evaluation/text/nearest_names.hpp>
+
+#include <algorithm>
+
+namespace vorm::evaluation {
+
+const ParsedFormula* Definitions::find(const std::string& name) const {
+    const auto definition = names_.definitions.find(name);
+    return definition == names_.definitions.end() ? nullptr : &definition->second;
+}
+
+TreeSize Definitions::sizeOf(const ParsedFormula& formula) {
+    return evaluation::sizeOf(formula.nodes(),
+                              [this](const SyntaxNode& node) { return sizeOfName(node); });
+}
+
+TreeSize Definitions::sizeOfName(const SyntaxNode& node) {
+    const ParsedFormula* definition = find(node.text);
+    if (definition == nullptr) {
+        return {};
+    }
+    if (const auto known = sizes_.find(node.text); known != sizes_.end()) {
+        return known->second;
+    }
+    requireNoCircle(node);
+    path_.push_back(node.text);
+    TreeSize size = withinDefinition(node.text, [&] { return sizeOf(*definition); });
+    path_.pop_back();
+    ++size.height;
+    return sizes_[node.text] = size;
+}
+
+void Definitions::requireNoCircle(const SyntaxNode& node) const {
+    const auto begin = std::find(path_.begin(), path_.end(), node.text);
+    if (begin != path_.end()) {
+        std::string circle;
+        for (auto name = begin; name != path_.end(); ++name) {
+            circle += *name + " -> ";
+        }
+        throw FormulaError("definitions go in a circle: " + circle + node.text, node.where);
+    }
+    if (path_.size() >= ParsedFormula::maximumNesting) {
+        throw FormulaError("definitions are nested more than " +
+                               std::to_string(ParsedFormula::maximumNesting) + " levels deep",
+                           node.where);
+    }
+}
+
+std::vector<OperandType> Definitions::typesOf(const ParsedFormula& formula) {
+    return evaluation::typesOf(formula,
+                               {[this](const std::string& name) { return typeOfName(name); },
+                                [this](const std::string& name) { return suggestionFor(name); }});
+}
+
+const std::vector<OperandType>& Definitions::typesOf(const std::string& name) {
+    const auto known = types_.find(name);
+    if (known != types_.end()) {
+        return known->second;
+    }
+    return types_[name] = withinDefinition(name, [&] { return typesOf(*find(name)); });
+}
+
+std::optional<OperandType> Definitions::typeOfName(const std::string& name) {
+    if (find(name) == nullptr) {
+        const std::optional<SignalType> type = names_.signalType(name);
+        return type ? std::optional(OperandType{.type = *type}) : std::nullopt;
+    }
+    const OperandType& whole = typesOf(name).back();
+    return OperandType{.type = whole.type, .isOpen = whole.isOpen, .isConstant = whole.isConstant};
+}
+
+std::string Definitions::suggestionFor(const std::string& name) const {
+    std::vector<std::string> candidates = names_.signalNames;
+    for (const auto& definition : names_.definitions) {
+        candidates.push_back(definition.first);
+    }
+    return suggestion(name, candidates);
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,76 @@
+#include "number_text.hpp"
+#include "parser.hpp"
+
+#include <vorm/evaluation/text/time_unit.hpp>
+
+namespace vorm::evaluation {
+namespace {
+
+constexpr const char* intervalAdvice = "an interval is written [0, 5 s]";
+
+}  // namespace
+
+void Parser::interval(SyntaxNode& node) {
+    const Token opening = next();
+    if (!takeIf("[")) {
+        expected("an interval", intervalAdvice);
+    }
+    node.a = time();
+    if (!takeIf(",")) {
+        expected("',' and the end of the interval", intervalAdvice);
+    }
+    node.b = time();
+    expectClosing(opening, "]");
+    node.sign = spanFrom(opening);
+}
+
+void Parser::distance(SyntaxNode& node) {
+    const Token opening = next();
+    if (!takeIf("[")) {
+        expected("'[' and a distance in time");
+    }
+    node.a = time();
+    expectClosing(opening, "]");
+    node.sign = spanFrom(opening);
+}
+
+// The library prints the start of the window, 0, and directly behind it the distance.
+void Parser::printedDistance(SyntaxNode& node) {
+    const Token opening = take();
+    const Token start = next();
+    const bool isZero = start.kind == TokenKind::Number && start.text.front() == '0';
+    const Token behind = isZero ? tokensOf(start.text.substr(1)).front() : start;
+    if (!isZero || (start.text != "0" && behind.kind != TokenKind::Number)) {
+        expected("the distance behind a 0", "write Rise[2 s](x, 5) or Fall[2 s](x, 5)");
+    }
+    take();
+    node.a = start.text == "0" ? time() : timeOf(behind.text);
+    expectClosing(opening, "]");
+    node.sign = spanFrom(opening);
+}
+
+double Parser::time() {
+    const bool isNegative = takeIf("-");
+    const Token digits = next();
+    if (digits.kind != TokenKind::Number && !digits.is("inf") && !digits.is("nan")) {
+        expected("a time", "for example 5 s or 200 ms");
+    }
+    take();
+    const double seconds = timeOf(digits.text);
+    return isNegative ? -seconds : seconds;
+}
+
+double Parser::timeOf(std::string_view digits) {
+    const double number = numberOf<double>(digits);
+    if (next().kind != TokenKind::Name) {
+        return number;
+    }
+    const std::optional<TimeUnit> unit = timeUnitOf(next().text);
+    if (!unit) {
+        expected("a unit of time", "the units are ns, us, ms, s, min and h");
+    }
+    take();
+    return unit->inSeconds(number);
+}
+
+}  // namespace vorm::evaluation

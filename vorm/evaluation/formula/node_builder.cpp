@@ -1,0 +1,148 @@
+#include "node_builder.hpp"
+
+#include "enumeration_literal.hpp"
+
+#include <vorm/assessments/expression/expression.hpp>
+#include <vorm/assessments/expression/expression_factory.hpp>
+#include <vorm/evaluation/signal/signal.hpp>
+
+#include <stdexcept>
+#include <utility>
+
+namespace vorm::evaluation {
+namespace {
+
+using namespace assessments;
+
+Expression unaryOf(VORM_OP op, Expression x) {
+    const ExpressionFactory factory;
+    switch (op) {
+        case VORM_OP::Not:
+            return factory.Not(std::move(x));
+        case VORM_OP::UnaryMinus:
+            return factory.UnaryMinus(std::move(x));
+        case VORM_OP::Abs:
+            return factory.Abs(std::move(x));
+        default:
+            return factory.Slope(std::move(x));
+    }
+}
+
+Expression comparisonOf(VORM_OP op, Expression left, Expression right) {
+    const ExpressionFactory factory;
+    switch (op) {
+        case VORM_OP::Eq:
+            return factory.Eq(std::move(left), std::move(right));
+        case VORM_OP::Neq:
+            return factory.Neq(std::move(left), std::move(right));
+        case VORM_OP::Lt:
+            return factory.Lt(std::move(left), std::move(right));
+        case VORM_OP::Leq:
+            return factory.Leq(std::move(left), std::move(right));
+        case VORM_OP::Gt:
+            return factory.Gt(std::move(left), std::move(right));
+        default:
+            return factory.Geq(std::move(left), std::move(right));
+    }
+}
+
+Expression binaryOf(VORM_OP op, Expression left, Expression right) {
+    const ExpressionFactory factory;
+    switch (op) {
+        case VORM_OP::Plus:
+            return factory.Plus(std::move(left), std::move(right));
+        case VORM_OP::Minus:
+            return factory.Minus(std::move(left), std::move(right));
+        case VORM_OP::Multiply:
+            return factory.Multiply(std::move(left), std::move(right));
+        case VORM_OP::And:
+            return factory.And(std::move(left), std::move(right));
+        case VORM_OP::Or:
+            return factory.Or(std::move(left), std::move(right));
+        default:
+            return comparisonOf(op, std::move(left), std::move(right));
+    }
+}
+
+// The time just before t is the one that EpsilonShift looks at.
+Expression edgeOf(bool rising, Expression p) {
+    const ExpressionFactory factory;
+    Expression before = factory.EpsilonShift(1, p);
+    Expression body = rising ? factory.And(p, factory.Not(std::move(before)))
+                             : factory.And(factory.Not(p), std::move(before));
+    return alias(std::move(body), rising ? "rise(" : "fall(", std::move(p), ")");
+}
+
+Expression crossingOf(const SyntaxNode& node, Expression x, Expression limit) {
+    const ExpressionFactory factory;
+    Expression later = factory.Shift(node.a, x);
+    Expression difference =
+        node.rising ? factory.Minus(std::move(later), x) : factory.Minus(x, std::move(later));
+    Expression body = factory.Gt(std::move(difference), limit);
+    return alias(std::move(body), "(", std::move(x), node.rising ? " Rise [" : " Fall [", 0, node.a,
+                 "] ", std::move(limit), ")");
+}
+
+Expression castOf(std::size_t target, Expression x) {
+    const auto flag =
+        boost::mp11::mp_with_index<boost::mp11::mp_size<ValueTypes>::value>(target, [](auto index) {
+            return cast_op::Target(cast_op::castFlag<boost::mp11::mp_at_c<ValueTypes, index>>());
+        });
+    return cast_op(std::move(x), flag);
+}
+
+Expression oneOperand(const SyntaxNode& node, Expression x) {
+    const ExpressionFactory factory;
+    switch (node.kind) {
+        case SyntaxKind::Window:
+            return node.op == VORM_OP::Globally ? factory.Globally(node.a, node.b, std::move(x))
+                                                : factory.Eventually(node.a, node.b, std::move(x));
+        case SyntaxKind::Shifted:
+            return node.op == VORM_OP::Shift ? factory.Shift(node.a, std::move(x))
+                                             : factory.EpsilonShift(node.a, std::move(x));
+        case SyntaxKind::Cast:
+            return castOf(node.target, std::move(x));
+        case SyntaxKind::Edge:
+            return edgeOf(node.rising, std::move(x));
+        default:
+            return unaryOf(node.op, std::move(x));
+    }
+}
+
+Expression twoOperands(const SyntaxNode& node, Expression left, Expression right) {
+    const ExpressionFactory factory;
+    switch (node.kind) {
+        case SyntaxKind::Until:
+            return factory.Until(std::move(left), node.a, node.b, std::move(right));
+        case SyntaxKind::Implication:
+            return factory.Implies(std::move(left), std::move(right));
+        case SyntaxKind::Crossing:
+            return crossingOf(node, std::move(left), std::move(right));
+        default:
+            return binaryOf(node.op, std::move(left), std::move(right));
+    }
+}
+
+Expression taken(std::vector<Expression>& operands) {
+    Expression last = std::move(operands.back());
+    operands.pop_back();
+    return last;
+}
+
+}  // namespace
+
+Expression operatorOf(const SyntaxNode& node, std::vector<Expression>& operands) {
+    Expression last = taken(operands);
+    return operandsOf(node.kind) == 1 ? oneOperand(node, std::move(last))
+                                      : twoOperands(node, taken(operands), std::move(last));
+}
+
+Expression signalOf(const std::string& name) {
+    return variable(name, signalId(name));
+}
+
+Expression unknownMember(const std::string& member) {
+    return constantValue(enumerationTag(""), member, enumerationTag(member));
+}
+
+}  // namespace vorm::evaluation

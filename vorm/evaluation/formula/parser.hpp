@@ -1,0 +1,96 @@
+#pragma once
+
+// Reads the text of a formula by precedence climbing (Clarke, "The top-down parsing of
+// expressions", 1986) over its words. For ParsedFormula.
+
+#include <vorm/evaluation/formula/spellings.hpp>
+#include <vorm/evaluation/formula/syntax_tree.hpp>
+#include <vorm/evaluation/formula/token.hpp>
+
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorm::evaluation {
+
+class Parser {
+public:
+    /// The text has to outlive the parser.
+    explicit Parser(std::string_view text);
+
+    /// The nodes of the formula. Throws FormulaError.
+    SyntaxNodes nodes() &&;
+
+private:
+    class Level;
+
+    // parser.cpp: operators between operands
+    std::size_t implications();
+    std::size_t expression(Precedence loosest);
+    std::size_t extended(std::size_t left, const Spelling& infix);
+    std::optional<Spelling> infix() const;
+    std::size_t append(SyntaxNode node);
+
+    // operand_parser.cpp: operands and operators before them
+    std::size_t operand();
+    std::size_t group();
+    std::size_t prefixed(const Spelling& spelling);
+    std::size_t appliedTo(SyntaxNode node, bool inBrackets);
+    std::size_t crossing(SyntaxNode node);
+    std::size_t leaf();
+    std::size_t name();
+
+    // literal_parser.cpp
+    std::size_t conversion(SyntaxNode node);
+    bool typedLiteral(SyntaxNode& node);
+    std::optional<std::size_t> number();
+
+    // interval_parser.cpp
+    void interval(SyntaxNode& node);
+    void distance(SyntaxNode& node);
+    void printedDistance(SyntaxNode& node);
+    double time();
+    double timeOf(std::string_view digits);
+
+    // refused_words.cpp
+    void refuseMissingOperator() const;
+    [[noreturn]] void refuseOperand() const;
+    [[noreturn]] void refuseName() const;
+    [[noreturn]] void refuseWithoutTime(const Spelling& spelling) const;
+
+    // token_reader.cpp
+    const Token& next(std::size_t ahead = 0) const;
+    Token take();
+    bool takeIf(std::string_view word);
+    void expectClosing(const Token& opening, std::string_view closing);
+    std::string textOf(const Token& token) const;
+    std::size_t beginOf(const Token& token) const;
+    FormulaError::Span spanOf(const Token& token) const;
+    std::size_t endOfTaken() const;
+    FormulaError::Span spanFrom(const Token& first) const;
+    [[noreturn]] void fail(const std::string& message, const Token& where,
+                           std::string advice = {}) const;
+    [[noreturn]] void expected(const std::string& what, std::string advice = {}) const;
+
+    std::string_view text_;
+    std::vector<Token> tokens_;
+    std::size_t position_ = 0;
+    std::size_t level_ = 0;
+    SyntaxNodes nodes_;
+};
+
+/// Counts the brackets and operators that a part of the text is nested in while it lives.
+class Parser::Level {
+public:
+    explicit Level(Parser& parser);
+    ~Level() { --parser_.level_; }
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+
+private:
+    Parser& parser_;
+};
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,117 @@
+#include "spellings.hpp"
+
+#include <vorm/evaluation/signal/signal_type.hpp>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::VORM_OP;
+using enum SyntaxKind;
+
+constexpr std::array infixes = std::to_array<Spelling>({
+    {"->", Implication, VORM_OP::None, Precedence::Implication},
+    {"implies", Implication, VORM_OP::None, Precedence::Implication},
+    {"|", Binary, VORM_OP::Or, Precedence::Or},
+    {"||", Binary, VORM_OP::Or, Precedence::Or},
+    {"or", Binary, VORM_OP::Or, Precedence::Or},
+    {"&", Binary, VORM_OP::And, Precedence::And},
+    {"&&", Binary, VORM_OP::And, Precedence::And},
+    {"and", Binary, VORM_OP::And, Precedence::And},
+    {"U", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
+    {"until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
+    {"Until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
+    {"==", Binary, VORM_OP::Eq, Precedence::Comparison},
+    {"~=", Binary, VORM_OP::Neq, Precedence::Comparison},
+    {"!=", Binary, VORM_OP::Neq, Precedence::Comparison},
+    {"<", Binary, VORM_OP::Lt, Precedence::Comparison},
+    {"<=", Binary, VORM_OP::Leq, Precedence::Comparison},
+    {">", Binary, VORM_OP::Gt, Precedence::Comparison},
+    {">=", Binary, VORM_OP::Geq, Precedence::Comparison},
+    {"Rise", Crossing, VORM_OP::None, Precedence::Comparison, Opening::Square, true},
+    {"Fall", Crossing, VORM_OP::None, Precedence::Comparison, Opening::Square, false},
+    {"+", Binary, VORM_OP::Plus, Precedence::Sum},
+    {"-", Binary, VORM_OP::Minus, Precedence::Sum},
+    {"*", Binary, VORM_OP::Multiply, Precedence::Product},
+});
+
+constexpr std::array prefixes = std::to_array<Spelling>({
+    {"~", Unary, VORM_OP::Not, Precedence::Operand},
+    {"!", Unary, VORM_OP::Not, Precedence::Operand},
+    {"not", Unary, VORM_OP::Not, Precedence::Operand},
+    {"-", Unary, VORM_OP::UnaryMinus, Precedence::Operand},
+    {"abs", Unary, VORM_OP::Abs, Precedence::Operand, Opening::Round},
+    {"slope", Unary, VORM_OP::Slope, Precedence::Operand, Opening::Round},
+    {"rise", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, true},
+    {"fall", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, false},
+    {"G", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
+    {"Globally", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
+    {"always", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
+    {"F", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
+    {"Eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
+    {"eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
+    {"Shift", Shifted, VORM_OP::Shift, Precedence::Operand, Opening::Square},
+    {"EpsilonShift", Shifted, VORM_OP::EpsilonShift, Precedence::Operand, Opening::Square},
+    {"Rise", Crossing, VORM_OP::None, Precedence::Operand, Opening::Square, true},
+    {"Fall", Crossing, VORM_OP::None, Precedence::Operand, Opening::Square, false},
+});
+
+bool opens(Opening opening, std::string_view next) {
+    return opening == Opening::None || next == (opening == Opening::Round ? "(" : "[");
+}
+
+template <class Table>
+std::optional<Spelling> find(const Table& table, std::string_view word, std::string_view next) {
+    const auto found = std::find_if(table.begin(), table.end(), [&](const Spelling& spelling) {
+        return spelling.word == word && opens(spelling.opening, next);
+    });
+    return found == table.end() ? std::nullopt : std::optional(*found);
+}
+
+}  // namespace
+
+std::optional<Spelling> infixOf(std::string_view word, std::string_view next) {
+    return find(infixes, word, next);
+}
+
+std::optional<Spelling> prefixOf(std::string_view word, std::string_view next) {
+    if (std::optional<Spelling> known = find(prefixes, word, next)) {
+        return known;
+    }
+    if (next == "(" && valueTypeOf(word)) {
+        return Spelling{word, Cast, VORM_OP::Cast, Precedence::Operand, Opening::Round};
+    }
+    return std::nullopt;
+}
+
+std::optional<Spelling> timedOf(std::string_view word) {
+    const std::optional<Spelling> prefix = find(prefixes, word, "[");
+    const std::optional<Spelling> spelling = prefix ? prefix : find(infixes, word, "[");
+    return spelling && spelling->opening == Opening::Square ? spelling : std::nullopt;
+}
+
+bool isReserved(std::string_view word) {
+    constexpr std::array<std::string_view, 11> reserved{"and",   "or",     "not",        "implies",
+                                                        "until", "always", "eventually", "true",
+                                                        "false", "nan",    "inf"};
+    return std::find(reserved.begin(), reserved.end(), word) != reserved.end();
+}
+
+bool isOperatorWord(std::string_view word) {
+    return isReserved(word) || timedOf(word).has_value() || prefixOf(word, "(").has_value();
+}
+
+std::vector<std::string> prefixWords() {
+    std::vector<std::string> words = valueTypeNames();
+    for (const Spelling& spelling : prefixes) {
+        if (spelling.opening != Opening::None) {
+            words.emplace_back(spelling.word);
+        }
+    }
+    return words;
+}
+
+}  // namespace vorm::evaluation

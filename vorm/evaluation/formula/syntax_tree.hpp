@@ -1,0 +1,77 @@
+#pragma once
+
+// What the text of a formula says, before its names mean anything. For the sources of this folder.
+// The nodes lie in one list, operands before their operators, so that every pass over a formula is
+// a loop, however long its chains of operators are.
+
+#include <vorm/assessments/expression/vorm_op.hpp>
+#include <vorm/evaluation/formula/formula_error.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation {
+
+enum class SyntaxKind : std::uint8_t {
+    Number,        ///< a literal without a type: `text`
+    TypedLiteral,  ///< `text` as a value of `target`, or the stored integer of one of `storedType`
+    Name,
+    QuotedName,
+    Member,  ///< of an enumeration: `'text'`
+    Unary,
+    Window,   ///< Globally, Eventually
+    Shifted,  ///< Shift, EpsilonShift
+    Cast,     ///< to `target`
+    Edge,     ///< rise(p), fall(p)
+    Binary,
+    Until,
+    Implication,
+    Crossing,  ///< Rise, Fall: `left` by more than `right` within `a` seconds
+};
+
+struct SyntaxNode {
+    SyntaxKind kind = SyntaxKind::Number;
+    assessments::VORM_OP op = assessments::VORM_OP::None;
+    bool rising = false;                      ///< of edges and crossings
+    FormulaError::Span where{};               ///< the whole operand, with its brackets
+    FormulaError::Span sign{};                ///< the operator, or its interval
+    std::string text{};                       ///< of leaves, without quotes
+    std::optional<std::string> storedType{};  ///< of stored integers
+    std::size_t target = 0;                   ///< index of a value type
+    double a = 0;                             ///< start of a window or distance, in seconds
+    double b = 0;                             ///< end of a window, in seconds
+    std::size_t left = 0;                     ///< index of the first or only operand
+    std::size_t right = 0;                    ///< index of the second operand
+    std::size_t height = 1;                   ///< levels, where a chain such as a + b - c is one
+};
+
+using SyntaxNodes = std::vector<SyntaxNode>;
+
+constexpr int operandsOf(SyntaxKind kind) {
+    return kind < SyntaxKind::Unary ? 0 : kind < SyntaxKind::Binary ? 1 : 2;
+}
+
+/// Sums, products, conjunctions and disjunctions of many operands are chains: `left op right` needs
+/// no brackets around a left operand of the same chain.
+constexpr bool continuesChain(assessments::VORM_OP left, assessments::VORM_OP op) {
+    using assessments::VORM_OP;
+    const auto isSum = [](VORM_OP sign) { return sign == VORM_OP::Plus || sign == VORM_OP::Minus; };
+    const bool isChain =
+        isSum(op) || op == VORM_OP::Multiply || op == VORM_OP::And || op == VORM_OP::Or;
+    return isChain && (left == op || (isSum(left) && isSum(op)));
+}
+
+/// The height of an operator over operands of the heights given; that of an absent one is 0.
+inline std::size_t heightOf(const SyntaxNodes& nodes, const SyntaxNode& node, std::size_t left,
+                            std::size_t right) {
+    const bool isChain = node.kind == SyntaxKind::Binary &&
+                         nodes[node.left].kind == SyntaxKind::Binary &&
+                         continuesChain(nodes[node.left].op, node.op);
+    return std::max(isChain ? left : left + 1, right + 1);
+}
+
+}  // namespace vorm::evaluation

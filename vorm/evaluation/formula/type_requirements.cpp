@@ -1,0 +1,68 @@
+#include "type_rules.hpp"
+
+#include <cmath>
+
+namespace vorm::evaluation {
+
+SignalType TypeRules::shared(const SyntaxNode& node) {
+    OperandType& left = types_[node.left];
+    OperandType& right = types_[node.right];
+    if (left.isOpen != right.isOpen) {
+        OperandType& open = left.isOpen ? left : right;
+        const OperandType& closed = left.isOpen ? right : left;
+        if (isNoNumber(closed.type)) {
+            refuseClash(node);
+        }
+        open.type = closed.type;
+        // The operator is the next node to be typed.
+        open.settledBy = types_.size();
+        return closed.type;
+    }
+    if (left.type.isKnown() && right.type.isKnown() && !(left.type == right.type)) {
+        refuseClash(node);
+    }
+    return left.type.isKnown() ? left.type : right.type;
+}
+
+void TypeRules::requireValue(std::size_t operand) const {
+    if (types_[operand].isMember && !types_[operand].type.isEnumerated()) {
+        refuseMember(operand, {});
+    }
+}
+
+void TypeRules::requireNumber(const SyntaxNode& node, std::size_t operand) const {
+    requireValue(operand);
+    if (isNoNumber(types_[operand].type)) {
+        refuseOperand(node, operand, "a number", "");
+    }
+}
+
+void TypeRules::requireBool(const SyntaxNode& node, std::size_t operand) const {
+    requireValue(operand);
+    const OperandType& type = types_[operand];
+    if (type.isOpen || (type.type.isKnown() && !type.type.is<bool>())) {
+        refuseOperand(node, operand, "bool",
+                      "compare it, for example `" + textOf(operand) +
+                          (type.type.isEnumerated() ? " == '...'`" : " > 0`"));
+    }
+}
+
+void TypeRules::requireTimes(const SyntaxNode& node) const {
+    const bool isWindow = node.kind == SyntaxKind::Window || node.kind == SyntaxKind::Until;
+    if (!std::isfinite(node.a) || !std::isfinite(node.b)) {
+        throw FormulaError("a time is finite", node.sign,
+                           isWindow ? "end the interval with the longest time that matters" : "");
+    }
+    if (isWindow && node.a > node.b) {
+        throw FormulaError("the interval ends before it begins", node.sign, "swap its ends");
+    }
+    if (node.kind == SyntaxKind::Until && node.a < 0) {
+        throw FormulaError("an until does not look back", node.sign, "begin the interval at 0");
+    }
+}
+
+bool isNoNumber(const SignalType& type) {
+    return type.isEnumerated() || type.is<bool>() || type.is<assessments::Verdict>();
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,17 @@
+#pragma once
+
+// The text of a cell as a value of a type. Throws CellProblem for what is none.
+
+#include <string>
+#include <string_view>
+
+namespace vorm::evaluation {
+
+/// Defined for each of the value types.
+template <class T>
+T cellValue(std::string_view text, const std::string& column);
+
+/// `true` and `false` in lower case, upper case or with a capital.
+bool isTruthText(std::string_view text);
+
+}  // namespace vorm::evaluation

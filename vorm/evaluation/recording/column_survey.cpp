@@ -1,0 +1,107 @@
+#include "column_survey.hpp"
+
+#include <vorm/evaluation/recording/cell_value.hpp>
+#include <vorm/evaluation/recording/number_text.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace vorm::evaluation {
+namespace {
+
+// The mean of the two in the middle where their number is even. Reorders the numbers.
+double medianOf(std::vector<double>& numbers) {
+    if (numbers.empty()) {
+        return 0;
+    }
+    const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
+    std::nth_element(numbers.begin(), middle, numbers.end());
+    if (numbers.size() % 2 == 1) {
+        return *middle;
+    }
+    return std::midpoint(*std::max_element(numbers.begin(), middle), *middle);
+}
+
+}  // namespace
+
+ColumnSurvey::ColumnSurvey(const std::string& file, const std::string& name,
+                           const SignalRules& rules)
+    : rules_(rules) {
+    survey_.file = file;
+    survey_.name = name;
+}
+
+void ColumnSurvey::add(double time, const Cell& cell) {
+    if (cell.text.empty()) {
+        ++survey_.empty;
+        return;
+    }
+    addTime(time);
+    addValue(cell);
+}
+
+void ColumnSurvey::addTime(double time) {
+    if (survey_.samples == 0) {
+        survey_.first = time;
+    } else if (time > lastTime_) {
+        const double distance = time - lastTime_;
+        distances_.push_back(distance);
+        if (distance > survey_.longestDistance) {
+            survey_.longestDistance = distance;
+            survey_.longestAt = lastTime_;
+        }
+    } else {
+        ++(time < lastTime_ ? survey_.timesBack : survey_.equalTimes);
+    }
+    survey_.last = time;
+    lastTime_ = time;
+    ++survey_.samples;
+}
+
+void ColumnSurvey::addValue(const Cell& cell) {
+    if (const auto number = cell.isText ? std::nullopt : numberOf<double>(cell.text)) {
+        ++numbers_;
+        survey_.nans += std::isnan(*number) ? 1U : 0U;
+        range_.add(cell.text);
+    } else if (!cell.isText && isTruthText(cell.text)) {
+        ++truths_;
+    } else {
+        ++texts_;
+        if (members_.size() <= mostMembers && members_.find(cell.text) == members_.end()) {
+            members_.emplace(cell.text);
+        }
+    }
+}
+
+SignalSurvey ColumnSurvey::finish() {
+    survey_.type = typeName();
+    survey_.medianDistance = medianOf(distances_);
+    const double limit = std::isfinite(rules_.maxGap) ? rules_.maxGap : 10 * survey_.medianDistance;
+    survey_.holes = static_cast<std::size_t>(std::count_if(
+        distances_.begin(), distances_.end(), [&](double distance) { return distance > limit; }));
+    return std::move(survey_);
+}
+
+std::string ColumnSurvey::typeName() const {
+    if (rules_.type && !(rules_.type->isEnumerated() && rules_.type->enumeration->name.empty())) {
+        return typeText(*rules_.type);
+    }
+    if (survey_.samples == 0) {
+        return typeText(SignalType());
+    }
+    if (numbers_ == survey_.samples) {
+        const auto integer = range_.valueType();
+        return typeText(integer ? SignalType{integer, nullptr} : SignalType::of<double>());
+    }
+    if (truths_ == survey_.samples) {
+        return typeText(SignalType::of<bool>());
+    }
+    if (texts_ != survey_.samples) {
+        return "mixed";
+    }
+    const auto enumeration = std::make_shared<const Enumeration>(Enumeration{survey_.name, {}});
+    return members_.size() > mostMembers ? "text" : typeText(SignalType::of(enumeration));
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,41 @@
+#pragma once
+
+// What the samples of one column are like, counted without judging them.
+
+#include <vorm/evaluation/recording/integer_range.hpp>
+#include <vorm/evaluation/recording/recording_survey.hpp>
+#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/recording/signal_rules.hpp>
+
+#include <set>
+
+namespace vorm::evaluation {
+
+class ColumnSurvey {
+public:
+    ColumnSurvey(const std::string& file, const std::string& name, const SignalRules& rules);
+
+    void add(double time, const Cell& cell);
+
+    /// The result; nothing is added after this. Linear in the samples.
+    SignalSurvey finish();
+
+private:
+    void addTime(double time);
+    void addValue(const Cell& cell);
+    std::string typeName() const;
+
+    static constexpr std::size_t mostMembers = 64;
+
+    SignalSurvey survey_;
+    SignalRules rules_;
+    std::vector<double> distances_;
+    double lastTime_ = 0;
+    std::size_t numbers_ = 0;
+    std::size_t truths_ = 0;
+    std::size_t texts_ = 0;
+    IntegerRange range_;
+    std::set<std::string, std::less<>> members_;  // at most one more than mostMembers
+};
+
+}  // namespace vorm::evaluation

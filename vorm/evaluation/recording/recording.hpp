@@ -1,0 +1,68 @@
+#pragma once
+
+#include <vorm/evaluation/recording/recording_layout.hpp>
+#include <vorm/evaluation/signal/signal.hpp>
+
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <limits>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// One recording: a file, a folder with all its .csv, .tsv, .txt, .jsonl and .ndjson files, several
+/// files that belong together, or standard input.
+struct RecordingSource {
+    /// `-` is standard input, read as CSV, or as JSON lines where it begins with a brace.
+    std::vector<std::string> paths;
+
+    /// For messages and reports: the paths as given, joined by `+`.
+    std::string name() const;
+};
+
+/// The signals of a recording.
+struct Recording {
+    std::string name;
+    std::vector<Signal> signals;              ///< in the order of the files and their columns
+    std::vector<std::string> availableNames;  ///< also of signals that were not asked for
+
+    /// The signal of that name, or null.
+    const Signal* find(std::string_view name) const;
+};
+
+struct ReadingOptions {
+    /// The signals to read; nothing: all of them. Names that there is no signal for are not an
+    /// error here.
+    std::optional<std::set<std::string>> wanted;
+    /// Rows after that many of each file are not read; for a look at names and types.
+    std::size_t maximumRows = std::numeric_limits<std::size_t>::max();
+    unsigned jobs = 1;  ///< threads for recordings of several files
+    /// Called now and then, from the threads that read, with the bytes read since the last call; at
+    /// the same time from several where jobs is above 1.
+    std::function<void(std::size_t)> progress;
+};
+
+/// Reads the signals of a recording as traces in seconds.
+///
+/// A signal is named by its declaration in the layout, else by its column, and in a recording of
+/// several files also by `file.column` without the file's ending; a column name that several files
+/// have needs the file. Who wants one column under several names gets as many signals with the same
+/// pieces; who wants all signals gets each under the first of its names. An empty cell is no
+/// sample, `nan` is a NaN. A column's type is that of its first value unless it is declared: `true`
+/// and `false` are bool, numbers are double (std::int64_t or std::uint64_t where all are integers
+/// and some have no double of their own), anything else makes it an enumeration of the texts in the
+/// order of their appearance, named after the signal. A distance of samples above the signal's
+/// maxGap is a hole: the trace ends at the sample before it, and a new piece begins at the sample
+/// after it.
+///
+/// Throws InputError, naming file, line and column, for whatever cannot be read as described: cells
+/// of a wrong kind, rows of too few or too many cells, times that are missing, not finite, go back,
+/// or repeat where the layout does not say what to do with them, missing columns, empty files.
+/// Linear in the bytes; the memory is that of the traces and a few buffers.
+Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,
+                        const ReadingOptions& options = {});
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,20 @@
+#pragma once
+
+// Reads or surveys a recording from its files, wherever these come from.
+
+#include <vorm/evaluation/recording/byte_window.hpp>
+#include <vorm/evaluation/recording/recording_file.hpp>
+#include <vorm/evaluation/recording/recording_survey.hpp>
+
+namespace vorm::evaluation {
+
+/// As readRecording; the result does not depend on the block size.
+Recording readRecordingFiles(const std::string& name, const std::vector<RecordingFile>& files,
+                             const RecordingLayout& layout, const ReadingOptions& options = {},
+                             std::size_t blockSize = ByteWindow::defaultBlockSize);
+
+/// As surveyRecording.
+std::vector<SignalSurvey> surveyFiles(const std::vector<RecordingFile>& files,
+                                      const RecordingLayout& layout);
+
+}  // namespace vorm::evaluation

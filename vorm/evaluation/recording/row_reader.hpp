@@ -1,0 +1,76 @@
+#pragma once
+
+// What the forms of recordings have in common: named columns, and rows of cells under them.
+
+#include <vorm/evaluation/recording/byte_window.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// The text of one cell, in the reader's memory until the next row.
+struct Cell {
+    std::string_view text;  ///< without blanks around it; empty where there is no sample
+    const char* begin = nullptr;
+    bool isText = false;  ///< never a number, whatever it looks like
+};
+
+/// What is wrong with a cell, thrown by what does not know where the cell stands.
+struct CellProblem {
+    std::string message;
+    std::string advice;
+    std::optional<std::size_t> cell;  ///< nothing: the one in work
+};
+
+/// Reads the rows of a table one after the other. Throws InputError for what is no table.
+class RowReader {
+public:
+    virtual ~RowReader() = default;
+
+    /// Goes to the next row; false at the end. The cells of the row before are gone.
+    virtual bool next() = 0;
+
+    /// The header cells, or the keys.
+    const std::vector<std::string>& columns() const { return columns_; }
+    /// Those of the row, one for each column.
+    const std::vector<Cell>& cells() const { return cells_; }
+    /// Where a cell of the row stands.
+    virtual SourceLocation where(std::size_t cell) const = 0;
+
+    void reportTo(std::function<void(std::size_t)> progress) {
+        bytes_.reportTo(std::move(progress));
+    }
+
+protected:
+    RowReader(std::string path, ByteWindow bytes)
+        : path_(std::move(path)), bytes_(std::move(bytes)) {}
+
+    std::string path_;
+    ByteWindow bytes_;
+    std::vector<std::string> columns_;
+    std::vector<Cell> cells_;
+};
+
+/// Without blanks at both ends.
+inline std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+/// A cell for a message: in quotes, shortened, without control characters.
+std::string shown(std::string_view text);
+
+[[noreturn]] void failAt(SourceLocation where, std::string message, std::string advice = {});
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,224 @@
+#include "signal_builder.hpp"
+
+#include <vorm/evaluation/recording/cell_value.hpp>
+#include <vorm/evaluation/recording/integer_range.hpp>
+#include <vorm/evaluation/recording/number_text.hpp>
+#include <vorm/evaluation/recording/text_hash.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
+
+#include <cmath>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::INTERPOLATION_METHOD;
+using assessments::TimedTrace_T;
+
+template <class T>
+inline constexpr bool interpolates =
+    std::is_floating_point_v<T> || std::is_same_v<T, assessments::HalfFloat> ||
+    std::is_same_v<T, assessments::ValueType<assessments::FixedPoint>>;
+
+// What the rules say, or held where the type does not interpolate.
+INTERPOLATION_METHOD interpolationOf(const SignalRules& rules, bool doesInterpolate,
+                                     const std::string& typeName) {
+    if (doesInterpolate || rules.interpolation == INTERPOLATION_METHOD::ZOH) {
+        return rules.interpolation;
+    }
+    if (rules.isInterpolationDeclared) {
+        failAt(rules.where,
+               "column " + shown(rules.column) + " is of type " + typeName +
+                   ", which has no linear interpolation",
+               "leave it out, or declare type = \"double\" for numbers");
+    }
+    return INTERPOLATION_METHOD::ZOH;
+}
+
+/// A column of a declared type, or of bool.
+template <class T>
+class TypedBuilder final : public SignalBuilder {
+public:
+    explicit TypedBuilder(const SignalRules& rules)
+        : SignalBuilder(rules),
+          collector_(interpolationOf(rules, interpolates<T>, typeText(SignalType::of<T>()))) {}
+
+    Result finish(const std::string&) override {
+        return {SignalType::of<T>(), sharedPieces(collector_.take())};
+    }
+
+private:
+    void take(SampleStep step, double time, std::string_view text) override {
+        collector_.add(step, time, cellValue<T>(text, rules().column));
+    }
+
+    TraceCollector<T> collector_;
+};
+
+/// A column of numbers without a declared type: of double, until an integer comes that has no
+/// double while all before it were integers too.
+class NumberBuilder final : public SignalBuilder {
+public:
+    explicit NumberBuilder(const SignalRules& rules)
+        : SignalBuilder(rules), numbers_(rules.interpolation) {
+        // A linear trace has lost the samples on its lines when the first such integer comes.
+        if (rules.interpolation == INTERPOLATION_METHOD::LINEAR) {
+            integers_.emplace(INTERPOLATION_METHOD::ZOH);
+        }
+    }
+
+    Result finish(const std::string&) override {
+        const auto type = range_.valueType();
+        if (!type) {
+            return {SignalType::of<double>(), sharedPieces(numbers_.take())};
+        }
+        const SignalType integer{type, nullptr};
+        interpolationOf(rules(), false, typeText(integer));
+        if (integer.is<std::uint64_t>()) {
+            return {integer, sharedPieces(integers_->take())};
+        }
+        const auto toSigned = [](std::uint64_t bits) { return static_cast<std::int64_t>(bits); };
+        return {integer, sharedPieces(integers_->converted<std::int64_t>(toSigned).take())};
+    }
+
+private:
+    void take(SampleStep step, double time, std::string_view text) override {
+        const auto bits = range_.areIntegers() ? range_.add(text) : std::nullopt;
+        // A minus zero is an integer, but as a double it keeps its sign.
+        const bool isNatural = bits && text.front() != '-';
+        const double number =
+            isNatural ? static_cast<double>(*bits) : cellValue<double>(text, rules().column);
+        if (!bits) {
+            integers_.reset();
+        } else if (integers_ || range_.valueType()) {
+            addInteger(step, time, *bits);
+        }
+        numbers_.add(step, time, number);
+    }
+
+    void addInteger(SampleStep step, double time, std::uint64_t bits) {
+        if (!integers_) {
+            integers_.emplace(numbers_.converted<std::uint64_t>(bitsOf));
+        }
+        integers_->add(step, time, bits);
+    }
+
+    // Of an integer that a 64-bit type holds.
+    static std::uint64_t bitsOf(double number) {
+        return number < 0 ? static_cast<std::uint64_t>(static_cast<std::int64_t>(number))
+                          : static_cast<std::uint64_t>(number);
+    }
+
+    TraceCollector<double> numbers_;
+    std::optional<TraceCollector<std::uint64_t>> integers_;  // their bits in two's complement
+    IntegerRange range_;
+};
+
+/// A column of texts: the members of a declared enumeration, or new members as they appear.
+class EnumerationBuilder final : public SignalBuilder {
+public:
+    explicit EnumerationBuilder(const SignalRules& rules)
+        : SignalBuilder(rules),
+          declared_(rules.type ? rules.type->enumeration : nullptr),
+          isOpen_(declared_ == nullptr || declared_->members.empty()),
+          collector_(interpolationOf(rules, false, "enumeration")) {
+        for (const std::string& member :
+             isOpen_ ? std::vector<std::string>() : declared_->members) {
+            addMember(member);
+        }
+    }
+
+    Result finish(const std::string& name) override {
+        auto enumeration = declared_;
+        if (isOpen_) {
+            const bool isNamed = declared_ != nullptr && !declared_->name.empty();
+            enumeration = std::make_shared<const Enumeration>(
+                Enumeration{isNamed ? declared_->name : name, std::move(members_)});
+        }
+        auto pieces = collector_.take();
+        for (auto& piece : pieces) {
+            piece.enumTypeName = enumeration->name;
+        }
+        return {SignalType::of(enumeration), sharedPieces(std::move(pieces))};
+    }
+
+private:
+    void take(SampleStep step, double time, std::string_view text) override {
+        collector_.add(step, time, valueOf(text));
+    }
+
+    std::int32_t valueOf(std::string_view text) {
+        const auto found = values_.find(text);
+        if (found != values_.end()) {
+            return found->second;
+        }
+        if (!isOpen_) {
+            throw CellProblem{shown(text) + " in column " + shown(rules().column) +
+                                  " is no member of the enumeration " + shown(declared_->name),
+                              adviceFor(text), std::nullopt};
+        }
+        return addMember(std::string(text));
+    }
+
+    std::string adviceFor(std::string_view text) const {
+        const std::string near = suggestion(text, members_);
+        return near.empty() ? "its members are " + quotedList(members_) : near;
+    }
+
+    std::int32_t addMember(std::string member) {
+        const auto value = static_cast<std::int32_t>(members_.size());
+        members_.push_back(member);
+        return values_.emplace(std::move(member), value).first->second;
+    }
+
+    std::shared_ptr<const Enumeration> declared_;
+    bool isOpen_;
+    std::vector<std::string> members_;
+    TextMap<std::int32_t> values_;
+    TraceCollector<std::int32_t> collector_;
+};
+
+}  // namespace
+
+void SignalBuilder::appendOutOfOrder(double time, std::string_view text) {
+    const std::string column = shown(rules_.column);
+    if (time < last_) {
+        throw CellProblem{"the time of column " + column + " goes back from " +
+                              shortestNumber(last_) + " s to " + shortestNumber(time) + " s",
+                          "samples stand in the order of their times", std::nullopt};
+    }
+    if (rules_.equalTimes == EqualTimes::Refuse) {
+        // Seconds since 1970 as a double cannot tell times below a microsecond apart.
+        const bool isFarFromZero = std::abs(time) > 1e8;
+        throw CellProblem{
+            "column " + column + " has a second sample at " + shortestNumber(time) + " s",
+            std::string("say which one counts: equal_times = \"first\" or \"last\"") +
+                (isFarFromZero ? "; where only rounding makes them equal: origin = \"first\"" : ""),
+            std::nullopt};
+    }
+    if (rules_.equalTimes == EqualTimes::Last) {
+        take(SampleStep::Again, time, text);
+    }
+}
+
+std::unique_ptr<SignalBuilder> makeSignalBuilder(const SignalRules& rules, const Cell& first) {
+    if (rules.type && !rules.type->isEnumerated() && rules.type->isKnown()) {
+        return boost::mp11::mp_with_index<boost::mp11::mp_size<assessments::ValueTypes>>(
+            *rules.type->valueType, [&](auto index) -> std::unique_ptr<SignalBuilder> {
+                using T = boost::mp11::mp_at<assessments::ValueTypes, decltype(index)>;
+                return std::make_unique<TypedBuilder<T>>(rules);
+            });
+    }
+    if (rules.type && rules.type->isEnumerated()) {
+        return std::make_unique<EnumerationBuilder>(rules);
+    }
+    if (isTruthText(first.text) && !first.isText) {
+        return std::make_unique<TypedBuilder<bool>>(rules);
+    }
+    if (!first.isText && numberOf<double>(first.text)) {
+        return std::make_unique<NumberBuilder>(rules);
+    }
+    return std::make_unique<EnumerationBuilder>(rules);
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,57 @@
+#pragma once
+
+// Makes the pieces of one signal from the cells of its column.
+
+#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/recording/signal_rules.hpp>
+#include <vorm/evaluation/recording/trace_collector.hpp>
+
+namespace vorm::evaluation {
+
+class SignalBuilder {
+public:
+    struct Result {
+        SignalType type;
+        SharedPieces pieces;
+    };
+
+    virtual ~SignalBuilder() = default;
+
+    /// A sample. Throws CellProblem for a text that is no value of the type, and for a time that
+    /// goes back or, unless the rules allow it, repeats.
+    void append(double time, std::string_view text) {
+        if (time > last_) [[likely]] {
+            const SampleStep step = !hasSamples_                   ? SampleStep::First
+                                    : time - last_ > rules_.maxGap ? SampleStep::AfterHole
+                                                                   : SampleStep::Next;
+            hasSamples_ = true;
+            last_ = time;
+            take(step, time, text);
+        } else {
+            appendOutOfOrder(time, text);
+        }
+    }
+
+    /// The signal's type and pieces; `name` is that of an enumeration which has none. Nothing is
+    /// appended after this.
+    virtual Result finish(const std::string& name) = 0;
+
+protected:
+    explicit SignalBuilder(SignalRules rules) : rules_(std::move(rules)) {}
+
+    const SignalRules& rules() const { return rules_; }
+
+private:
+    virtual void take(SampleStep step, double time, std::string_view text) = 0;
+    void appendOutOfOrder(double time, std::string_view text);
+
+    SignalRules rules_;
+    bool hasSamples_ = false;
+    double last_ = -std::numeric_limits<double>::infinity();
+};
+
+/// For a column whose first value is that of the cell. Throws InputError where linear interpolation
+/// is declared for a type that has none.
+std::unique_ptr<SignalBuilder> makeSignalBuilder(const SignalRules& rules, const Cell& first);
+
+}  // namespace vorm::evaluation

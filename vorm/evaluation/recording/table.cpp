@@ -1,0 +1,140 @@
+#include "table.hpp"
+
+#include <vorm/evaluation/recording/csv_reader.hpp>
+#include <vorm/evaluation/recording/json_lines_reader.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
+
+#include <utility>
+
+namespace vorm::evaluation {
+namespace {
+
+bool beginsWithBrace(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && text[first] == '{';
+}
+
+}  // namespace
+
+Table::Table(RecordingFile file, const RecordingLayout& layout, std::size_t blockSize)
+    : file_(std::move(file)), layout_(layout), blockSize_(blockSize) {
+    open();
+    const auto& columns = rows_->columns();
+    headers_ = columnHeaders(columns);
+    try {
+        time_.emplace(layout_.time, headers_, file_.path);
+        findColumns();
+    } catch (const InputError& error) {
+        time_.reset();
+        timeProblem_ = error;
+    }
+}
+
+void Table::open() {
+    ByteWindow bytes(file_.open(), blockSize_);
+    isJson_ = file_.path.ends_with(".jsonl") || file_.path.ends_with(".ndjson") ||
+              (file_.isStandardInput && beginsWithBrace(bytes.rest()));
+    if (isJson_) {
+        rows_ = std::make_unique<JsonLinesReader>(file_.path, std::move(bytes));
+    } else {
+        rows_ = std::make_unique<CsvReader>(file_.path, std::move(bytes), layout_.delimiter);
+    }
+}
+
+void Table::findColumns() {
+    if (layout_.longForm || isJson_) {
+        const LongForm form = layout_.longForm.value_or(LongForm());
+        longColumns_ = {longColumn(form.nameColumn), longColumn(form.valueColumn)};
+    }
+}
+
+std::size_t Table::longColumn(const std::string& name) const {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < headers_.size(); ++i) {
+        if (headers_[i].isCalled(name)) {
+            return i;
+        }
+        names.push_back(headers_[i].name);
+    }
+    const std::string near = suggestion(name, names);
+    failAt({file_.path, 1}, "has no " + std::string(isJson_ ? "key " : "column ") + shown(name),
+           near.empty() ? "where each row has the name and the value of one signal, "
+                          "[recording] name_column and value_column say where"
+                        : near);
+}
+
+const TimeColumn& Table::time() const {
+    if (!time_) {
+        throw InputError(*timeProblem_);
+    }
+    return *time_;
+}
+
+std::optional<Instant> Table::firstInstant() {
+    isAhead_ = isAhead_ || goToRow();
+    if (!isAhead_) {
+        return std::nullopt;
+    }
+    try {
+        return time().instantOf(cells());
+    } catch (const CellProblem& problem) {
+        fail(problem, time().column());
+    }
+}
+
+bool Table::next() {
+    if (std::exchange(isAhead_, false) || goToRow()) {
+        hasRows_ = true;
+        return true;
+    }
+    if (!hasRows_) {
+        failAt({file_.path}, "has a header but no rows");
+    }
+    return false;
+}
+
+bool Table::goToRow() {
+    if (!rows_) {
+        open();
+    }
+    return rows_->next();
+}
+
+void Table::fail(const CellProblem& problem, std::size_t cell) const {
+    failAt(rows_->where(problem.cell.value_or(cell)), problem.message, problem.advice);
+}
+
+void Table::close() {
+    if (file_.canReopen) {
+        rows_.reset();
+        isAhead_ = false;
+    }
+}
+
+void Table::reportTo(const std::function<void(std::size_t)>& progress) {
+    if (!rows_) {
+        open();
+    }
+    rows_->reportTo(progress);
+}
+
+std::vector<Table> openTables(const std::vector<RecordingFile>& files,
+                              const RecordingLayout& layout, bool needsAll, std::size_t blockSize) {
+    std::vector<Table> tables;
+    for (const RecordingFile& file : files) {
+        try {
+            tables.emplace_back(file, layout, blockSize);
+        } catch (const InputError&) {
+            if (needsAll || !file.isFromFolder) {
+                throw;
+            }
+            continue;
+        }
+        if (files.size() > mostOpenTables) {
+            tables.back().close();
+        }
+    }
+    return tables;
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,70 @@
+#pragma once
+
+// One file of a recording as rows in the order of the file, each with its time.
+
+#include <vorm/evaluation/recording/recording_file.hpp>
+#include <vorm/evaluation/recording/time_column.hpp>
+
+namespace vorm::evaluation {
+
+class Table {
+public:
+    /// The columns of the name and of the value in a table of the long form.
+    struct LongColumns {
+        std::size_t name;
+        std::size_t value;
+    };
+
+    /// Opens the file and reads its header. Throws InputError where it has none.
+    Table(RecordingFile file, const RecordingLayout& layout, std::size_t blockSize);
+
+    const RecordingFile& file() const { return file_; }
+    const std::vector<ColumnHeader>& headers() const { return headers_; }
+    const std::optional<LongColumns>& longColumns() const { return longColumns_; }
+
+    /// Throws InputError where the table has no time column.
+    const TimeColumn& time() const;
+    bool hasTime() const { return time_.has_value(); }
+
+    /// The time of the first row, or nothing where there is no row. To be asked for before next.
+    /// Throws InputError for a row without a time.
+    std::optional<Instant> firstInstant();
+
+    /// Goes to the next row. Throws InputError where there is not even one.
+    bool next();
+    const std::vector<Cell>& cells() const { return rows_->cells(); }
+    [[noreturn]] void fail(const CellProblem& problem, std::size_t cell) const;
+
+    /// Gives the file back for a while, if it can be opened again.
+    void close();
+    void reportTo(const std::function<void(std::size_t)>& progress);
+
+private:
+    void open();
+    bool goToRow();
+    void findColumns();
+    std::size_t longColumn(const std::string& name) const;
+
+    RecordingFile file_;
+    const RecordingLayout& layout_;
+    std::size_t blockSize_;
+    bool isJson_ = false;
+    std::unique_ptr<RowReader> rows_;
+    bool hasRows_ = false;
+    bool isAhead_ = false;  // the row is the one that next() goes to
+    std::vector<ColumnHeader> headers_;
+    std::optional<TimeColumn> time_;
+    std::optional<InputError> timeProblem_;
+    std::optional<LongColumns> longColumns_;
+};
+
+/// Of more tables than these no file stays open for longer than it is read: there is a limit to the
+/// open files of a process.
+inline constexpr std::size_t mostOpenTables = 64;
+
+/// Opens the files of a recording. Of a folder's files those that are no tables are left out unless
+/// `needsAll`.
+std::vector<Table> openTables(const std::vector<RecordingFile>& files,
+                              const RecordingLayout& layout, bool needsAll, std::size_t blockSize);
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,162 @@
+#include "table_reading.hpp"
+
+#include <vorm/evaluation/recording/text_hash.hpp>
+
+namespace vorm::evaluation {
+namespace {
+
+class TableReading {
+public:
+    TableReading(Table& table, const Origin& origin, const SignalSelection& selection,
+                 const RecordingLayout& layout)
+        : table_(table), origin_(origin), selection_(selection), layout_(layout) {}
+
+    TableSignals read(std::size_t maximumRows) {
+        if (!table_.longColumns()) {
+            requestHeaders();
+        }
+        try {
+            for (std::size_t row = 0; row < maximumRows && table_.next(); ++row) {
+                takeRow();
+            }
+        } catch (const CellProblem& problem) {
+            table_.fail(problem, cell_);
+        }
+        return {table_.file(), std::move(available_), std::move(columns_)};
+    }
+
+private:
+    void requestHeaders() {
+        const auto& headers = table_.headers();
+        available_ = unreadTable(table_).available;
+        for (std::size_t i = 0; i < headers.size(); ++i) {
+            if (!table_.time().contains(i)) {
+                request(headers[i], i);
+            }
+        }
+    }
+
+    void request(const ColumnHeader& header, std::size_t cell) {
+        const auto requests = selection_.requestsFor(table_.file(), header);
+        // Lines that end with the delimiter have a column without a name, and nothing in it.
+        const bool isLast = cell + 1 == table_.headers().size();
+        if (header.text.empty() && (isLast || requests.empty())) {
+            return;
+        }
+        if (header.text.empty()) {
+            failAt({table_.file().path, 1},
+                   "the column " + std::to_string(cell + 1) + " has no name",
+                   "give it one, or name the signals to read");
+        }
+        for (const SignalLayout* declaration : requests) {
+            columns_.push_back(
+                {header, declaration, rulesFor(header.name, declaration, layout_), cell, nullptr});
+        }
+    }
+
+    void takeRow() {
+        const std::vector<Cell>& cells = table_.cells();
+        const Instant instant = table_.time().instantOf(cells);
+        const double time = table_.time().secondsFrom(origin_, instant);
+        if (table_.longColumns()) {
+            takeNamedValue(time, cells);
+            return;
+        }
+        if (time < lastTime_) {
+            throw CellProblem{"the time goes back from " + last_->text() + " to " + instant.text(),
+                              "rows stand in the order of their times", table_.time().column()};
+        }
+        lastTime_ = time;
+        last_ = instant;
+        for (ColumnReading& column : columns_) {
+            const Cell& cell = cells[column.cell];
+            if (!cell.text.empty()) {
+                cell_ = column.cell;
+                column.append(time, cell);
+            }
+        }
+    }
+
+    void takeNamedValue(double time, const std::vector<Cell>& cells) {
+        const auto [nameCell, valueCell] = *table_.longColumns();
+        cell_ = valueCell;
+        const std::string_view name = cells[nameCell].text;
+        if (name.empty()) {
+            throw CellProblem{"the row has no name", "each row names its signal", nameCell};
+        }
+        for (const std::size_t column : columnsCalled(name)) {
+            if (!cells[valueCell].text.empty()) {
+                columns_[column].append(time, cells[valueCell]);
+            }
+        }
+    }
+
+    const std::vector<std::size_t>& columnsCalled(std::string_view name) {
+        const auto found = byName_.find(name);
+        if (found != byName_.end()) {
+            return found->second;
+        }
+        const std::string text(name);
+        const std::size_t before = columns_.size();
+        available_.push_back({text, text, {}});
+        request(available_.back(), table_.longColumns()->value);
+        auto& columns = byName_[text];
+        for (std::size_t i = before; i < columns_.size(); ++i) {
+            columns.push_back(i);
+        }
+        return columns;
+    }
+
+    Table& table_;
+    const Origin& origin_;
+    const SignalSelection& selection_;
+    const RecordingLayout& layout_;
+    std::vector<ColumnHeader> available_;
+    std::vector<ColumnReading> columns_;
+    TextMap<std::vector<std::size_t>> byName_;
+    double lastTime_ = -std::numeric_limits<double>::infinity();
+    std::optional<Instant> last_;
+    std::size_t cell_ = 0;  // the one in work
+};
+
+}  // namespace
+
+SignalBuilder::Result ColumnReading::finish(const std::string& name) {
+    if (builder) {
+        return builder->finish(name);
+    }
+    return {rules.type.value_or(SignalType()), std::make_shared<TracePieces>()};
+}
+
+TableSignals readTable(Table& table, const Origin& origin, const SignalSelection& selection,
+                       const RecordingLayout& layout, std::size_t maximumRows) {
+    return TableReading(table, origin, selection, layout).read(maximumRows);
+}
+
+TableSignals unreadTable(const Table& table) {
+    TableSignals signals{table.file(), {}, {}};
+    if (!table.hasTime() || table.longColumns()) {
+        return signals;
+    }
+    for (std::size_t i = 0; i < table.headers().size(); ++i) {
+        if (!table.time().contains(i) && !table.headers()[i].text.empty()) {
+            signals.available.push_back(table.headers()[i]);
+        }
+    }
+    return signals;
+}
+
+bool mayBeWanted(const Table& table, const SignalSelection& selection) {
+    if (selection.wantsAll() || table.longColumns()) {
+        return true;
+    }
+    for (std::size_t i = 0; i < table.headers().size(); ++i) {
+        const bool isTime = table.hasTime() && table.time().contains(i);
+        if (!isTime && !selection.requestsFor(table.file(), table.headers()[i]).empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,50 @@
+#pragma once
+
+// Reads the wanted signals of one table.
+
+#include <vorm/evaluation/recording/signal_builder.hpp>
+#include <vorm/evaluation/recording/signal_selection.hpp>
+#include <vorm/evaluation/recording/table.hpp>
+
+#include <memory>
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// The column of one signal while it is read.
+struct ColumnReading {
+    ColumnHeader header;
+    const SignalLayout* declaration;  ///< or null
+    SignalRules rules;
+    std::size_t cell;                        ///< of each row
+    std::unique_ptr<SignalBuilder> builder;  ///< null before the first value
+
+    void append(double time, const Cell& value) {
+        if (!builder) {
+            builder = makeSignalBuilder(rules, value);
+        }
+        builder->append(time, value.text);
+    }
+    /// The type and the pieces; `name` is that of a nameless enumeration.
+    SignalBuilder::Result finish(const std::string& name);
+};
+
+/// What one table has, and what was read of it.
+struct TableSignals {
+    RecordingFile file;
+    std::vector<ColumnHeader> available;
+    std::vector<ColumnReading> columns;
+};
+
+/// Reads up to the given number of rows, none where no signal of the table is wanted. Throws
+/// InputError.
+TableSignals readTable(Table& table, const Origin& origin, const SignalSelection& selection,
+                       const RecordingLayout& layout, std::size_t maximumRows);
+
+/// What a table has, where its rows are not read.
+TableSignals unreadTable(const Table& table);
+
+/// Whether some signal of the table may be wanted.
+bool mayBeWanted(const Table& table, const SignalSelection& selection);
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <vorm/evaluation/assessment/outcome.hpp>
+
+#include <string>
+
+namespace vorm::evaluation {
+
+/// The outcome as one JSON object; docs/reports.md describes its keys. Numbers read back as the
+/// same doubles; what is not known or not finite is null.
+std::string jsonReport(const RunOutcome& run);
+
+}  // namespace vorm::evaluation

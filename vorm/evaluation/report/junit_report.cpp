@@ -1,0 +1,105 @@
+#include "junit_report.hpp"
+
+#include <vorm/evaluation/report/verdict_text.hpp>
+
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::resultEnum_t;
+
+// XML has no way to write most control characters.
+std::string xmlText(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t'; }, '?');
+    return text;
+}
+
+void set(pugi::xml_node node, const char* name, const std::string& value) {
+    node.append_attribute(name).set_value(xmlText(value).c_str());
+}
+
+void set(pugi::xml_node node, const char* name, std::size_t value) {
+    node.append_attribute(name).set_value(static_cast<unsigned long long>(value));
+}
+
+void addProblem(pugi::xml_node testCase, const char* kind, const std::string& message,
+                const std::string& details) {
+    pugi::xml_node problem = testCase.append_child(kind);
+    set(problem, "message", message);
+    if (!details.empty()) {
+        problem.text().set(xmlText(details).c_str());
+    }
+}
+
+std::string firstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+std::string failureDetails(const AssessmentOutcome& outcome) {
+    std::string details = outcome.formula + "\n";
+    for (const FailingInterval& interval : outcome.failures) {
+        details += "fails " + intervalText(interval) + "\n";
+    }
+    return details;
+}
+
+void addAssessment(pugi::xml_node suite, const std::string& file,
+                   const AssessmentOutcome& outcome) {
+    pugi::xml_node testCase = suite.append_child("testcase");
+    set(testCase, "classname", file);
+    set(testCase, "name", outcome.name);
+    if (!outcome.error.empty()) {
+        addProblem(testCase, "error", firstLine(outcome.error), outcome.error);
+    } else if (outcome.verdict == resultEnum_t::FAIL) {
+        addProblem(testCase, "failure", "fails " + intervalText(outcome.failures.front()),
+                   failureDetails(outcome));
+    } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
+        addProblem(testCase, "skipped", outcome.reason, "");
+    }
+}
+
+void setCounts(pugi::xml_node node, const VerdictCounts& counts) {
+    set(node, "tests", counts.passed + counts.failed + counts.noResult + counts.errors);
+    set(node, "failures", counts.failed);
+    set(node, "errors", counts.errors);
+    set(node, "skipped", counts.noResult);
+}
+
+void addRecording(pugi::xml_node suites, const std::string& file,
+                  const RecordingOutcome& recording) {
+    pugi::xml_node suite = suites.append_child("testsuite");
+    set(suite, "name", recording.recording);
+    setCounts(suite, countVerdicts(recording));
+    if (!recording.error.empty()) {
+        pugi::xml_node testCase = suite.append_child("testcase");
+        set(testCase, "classname", file);
+        set(testCase, "name", "reading the recording");
+        addProblem(testCase, "error", firstLine(recording.error), recording.error);
+    }
+    for (const AssessmentOutcome& outcome : recording.assessments) {
+        addAssessment(suite, file, outcome);
+    }
+}
+
+}  // namespace
+
+std::string junitReport(const RunOutcome& run) {
+    pugi::xml_document document;
+    pugi::xml_node suites = document.append_child("testsuites");
+    set(suites, "name", run.title.empty() ? run.file : run.title);
+    setCounts(suites, countVerdicts(run));
+    for (const RecordingOutcome& recording : run.recordings) {
+        addRecording(suites, run.file, recording);
+    }
+    std::ostringstream text;
+    document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);
+    return std::move(text).str();
+}
+
+}  // namespace vorm::evaluation

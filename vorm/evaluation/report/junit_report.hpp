@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vorm/evaluation/assessment/outcome.hpp>
+
+#include <string>
+
+namespace vorm::evaluation {
+
+/// The outcome as JUnit XML, for continuous integration: a test suite per recording, a test case
+/// per assessment. FAIL is a failure, input that cannot be used an error, NO_RESULT a skipped case
+/// with the reason.
+std::string junitReport(const RunOutcome& run);
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,135 @@
+#include "table_report.hpp"
+
+#include <vorm/evaluation/report/text_table.hpp>
+#include <vorm/evaluation/report/verdict_text.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::resultEnum_t;
+
+Colour colourOf(const AssessmentOutcome& outcome) {
+    if (!outcome.error.empty()) {
+        return Colour::Magenta;
+    }
+    switch (outcome.verdict) {
+        case resultEnum_t::PASS:
+            return Colour::Green;
+        case resultEnum_t::FAIL:
+            return Colour::Red;
+        case resultEnum_t::NO_RESULT:
+            break;
+    }
+    return Colour::Yellow;
+}
+
+class RecordingTable {
+public:
+    RecordingTable(const RecordingOutcome& recording, const TableStyle& style)
+        : style_(style),
+          withRobustness_(
+              std::any_of(recording.assessments.begin(), recording.assessments.end(),
+                          [](const auto& outcome) { return outcome.robustness.has_value(); })),
+          table_(header()) {
+        for (const AssessmentOutcome& outcome : recording.assessments) {
+            add(outcome);
+        }
+    }
+
+    std::string text() const { return table_.text("  ", style_.colours); }
+
+private:
+    std::vector<TextTable::Cell> header() const {
+        std::vector<TextTable::Cell> cells{
+            {"verdict"},          {"assessment"},          {"passed [s]", true},
+            {"failed [s]", true}, {"no result [s]", true}, {"first failure [s]", true}};
+        if (withRobustness_) {
+            cells.push_back({"robustness", true});
+        }
+        return cells;
+    }
+
+    void add(const AssessmentOutcome& outcome) {
+        std::vector<TextTable::Cell> row{{verdictText(outcome), false, colourOf(outcome)},
+                                         {outcome.name}};
+        if (outcome.error.empty()) {
+            row.push_back({durationText(outcome.passed), true});
+            row.push_back({durationText(outcome.failed), true});
+            row.push_back({durationText(outcome.unknown), true});
+            row.push_back(
+                {outcome.failures.empty() ? "-" : timeText(outcome.failures[0].start), true});
+            if (withRobustness_) {
+                row.push_back({outcome.robustness ? durationText(*outcome.robustness) : "-", true});
+            }
+        }
+        table_.addRow(std::move(row));
+        addNotes(outcome);
+    }
+
+    void addNotes(const AssessmentOutcome& outcome) {
+        addLines(outcome.error);
+        addLines(outcome.reason);
+        addLines(outcome.robustnessError);
+        const std::size_t shown = std::min(outcome.failures.size(), style_.mostIntervals);
+        for (std::size_t i = 0; i < shown; ++i) {
+            table_.addNote("fails " + intervalText(outcome.failures[i]));
+        }
+        if (shown < outcome.failures.size()) {
+            table_.addNote("and in " + std::to_string(outcome.failures.size() - shown) +
+                           " more intervals");
+        }
+    }
+
+    void addLines(const std::string& text) {
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            table_.addNote(line);
+        }
+    }
+
+    const TableStyle& style_;
+    bool withRobustness_;
+    TextTable table_;
+};
+
+std::string recordingText(const RecordingOutcome& recording, const TableStyle& style) {
+    std::string text = recording.recording + "\n";
+    if (!recording.error.empty()) {
+        text += "  " + (style.colours ? coloured("ERROR", Colour::Magenta) : "ERROR") +
+                "  cannot be used:\n";
+        std::istringstream lines(recording.error);
+        for (std::string line; std::getline(lines, line);) {
+            text += "    " + line + "\n";
+        }
+        return text;
+    }
+    return text + RecordingTable(recording, style).text();
+}
+
+std::string summary(const RunOutcome& run) {
+    const VerdictCounts counts = countVerdicts(run);
+    std::string text =
+        std::to_string(counts.passed) + " passed, " + std::to_string(counts.failed) + " failed";
+    if (counts.noResult > 0) {
+        text += ", " + std::to_string(counts.noResult) + " without result";
+    }
+    if (counts.errors > 0) {
+        text += ", " + std::to_string(counts.errors) + " could not be assessed";
+    }
+    return text + "\n";
+}
+
+}  // namespace
+
+std::string tableReport(const RunOutcome& run, const TableStyle& style) {
+    std::string text = run.title.empty() ? "" : run.title + "\n\n";
+    for (const RecordingOutcome& recording : run.recordings) {
+        text += recordingText(recording, style) + "\n";
+    }
+    return text + summary(run);
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,84 @@
+#include "verdict_text.hpp"
+
+#include <array>
+#include <charconv>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::resultEnum_t;
+
+std::string numberWithDigits(double number, int digits) {
+    std::array<char, 40> text;
+    // Adding zero turns a minus zero into zero.
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number + 0.0,
+                                   std::chars_format::general, digits);
+    return std::string(text.data(), end.ptr);
+}
+
+void count(const AssessmentOutcome& assessment, VerdictCounts& counts) {
+    if (!assessment.error.empty()) {
+        ++counts.errors;
+    } else if (assessment.verdict == resultEnum_t::PASS) {
+        ++counts.passed;
+    } else if (assessment.verdict == resultEnum_t::FAIL) {
+        ++counts.failed;
+    } else {
+        ++counts.noResult;
+    }
+}
+
+}  // namespace
+
+std::string verdictText(const AssessmentOutcome& outcome) {
+    if (!outcome.error.empty()) {
+        return "ERROR";
+    }
+    switch (outcome.verdict) {
+        case resultEnum_t::PASS:
+            return "PASS";
+        case resultEnum_t::FAIL:
+            return "FAIL";
+        case resultEnum_t::NO_RESULT:
+            break;
+    }
+    return "NO_RESULT";
+}
+
+VerdictCounts countVerdicts(const RecordingOutcome& recording) {
+    VerdictCounts counts;
+    counts.errors += recording.error.empty() ? 0 : 1;
+    for (const AssessmentOutcome& assessment : recording.assessments) {
+        count(assessment, counts);
+    }
+    return counts;
+}
+
+VerdictCounts countVerdicts(const RunOutcome& run) {
+    VerdictCounts sum;
+    for (const RecordingOutcome& recording : run.recordings) {
+        const VerdictCounts counts = countVerdicts(recording);
+        sum.passed += counts.passed;
+        sum.failed += counts.failed;
+        sum.noResult += counts.noResult;
+        sum.errors += counts.errors;
+    }
+    return sum;
+}
+
+std::string timeText(double seconds) {
+    return numberWithDigits(seconds, 15);
+}
+
+std::string durationText(double seconds) {
+    return numberWithDigits(seconds, 9);
+}
+
+std::string intervalText(const FailingInterval& interval) {
+    if (isInstant(interval)) {
+        return "at " + timeText(interval.start) + " s";
+    }
+    return "from " + timeText(interval.start) + " s to " + timeText(interval.end) + " s";
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vorm/evaluation/assessment/outcome.hpp>
+
+#include <string>
+
+namespace vorm::evaluation {
+
+/// How an assessment ended, in one word: `PASS`, `FAIL`, `NO_RESULT` or `ERROR`.
+std::string verdictText(const AssessmentOutcome& outcome);
+
+/// How many of the assessments of a run ended in each way. A recording that cannot be used is one
+/// error.
+struct VerdictCounts {
+    std::size_t passed = 0;
+    std::size_t failed = 0;
+    std::size_t noResult = 0;
+    std::size_t errors = 0;
+};
+
+VerdictCounts countVerdicts(const RunOutcome& run);
+VerdictCounts countVerdicts(const RecordingOutcome& recording);
+
+/// A time in seconds with up to fifteen digits, which shows every time of a recording as it is and
+/// hides the one representable step by which an end can lie beside it.
+std::string timeText(double seconds);
+
+/// A length of time in seconds with up to nine digits, since it is a sum.
+std::string durationText(double seconds);
+
+/// `from 3 s to 4.5 s`, or `at 3 s` for one instant.
+std::string intervalText(const FailingInterval& interval);
+
+}  // namespace vorm::evaluation

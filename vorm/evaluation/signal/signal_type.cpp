@@ -1,0 +1,56 @@
+#include "signal_type.hpp"
+
+#include <algorithm>
+#include <iterator>
+
+namespace vorm::evaluation {
+
+std::optional<std::int32_t> Enumeration::valueOf(std::string_view member) const {
+    const auto found = std::find(members.begin(), members.end(), member);
+    if (found == members.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::int32_t>(std::distance(members.begin(), found));
+}
+
+SignalType SignalType::of(std::shared_ptr<const Enumeration> enumeration) {
+    return {assessments::valueTypeIndex<std::int32_t>, std::move(enumeration)};
+}
+
+bool operator==(const SignalType& a, const SignalType& b) {
+    if (a.isEnumerated() && b.isEnumerated()) {
+        return a.enumeration->name == b.enumeration->name;
+    }
+    return a.valueType == b.valueType && a.isEnumerated() == b.isEnumerated();
+}
+
+const std::vector<std::string>& valueTypeNames() {
+    static const std::vector<std::string> names{"double", "float", "int8",   "uint8",  "int16",
+                                                "uint16", "int32", "uint32", "int64",  "uint64",
+                                                "bool",   "half",  "fixed",  "verdict"};
+    return names;
+}
+
+std::optional<std::size_t> valueTypeOf(std::string_view name) {
+    if (name == "single") {
+        return assessments::valueTypeIndex<float>;
+    }
+    if (name == "logical") {
+        return assessments::valueTypeIndex<bool>;
+    }
+    const auto& names = valueTypeNames();
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(std::distance(names.begin(), found));
+}
+
+std::string typeText(const SignalType& type) {
+    if (type.isEnumerated()) {
+        return "enumeration " + type.enumeration->name;
+    }
+    return type.isKnown() ? valueTypeNames()[*type.valueType] : "unknown type";
+}
+
+}  // namespace vorm::evaluation
