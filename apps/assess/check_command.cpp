@@ -19,22 +19,38 @@ Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
     }
     ReadingOptions reading;
     reading.wanted = namesToRead(file, assessments);
+    for (const auto& [name, definition] : file.definitions) {
+        reading.wanted->merge(definition.formula.names());
+    }
     reading.maximumRows = rowsThatTellTypes;
     return readRecording(source, file.layout, reading);
 }
 
-// Reports every formula that does not fit and returns how many there are.
-std::size_t countProblems(const AssessmentFile& file, const FormulaNames& names) {
-    std::size_t problems = 0;
+// Calls check and reports what it throws; gives whether it did.
+template <class Check>
+bool hasProblem(Check check) {
+    try {
+        check();
+        return false;
+    } catch (const InputError& error) {
+        std::cerr << messageOf(error) << "\n";
+        return true;
+    }
+}
+
+// Reports every formula that does not fit, and tells whether there is one. Definitions that an
+// assessment uses are reported with it.
+bool hasProblems(const AssessmentFile& file, const FormulaNames& names) {
+    bool found = false;
     for (const Assessment& assessment : file.assessments) {
-        try {
-            typedFormula(file, assessment, names);
-        } catch (const InputError& error) {
-            std::cerr << error.what() << "\n";
-            ++problems;
+        found |= hasProblem([&] { typedFormula(file, assessment, names); });
+    }
+    if (!found) {
+        for (const auto& [name, definition] : file.definitions) {
+            found |= hasProblem([&, &name = name] { checkDefinition(file, name, names); });
         }
     }
-    return problems;
+    return found;
 }
 
 std::string summaryOf(const AssessmentFile& file, const std::string& against) {
@@ -48,7 +64,7 @@ std::string summaryOf(const AssessmentFile& file, const std::string& against) {
 ExitCode checkAssessments(const Options& options) {
     const AssessmentFile file = readAssessmentFile(options.assessments);
     if (options.recordings.empty()) {
-        if (countProblems(file, namesWithoutData(file)) > 0) {
+        if (hasProblems(file, namesWithoutData(file))) {
             return ExitCode::UnusableInput;
         }
         writeResults(options, summaryOf(file, ""));
@@ -58,16 +74,18 @@ ExitCode checkAssessments(const Options& options) {
         }
         return ExitCode::NothingFailed;
     }
-    std::size_t problems = 0;
+    bool found = false;
     for (const RecordingSource& source : recordingsOf(options)) {
-        const Recording recording = headerOf(file, source);
-        const std::size_t found = countProblems(file, namesIn(file, recording));
-        if (found == 0) {
-            writeResults(options, summaryOf(file, " " + source.name()));
-        }
-        problems += found;
+        found |= hasProblem([&] {
+            const Recording recording = headerOf(file, source);
+            if (hasProblems(file, namesIn(file, recording))) {
+                found = true;
+            } else {
+                writeResults(options, summaryOf(file, " " + source.name()));
+            }
+        });
     }
-    return problems > 0 ? ExitCode::UnusableInput : ExitCode::NothingFailed;
+    return found ? ExitCode::UnusableInput : ExitCode::NothingFailed;
 }
 
 }  // namespace assess

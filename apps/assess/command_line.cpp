@@ -1,8 +1,12 @@
 #include "command_line.hpp"
 
+#include <vorm/evaluation/text/nearest_names.hpp>
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <thread>
@@ -42,8 +46,10 @@ public:
 
     std::variant<Options, ExitCode> parse(int argc, const char* const* argv) {
         try {
+            refuseUnknownCommand(argc, argv);
             app_.parse(argc, argv);
             requireOneStandardInput();
+            refuseOverwriting(options_);
         } catch (const CLI::ParseError& error) {
             const int code = app_.exit(error, std::cout, std::cerr);
             return code == 0 ? ExitCode::NothingFailed : ExitCode::WrongUsage;
@@ -76,7 +82,9 @@ private:
 
     CLI::App& addCommand(const char* name, const char* help, Command command, const char* example) {
         CLI::App& sub = *app_.add_subcommand(name, help);
-        sub.footer(std::string("Examples:\n") + example);
+        sub.footer(std::string("assess --help tells of --jobs, --quiet and --color, too.\n\n"
+                               "Examples:\n") +
+                   example);
         sub.get_formatter()->column_width(32);
         sub.callback([this, command] { options_.command = command; });
         return sub;
@@ -104,6 +112,9 @@ private:
         addChoice(sub, "-f,--format", options_.format, formats, "The form of the results");
         sub.add_option("-o,--output", options_.output,
                        "Write the results to this file, whole or not at all")
+            ->check([](const std::string& path) {
+                return path.empty() ? std::string("the path is empty") : std::string();
+            })
             ->type_name("FILE");
     }
 
@@ -125,6 +136,7 @@ private:
                      "Also by how much each assessment holds or fails");
         sub.add_option("--intervals", options_.intervals,
                        "Failing intervals that the table shows of each assessment; 10 without it")
+            ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
     }
 
@@ -159,8 +171,12 @@ private:
         addRecordings(sub);
         sub.add_option("-o,--output", options_.output,
                        "Write the results to this file, whole or not at all")
+            ->check([](const std::string& path) {
+                return path.empty() ? std::string("the path is empty") : std::string();
+            })
             ->type_name("FILE");
         sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
+            ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
         sub.add_option("--values", options_.values,
                        "Values of each sub-formula to show around a failure; 8 without it")
@@ -168,8 +184,51 @@ private:
             ->type_name("N");
         sub.add_option("--margin", options_.margin,
                        "Seconds to show before and after a failure; half its length without it")
-            ->check(CLI::Range(0.0, 1e12).description(""))
+            ->check(secondsFromZero())
             ->type_name("S");
+    }
+
+    static CLI::Validator secondsFromZero() {
+        return {[](const std::string& text) {
+                    double seconds = -1;
+                    const bool isNumber = CLI::detail::lexical_cast(text, seconds);
+                    return isNumber && seconds >= 0 && std::isfinite(seconds)
+                               ? std::string()
+                               : "'" + text + "' is no number of seconds from 0 on";
+                },
+                ""};
+    }
+
+    // The library would only tell that a command is missing.
+    static void refuseUnknownCommand(int argc, const char* const* argv) {
+        const std::vector<std::string> commands{"run", "check", "signals", "show"};
+        const std::string first = argc > 1 ? argv[1] : "-";
+        if (!first.starts_with("-") &&
+            std::find(commands.begin(), commands.end(), first) == commands.end()) {
+            const std::string near = vorm::evaluation::suggestion(first, commands);
+            throw CLI::ValidationError(
+                "there is no command '" + first + "'",
+                near.empty() ? "it is one of run, check, signals and show" : near);
+        }
+    }
+
+    // An input that the results would take the place of is lost, however good they are.
+    static void refuseOverwriting(const Options& options) {
+        std::vector<std::filesystem::path> inputs(options.recordings.begin(),
+                                                  options.recordings.end());
+        inputs.emplace_back(options.assessments);
+        const std::filesystem::path output = options.output;
+        std::error_code ignored;
+        for (const auto& input : inputs) {
+            const bool isInFolder =
+                std::filesystem::exists(output, ignored) &&
+                std::filesystem::equivalent(
+                    std::filesystem::absolute(output, ignored).parent_path(), input, ignored);
+            if (isInFolder || std::filesystem::equivalent(output, input, ignored)) {
+                throw CLI::ValidationError("--output '" + options.output + "' is an input",
+                                           "give another path");
+            }
+        }
     }
 
     void requireOneStandardInput() const {

@@ -1,7 +1,6 @@
 #include "command_line.hpp"
 #include "commands.hpp"
-
-#include <vorm/evaluation/text/input_error.hpp>
+#include "terminal.hpp"
 
 #include <exception>
 #include <iostream>
@@ -32,7 +31,7 @@ ExitCode program(int argc, const char* const* argv) {
         }
         return execute(std::get<Options>(options));
     } catch (const vorm::evaluation::InputError& error) {
-        std::cerr << (error.problem().where.file.empty() ? "assess: " : "") << error.what() << "\n";
+        std::cerr << messageOf(error) << "\n";
     } catch (const std::bad_alloc&) {
         std::cerr
             << "assess: out of memory\n  run on fewer recordings at a time, or with --jobs 1\n";

@@ -4,6 +4,8 @@
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 
+#include <iostream>
+
 namespace assess {
 namespace {
 
@@ -31,10 +33,18 @@ ExitCode showAssessment(const Options& options) {
     RunOutcome outcomes;
     std::string report;
     for (const RecordingSource& source : recordingsOf(options)) {
-        const Explanation explanation = explain(file, assessment, source, run);
-        report += (report.empty() ? "" : "\n") + source.name() + "\n" +
-                  explanationReport(explanation, styleOf(options));
-        outcomes.recordings.push_back({source.name(), "", {explanation.outcome}});
+        outcomes.recordings.push_back({source.name(), "", {}});
+        RecordingOutcome& outcome = outcomes.recordings.back();
+        try {
+            const Explanation explanation = explain(file, assessment, source, run);
+            report += (report.empty() ? "" : "\n") + source.name() + "\n" +
+                      explanationReport(explanation, styleOf(options));
+            outcome.assessments.push_back(explanation.outcome);
+        } catch (const InputError& error) {
+            progress.clear();
+            std::cerr << messageOf(error) << "\n";
+            outcome.error = error.what();
+        }
     }
     progress.clear();
     writeResults(options, report);

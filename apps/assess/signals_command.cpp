@@ -13,13 +13,13 @@ ExitCode showSignals(const Options& options) {
     if (!options.assessments.empty()) {
         layout = readAssessmentFile(options.assessments).layout;
     }
-    std::string report;
+    std::vector<std::pair<std::string, std::vector<SignalSurvey>>> surveys;
+    std::string tables;
     for (const RecordingSource& source : recordingsOf(options)) {
-        const auto signals = surveyRecording(source, layout);
-        report += options.format == Format::Json ? surveyJson(source.name(), signals)
-                                                 : surveyReport(source.name(), signals);
+        surveys.emplace_back(source.name(), surveyRecording(source, layout));
+        tables += surveyReport(source.name(), surveys.back().second);
     }
-    writeResults(options, report);
+    writeResults(options, options.format == Format::Json ? surveyJson(surveys) : tables);
     return ExitCode::NothingFailed;
 }
 

@@ -1,7 +1,6 @@
 #include "terminal.hpp"
 
 #include <vorm/evaluation/text/file_text.hpp>
-#include <vorm/evaluation/text/input_error.hpp>
 
 #include <unistd.h>
 
@@ -52,6 +51,10 @@ void ProgressLine::clear() {
         std::cerr << "\r\033[K" << std::flush;
         isDirty_ = false;
     }
+}
+
+std::string messageOf(const vorm::evaluation::InputError& error) {
+    return (error.problem().where.file.empty() ? "assess: " : "") + std::string(error.what());
 }
 
 void writeResults(const Options& options, const std::string& results) {

@@ -2,6 +2,8 @@
 
 #include "options.hpp"
 
+#include <vorm/evaluation/text/input_error.hpp>
+
 #include <chrono>
 #include <cstddef>
 #include <string>
@@ -30,6 +32,9 @@ private:
     bool isDirty_ = false;
     std::chrono::steady_clock::time_point next_;
 };
+
+/// The message of an error; of one without a file the program says who speaks.
+std::string messageOf(const vorm::evaluation::InputError& error);
 
 /// Writes results to the output that the options name. Throws vorm::evaluation::InputError where
 /// that fails.

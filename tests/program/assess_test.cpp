@@ -126,6 +126,46 @@ TEST_F(Assess, OnlyAndTogetherSelect) {
     EXPECT_EQ(assess("run a.toml speed.csv brake.csv --together").exitCode, 0);
 }
 
+TEST_F(Assess, ARangeBesideTheDataHasNoResult) {
+    write("b.toml",
+          "[[assessment]]\nname = \"before\"\nformula = \"speed > 99\"\nto = -100\n"
+          "[[assessment]]\nname = \"after\"\nformula = \"speed > 99\"\nfrom = 100\n"
+          "[[assessment]]\nname = \"last\"\nformula = \"speed > 99\"\nfrom = 4\n");
+    const auto report = nlohmann::json::parse(assess("run b.toml d.csv --format json").out);
+    const auto& assessments = report["recordings"][0]["assessments"];
+    EXPECT_EQ(assessments[0]["verdict"], "NO_RESULT");
+    EXPECT_EQ(assessments[1]["verdict"], "NO_RESULT");
+    EXPECT_EQ(assessments[2]["verdict"], "FAIL") << "the last sample belongs to the recording";
+    EXPECT_EQ(assessments[2]["failures"][0]["end"], 4);
+}
+
+TEST_F(Assess, OutputReplacesWhatALinkPointsAtAndKeepsItsRights) {
+    EXPECT_EQ(shell("touch real.txt && chmod 600 real.txt && ln -s real.txt link.txt").exitCode, 0);
+    EXPECT_EQ(assess("run a.toml ok.csv -o link.txt").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder() / "link.txt"));
+    EXPECT_NE(contentOf(folder() / "real.txt"), "");
+    EXPECT_EQ(std::filesystem::status(folder() / "real.txt").permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
+TEST_F(Assess, ReportsAreWellFormedWhateverNamesAre) {
+    const std::string odd = "$(printf 'n\\351\\001.csv')";
+    EXPECT_EQ(shell("cp d.csv " + odd).exitCode, 0);
+    pugi::xml_document document;
+    const std::string junit = assess("run a.toml " + odd + " -f junit").out;
+    EXPECT_TRUE(document.load_string(junit.c_str()));
+    EXPECT_EQ(junit.find('\351'), std::string::npos) << "UTF-8 has no such byte alone";
+    EXPECT_EQ(junit.find('\001'), std::string::npos);
+    EXPECT_TRUE(nlohmann::json::accept(assess("run a.toml " + odd + " -f json").out));
+}
+
+TEST_F(Assess, ShowSaysWhatItCanOfTheOtherRecordings) {
+    const ProgramResult result = assess("show a.toml slow none.csv d.csv");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.err.find("none.csv"), std::string::npos);
+    EXPECT_NE(result.out.find("because speed <= 20 is false"), std::string::npos) << result.out;
+}
+
 TEST_F(Assess, ShowNamesThePartThatFails) {
     write("late.csv", "time,speed,brake\n0,10,0\n1,30,0\n2,30,0\n3,30,0\n3.5,30,1\n6,10,0\n");
     const ProgramResult result = assess("show a.toml brakes late.csv");
@@ -140,13 +180,13 @@ TEST_F(Assess, SignalsTellsWhatARecordingHolds) {
     write("ugly.csv", "time,x,text\n0,1,a\n1,nan,b\n1,2,\n0.5,3,a\n60,4,b\n61,5,a\n");
     const ProgramResult result = assess("signals ugly.csv --format json");
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    const auto x = nlohmann::json::parse(result.out)["signals"][0];
+    const auto x = nlohmann::json::parse(result.out)["recordings"][0]["signals"][0];
     EXPECT_EQ(x["samples"], 6);
     EXPECT_EQ(x["nans"], 1);
     EXPECT_EQ(x["equal_times"], 1);
     EXPECT_EQ(x["times_back"], 1);
     EXPECT_EQ(x["longest_distance"], 59.5);
-    EXPECT_EQ(nlohmann::json::parse(result.out)["signals"][1]["empty"], 1);
+    EXPECT_EQ(nlohmann::json::parse(result.out)["recordings"][0]["signals"][1]["empty"], 1);
 }
 
 TEST_F(Assess, CheckAcceptsOpenNamesAndTestsThemAgainstARecording) {

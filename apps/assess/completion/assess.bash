@@ -1,32 +1,35 @@
 # Completion of the program assess for bash.
 _assess() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
-    local command=${COMP_WORDS[1]} options="--help --version --jobs --quiet --color"
+    local command="" each options="--help --version --jobs --quiet --color" words=""
+    for each in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        case $each in run | check | signals | show) command=$each && break ;; esac
+    done
     COMPREPLY=()
     case $before in
-        --color) COMPREPLY=($(compgen -W "auto always never" -- "$word")) && return ;;
+        --color) words="auto always never" ;;
         -f | --format)
-            local formats="table json"
-            [[ $command == run ]] && formats+=" junit"
-            COMPREPLY=($(compgen -W "$formats" -- "$word"))
-            return
+            words="table json"
+            [[ $command == run ]] && words+=" junit"
             ;;
         -j | --jobs | --intervals | --values | --margin | --only) return ;;
     esac
-    if ((COMP_CWORD == 1)) && [[ $word != -* ]]; then
-        COMPREPLY=($(compgen -W "run check signals show" -- "$word"))
-        return
-    fi
     case $command in
         run) options+=" --format --output --together --only --robustness --intervals" ;;
         check) options+=" --against --together" ;;
         signals) options+=" --layout --format --output --together" ;;
         show) options+=" --output --together --intervals --values --margin" ;;
     esac
-    if [[ $word == -* ]]; then
-        COMPREPLY=($(compgen -W "$options" -- "$word"))
+    if [[ -z $words && $word == -* ]]; then
+        words=$options
+    elif [[ -z $words && -z $command ]]; then
+        words="run check signals show"
+    fi
+    # One candidate a line, since names of files have blanks.
+    if [[ -n $words ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
     else
-        COMPREPLY=($(compgen -f -- "$word"))
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
     fi
 }
 complete -o filenames -F _assess assess

@@ -229,7 +229,7 @@ TEST(Typing, DefinitionsThatMultiplyAreNotBuilt) {
         definitions["d" + std::to_string(i)] = before + " & " + before;
     }
     EXPECT_EQ(typed("d60", definitions),
-              "the formula has more than 1000000 operators and operands");
+              "the formula has more than 250000 operators and operands");
 }
 
 TEST(Typing, DefinitionsCountTowardsNesting) {

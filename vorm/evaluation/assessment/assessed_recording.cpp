@@ -1,5 +1,6 @@
 #include "assessed_recording.hpp"
 
+#include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 
 #include <algorithm>
@@ -49,13 +50,15 @@ std::vector<const Signal*> AssessedRecording::signalsOf(const Formula& formula) 
 
 std::optional<TimeRange> AssessedRecording::rangeOf(const Assessment& assessment,
                                                     const Formula& formula) const {
-    const auto known = knownRange(signalsOf(formula));
-    if (!known && !(assessment.from && assessment.to)) {
-        return std::nullopt;
+    auto range = knownRange(signalsOf(formula));
+    if (!range && assessment.from && assessment.to) {
+        range = TimeRange{*assessment.from, *assessment.to};
     }
-    const double from = assessment.from ? *assessment.from : known->from;
-    const double to = assessment.to ? *assessment.to : known->to;
-    return TimeRange{from, std::max(from, to)};
+    if (range) {
+        range->from = assessment.from.value_or(range->from);
+        range->to = assessment.to.value_or(range->to);
+    }
+    return range && range->from <= range->to ? range : std::nullopt;
 }
 
 void AssessedRecording::judge(const Assessment& assessment, const Formula& formula,
@@ -78,8 +81,14 @@ std::string AssessedRecording::reasonForNoResult(const Assessment& assessment,
     if (assessment.from || assessment.to) {
         return "nothing is known in the range from 'from' to 'to'";
     }
-    return "the recording is too short for the formula's windows, or its signals have no time in "
-           "common";
+    return "its signals have no time in common, or the recording or its pieces between holes are "
+           "too short for the formula's windows";
+}
+
+std::string AssessedRecording::failureMessage(const Assessment& assessment,
+                                              const std::exception_ptr& failure) const {
+    const FormulaSource& source = assessment.requirement.source;
+    return placed(evaluationError(failure, {0, source.text.size()}), source).what();
 }
 
 SignalLookup AssessedRecording::lookup() const {

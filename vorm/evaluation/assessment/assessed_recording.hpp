@@ -23,12 +23,17 @@ public:
     /// The formula of an assessment for the types of this recording. Throws InputError.
     Formula formulaOf(const Assessment& assessment) const;
 
-    /// The range of time that an assessment looks at; nothing where its signals have no samples.
+    /// The range of time that an assessment looks at; nothing where its signals have no samples
+    /// there.
     std::optional<TimeRange> rangeOf(const Assessment& assessment, const Formula& formula) const;
 
     /// Verdict, times, failing intervals and the reason for no result, from the truth values.
     void judge(const Assessment& assessment, const Formula& formula, const TracePieces& truth,
                AssessmentOutcome& outcome) const;
+
+    /// The message of an evaluation that failed, placed at the formula in its file.
+    std::string failureMessage(const Assessment& assessment,
+                               const std::exception_ptr& failure) const;
 
     SignalLookup lookup() const;
     EvaluationOptions evaluationOptions() const;

@@ -79,10 +79,14 @@ public:
         }
         // One operand is enough to make a conjunction false or a disjunction true.
         const bool oneIsEnough = (node.op == VORM_OP::Or) == question_.value;
+        const std::size_t before = next_.size();
         for (const Expression* operand : {&node.lhs, &node.rhs}) {
             if (!oneIsEnough || holdsThroughout(*operand)) {
                 ask(*operand, question_.value);
             }
+        }
+        if (next_.size() == before) {
+            answer();  // now the one operand decides, now the other
         }
     }
 

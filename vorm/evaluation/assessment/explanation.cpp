@@ -4,7 +4,7 @@
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/evaluation/assessment/assessed_recording.hpp>
 #include <vorm/evaluation/assessment/culprits.hpp>
-#include <vorm/evaluation/evaluator/failure_text.hpp>
+#include <vorm/evaluation/assessment/evaluation_error.hpp>
 
 #include <algorithm>
 #include <unordered_map>
@@ -92,7 +92,7 @@ ExplainedFormula explained(const ShownNode& node, const NodeResults& results,
     const EvaluationResult& result = results.of(*node.tree);
     formula.pieces = result.pieces;
     if (result.failure) {
-        formula.failure = failureText(result.failure);
+        formula.failure = evaluationError(result.failure, {}).what();
     }
     if (const auto* signal = boost::get<variable>(node.tree)) {
         formula.enumeration = recording.find(signal->name)->type.enumeration;
@@ -125,7 +125,7 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
     }
     const EvaluationResult& truth = results.of(formula.tree);
     if (truth.failure) {
-        explanation.outcome.error = failureText(truth.failure);
+        explanation.outcome.error = recording.failureMessage(assessment, truth.failure);
         return explanation;
     }
     recording.judge(assessment, formula, *truth.pieces, explanation.outcome);

@@ -1,27 +1,11 @@
 #include "formula_source.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
+
 #include <algorithm>
 #include <string_view>
 
 namespace vorm::evaluation {
-namespace {
-
-// Continuation bytes of UTF-8 belong to the character before them.
-std::size_t charactersIn(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
-    }));
-}
-
-std::string withoutControls(std::string_view line) {
-    std::string shown(line);
-    std::replace_if(
-        shown.begin(), shown.end(), [](char byte) { return byte == '\t' || byte == '\r'; }, ' ');
-    return shown;
-}
-
-}  // namespace
-
 InputError placed(const FormulaError& error, const FormulaSource& source) {
     const std::string_view text = source.text;
     const std::size_t begin = std::min(error.span().begin, text.size());
@@ -39,7 +23,7 @@ InputError placed(const FormulaError& error, const FormulaSource& source) {
         problem.where.line += lines;
         problem.where.column = lines == 0 ? source.where.column + column : column + 1;
     }
-    problem.excerpt = withoutControls(line);
+    problem.excerpt = std::string(line);
     problem.caret = charactersIn(text.substr(lineBegin, begin - lineBegin));
     const std::size_t marked = std::min(error.span().length, lineBegin + line.size() - begin);
     problem.caretWidth = std::max<std::size_t>(1, charactersIn(text.substr(begin, marked)));

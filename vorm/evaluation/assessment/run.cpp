@@ -1,7 +1,6 @@
 #include "run.hpp"
 
 #include <vorm/evaluation/assessment/assessed_recording.hpp>
-#include <vorm/evaluation/evaluator/failure_text.hpp>
 #include <vorm/evaluation/parallel/for_each_index.hpp>
 
 #include <algorithm>
@@ -13,52 +12,57 @@ namespace {
 
 using detail::AssessedRecording;
 
-// An assessment whose formula fits the recording, and where its results are found.
+// An assessment whose formula fits the recording.
 struct Task {
     const Assessment* assessment;
     AssessmentOutcome* outcome;
     Formula formula;
-    std::size_t truth = 0;
-    std::size_t robustness = 0;
 };
 
-std::vector<EvaluationRequest> requestsOf(std::vector<Task>& tasks, bool withRobustness) {
-    std::vector<EvaluationRequest> requests;
-    for (Task& task : tasks) {
-        task.truth = requests.size();
-        requests.push_back({&task.formula.tree, Meaning::Boolean});
-        if (withRobustness) {
-            task.robustness = requests.size();
-            requests.push_back({&task.formula.tree, Meaning::Robustness});
-        }
-    }
-    return requests;
-}
+// One of the two results of a task. They fill in different parts of its outcome.
+struct TaskRequest {
+    const Task* task;
+    Meaning meaning;
+};
 
-void addRobustness(const AssessedRecording& recording, const Task& task,
-                   const EvaluationResult& result) {
-    if (result.failure) {
-        task.outcome->robustnessError = failureText(result.failure);
-    } else if (const auto range = recording.rangeOf(*task.assessment, task.formula)) {
-        task.outcome->robustness = leastValue(*result.pieces, *range);
-    }
-}
-
-void evaluateTasks(const AssessedRecording& recording, std::vector<Task>& tasks,
-                   bool withRobustness) {
-    const auto results = evaluate(requestsOf(tasks, withRobustness), recording.lookup(),
-                                  recording.evaluationOptions());
-    for (const Task& task : tasks) {
-        const EvaluationResult& truth = results[task.truth];
-        if (truth.failure) {
-            task.outcome->error = failureText(truth.failure);
-            continue;
-        }
+void takeTruth(const AssessedRecording& recording, const Task& task,
+               const EvaluationResult& truth) {
+    if (truth.failure) {
+        task.outcome->error = recording.failureMessage(*task.assessment, truth.failure);
+    } else {
         recording.judge(*task.assessment, task.formula, *truth.pieces, *task.outcome);
-        if (withRobustness) {
-            addRobustness(recording, task, results[task.robustness]);
+    }
+}
+
+void takeRobustness(const AssessedRecording& recording, const Task& task,
+                    const EvaluationResult& robustness) {
+    if (robustness.failure) {
+        task.outcome->robustnessError =
+            recording.failureMessage(*task.assessment, robustness.failure);
+    } else if (const auto range = recording.rangeOf(*task.assessment, task.formula)) {
+        task.outcome->robustness = leastValue(*robustness.pieces, *range);
+    }
+}
+
+// Each result is looked at when it is there and then let go, so that memory does not grow with the
+// number of assessments.
+void evaluateTasks(const AssessedRecording& recording, const std::vector<Task>& tasks,
+                   bool withRobustness) {
+    std::vector<EvaluationRequest> requests;
+    std::vector<TaskRequest> askedFor;
+    for (const Task& task : tasks) {
+        for (const Meaning meaning : {Meaning::Boolean, Meaning::Robustness}) {
+            if (meaning == Meaning::Boolean || withRobustness) {
+                requests.push_back({&task.formula.tree, meaning});
+                askedFor.push_back({&task, meaning});
+            }
         }
     }
+    const auto take = [&](std::size_t request, const EvaluationResult& result) {
+        const auto& [task, meaning] = askedFor[request];
+        (meaning == Meaning::Boolean ? takeTruth : takeRobustness)(recording, *task, result);
+    };
+    evaluateEach(requests, recording.lookup(), take, recording.evaluationOptions());
 }
 
 RecordingOutcome runOne(const AssessmentFile& file,

@@ -1,5 +1,6 @@
 #include "toml_table.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/time_unit.hpp>
 
@@ -53,14 +54,6 @@ std::size_t offsetOf(std::string_view text, const toml::source_position& positio
                  (static_cast<unsigned char>(text[offset]) & 0xc0U) == 0x80U);
     }
     return std::min(offset, text.size());
-}
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 std::optional<double> durationOf(std::string_view text) {

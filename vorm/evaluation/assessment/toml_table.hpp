@@ -62,8 +62,6 @@ public:
     /// Refuses keys that were not asked for, with those that could have been meant.
     void refuseOthers() const;
 
-    const toml::table& table() const { return table_; }
-
 private:
     const toml::value<std::string>& requireText(const toml::node& node, const char* key) const;
     std::vector<std::pair<std::string, const toml::node*>> inOrder() const;

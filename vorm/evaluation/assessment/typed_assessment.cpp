@@ -24,6 +24,18 @@ void requireVerdicts(const Formula& formula, const std::string& text) {
     }
 }
 
+// What `build` gives; its errors are placed at the definition that they name, or else at `source`.
+template <class Build>
+Formula placingErrors(const AssessmentFile& file, const FormulaSource& source, Build build) {
+    try {
+        return build();
+    } catch (const FormulaError& error) {
+        const auto definition = file.definitions.find(error.definition());
+        throw placed(error,
+                     definition == file.definitions.end() ? source : definition->second.source);
+    }
+}
+
 }  // namespace
 
 std::set<std::string> namesToRead(const AssessmentFile& file,
@@ -74,16 +86,18 @@ FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
 
 Formula typedFormula(const AssessmentFile& file, const Assessment& assessment,
                      const FormulaNames& names) {
-    const FormulaSource& source = assessment.requirement.source;
-    try {
-        Formula formula = buildFormula(assessment.requirement.formula, names);
-        requireVerdicts(formula, source.text);
+    const SourcedFormula& requirement = assessment.requirement;
+    return placingErrors(file, requirement.source, [&] {
+        Formula formula = buildFormula(requirement.formula, names);
+        requireVerdicts(formula, requirement.source.text);
         return formula;
-    } catch (const FormulaError& error) {
-        const auto definition = file.definitions.find(error.definition());
-        throw placed(error,
-                     definition == file.definitions.end() ? source : definition->second.source);
-    }
+    });
+}
+
+void checkDefinition(const AssessmentFile& file, const std::string& definition,
+                     const FormulaNames& names) {
+    const SourcedFormula& sourced = file.definitions.at(definition);
+    placingErrors(file, sourced.source, [&] { return buildFormula(sourced.formula, names); });
 }
 
 }  // namespace vorm::evaluation

@@ -25,4 +25,8 @@ FormulaNames namesIn(const AssessmentFile& file, const Recording& recording);
 Formula typedFormula(const AssessmentFile& file, const Assessment& assessment,
                      const FormulaNames& names);
 
+/// Checks a definition as if an assessment used it. Throws InputError, placed in the file.
+void checkDefinition(const AssessmentFile& file, const std::string& definition,
+                     const FormulaNames& names);
+
 }  // namespace vorm::evaluation

@@ -8,6 +8,8 @@
 #include <vorm/evaluation/evaluator/schedule.hpp>
 
 #include <algorithm>
+#include <mutex>
+#include <utility>
 
 namespace vorm::evaluation {
 
@@ -21,21 +23,29 @@ constexpr std::size_t mostInnerLinks = 100;
 
 class Evaluation {
 public:
-    Evaluation(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals)
+    Evaluation(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals,
+               const ResultConsumer& consume)
         : requests_(requests),
           signals_(signals),
+          consume_(consume),
           graph_(requests),
-          outcomes_(graph_.vertices.size()) {}
-
-    std::vector<EvaluationResult> run(const EvaluationOptions& options) {
-        runSchedule(graph_, options,
-                    {[this](std::size_t vertex) { compute(vertex); },
-                     [this](std::size_t vertex) { outcomes_[vertex].pieces.reset(); }});
-        std::vector<EvaluationResult> results;
-        for (std::size_t request = 0; request < requests_.size(); ++request) {
-            results.push_back(resultOf(request));
+          requestsOf_(graph_.vertices.size()),
+          outcomes_(graph_.vertices.size()) {
+        for (std::size_t request = 0; request < requests.size(); ++request) {
+            requestsOf_[graph_.roots[request]].push_back(request);
         }
-        return results;
+    }
+
+    void run(const EvaluationOptions& options) {
+        runSchedule(graph_, options,
+                    {[this](std::size_t vertex) {
+                         compute(vertex);
+                         deliver(vertex);
+                     },
+                     [this](std::size_t vertex) { outcomes_[vertex].pieces.reset(); }});
+        if (consumerFailure_) {
+            std::rethrow_exception(consumerFailure_);
+        }
     }
 
 private:
@@ -64,6 +74,17 @@ private:
             outcome.pieces = evaluateNode(*vertex.formula, vertex.meaning, operands, signals_);
         } catch (...) {
             outcome.fault = std::current_exception();
+        }
+    }
+
+    void deliver(std::size_t vertex) {
+        try {
+            for (const std::size_t request : requestsOf_[vertex]) {
+                consume_(request, resultOf(request));
+            }
+        } catch (...) {
+            const std::lock_guard lock(consumerFailureMutex_);
+            consumerFailure_ = std::current_exception();
         }
     }
 
@@ -98,16 +119,32 @@ private:
 
     const std::vector<EvaluationRequest>& requests_;
     const SignalLookup& signals_;
+    const ResultConsumer& consume_;
     const FormulaGraph graph_;
+    std::vector<std::vector<std::size_t>> requestsOf_;  // of each vertex
     std::vector<Outcome> outcomes_;
+    std::mutex consumerFailureMutex_;
+    std::exception_ptr consumerFailure_;
 };
 
 }  // namespace
 
+void evaluateEach(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals,
+                  const ResultConsumer& consume, const EvaluationOptions& options) {
+    Evaluation(requests, signals, consume).run(options);
+}
+
 std::vector<EvaluationResult> evaluate(const std::vector<EvaluationRequest>& requests,
                                        const SignalLookup& signals,
                                        const EvaluationOptions& options) {
-    return Evaluation(requests, signals).run(options);
+    std::vector<EvaluationResult> results(requests.size());
+    evaluateEach(
+        requests, signals,
+        [&results](std::size_t request, EvaluationResult result) {
+            results[request] = std::move(result);
+        },
+        options);
+    return results;
 }
 
 }  // namespace vorm::evaluation

@@ -47,6 +47,11 @@ struct EvaluationOptions {
 /// several threads at once.
 using SignalLookup = std::function<SharedPieces(const assessments::variable&)>;
 
+/// Takes the result of the request of that index as soon as there is one. Calls come from the
+/// threads that evaluate, for different requests at the same time. What it throws is thrown again
+/// by evaluateEach, after all the other work.
+using ResultConsumer = std::function<void(std::size_t, EvaluationResult)>;
+
 /// Evaluates formulas together, bottom-up: each distinct sub-formula (under ModuloAliases) of all
 /// of them once for each meaning, its trace freed as soon as nothing needs it any more. Signals are
 /// shared, not copied. The results do not depend on the number of jobs. Linear in the formulas.
@@ -61,6 +66,10 @@ using SignalLookup = std::function<SharedPieces(const assessments::variable&)>;
 /// failure that names its time, as is a linear quantity that would. A cast to bool tells whether a
 /// number is not zero, a bool becomes 0 or 1, or PASS or FAIL. A held operand keeps its steps
 /// beside a linear one: each takes one representable time.
+void evaluateEach(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals,
+                  const ResultConsumer& consume, const EvaluationOptions& options = {});
+
+/// The same for a caller that keeps all results.
 std::vector<EvaluationResult> evaluate(const std::vector<EvaluationRequest>& requests,
                                        const SignalLookup& signals,
                                        const EvaluationOptions& options = {});

@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <queue>
+#include <system_error>
 #include <thread>
 
 namespace vorm::evaluation {
@@ -19,9 +20,6 @@ public:
             if (missingOperands_.back() == 0) {
                 ready_.push(vertex);
             }
-        }
-        for (const std::size_t root : graph.roots) {
-            ++waitingUsers_[root];  // whoever asked for it, who never finishes
         }
     }
 
@@ -65,6 +63,9 @@ private:
             }
         }
         std::vector<std::size_t> released;
+        if (waitingUsers_[vertex] == 0) {
+            released.push_back(vertex);
+        }
         for (const std::size_t operand : vertices_[vertex].operandVertices()) {
             if (--waitingUsers_[operand] == 0) {
                 released.push_back(operand);
@@ -102,9 +103,17 @@ void runSchedule(const FormulaGraph& graph, const EvaluationOptions& options,
         return;
     }
     std::vector<std::jthread> threads;
-    for (std::size_t i = 0; i < std::min<std::size_t>(options.jobs, total); ++i) {
-        threads.emplace_back(
-            [&schedule](const std::stop_token& stop) { schedule.work(stop, [] {}); });
+    try {
+        for (std::size_t i = 0; i < std::min<std::size_t>(options.jobs, total); ++i) {
+            threads.emplace_back(
+                [&schedule](const std::stop_token& stop) { schedule.work(stop, [] {}); });
+        }
+    } catch (const std::system_error&) {
+        // The threads that there are do all the work.
+        if (threads.empty()) {
+            schedule.work({}, reportNext);
+            return;
+        }
     }
     while (reported < total) {
         const std::size_t finished = schedule.waitForMoreThan(reported);

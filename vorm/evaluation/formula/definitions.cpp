@@ -76,7 +76,8 @@ std::string Definitions::suggestionFor(const std::string& name) const {
     for (const auto& definition : names_.definitions) {
         candidates.push_back(definition.first);
     }
-    return suggestion(name, candidates);
+    const std::string near = suggestion(name, candidates);
+    return near.empty() && !candidates.empty() ? "there is " + quotedList(candidates) : near;
 }
 
 }  // namespace vorm::evaluation

@@ -96,7 +96,7 @@ Formula buildFormula(const ParsedFormula& formula, const FormulaNames& names);
 /// of its type and for more than maximumFormulaNodes nodes.
 assessments::Expression expressionOf(const ParsedFormula& formula);
 
-inline constexpr std::size_t maximumFormulaNodes = 1'000'000;
+inline constexpr std::size_t maximumFormulaNodes = 250'000;
 
 /// The text of a formula, which reads back as the same formula (under ModuloAliases) by
 /// expressionOf, and by buildFormula where it is well typed. Numbers are written in full, names are

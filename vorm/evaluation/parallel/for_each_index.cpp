@@ -4,6 +4,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -34,7 +35,11 @@ void forEachIndex(std::size_t count, unsigned jobs, const std::function<void(std
         std::vector<std::jthread> helpers;
         const std::size_t threads = std::min<std::size_t>(jobs, count);
         for (std::size_t i = 1; i < threads; ++i) {
-            helpers.emplace_back(work);
+            try {
+                helpers.emplace_back(work);
+            } catch (const std::system_error&) {
+                break;  // the threads that there are do all the work
+            }
         }
         work();
     }

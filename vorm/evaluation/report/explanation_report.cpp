@@ -148,11 +148,12 @@ private:
             }
             writeCourses(around(failures[i], explanation_.outcome, style_));
         }
-        if (failures.empty()) {
+        if (failures.empty() && explanation_.outcome.error.empty()) {
             writeCourses({explanation_.outcome.from, explanation_.outcome.to});
         }
         if (shown < failures.size()) {
-            out_ << "\nand in " << failures.size() - shown << " more intervals\n";
+            const std::size_t more = failures.size() - shown;
+            out_ << "\nand in " << more << (more == 1 ? " more interval\n" : " more intervals\n");
         }
     }
 

@@ -4,6 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cmath>
+#include <utility>
+
 namespace vorm::evaluation {
 namespace {
 
@@ -21,23 +24,37 @@ Json failuresOf(const AssessmentOutcome& outcome) {
     return failures;
 }
 
+// JSON has no number for what is not finite.
+std::string robustnessErrorOf(const AssessmentOutcome& outcome) {
+    if (outcome.robustness && std::isnan(*outcome.robustness)) {
+        return "a NaN is in the way";
+    }
+    if (outcome.robustness && std::isinf(*outcome.robustness)) {
+        return *outcome.robustness > 0 ? "infinite" : "minus infinite";
+    }
+    return outcome.robustnessError;
+}
+
 Json assessmentOf(const AssessmentOutcome& outcome) {
     Json json = {{"name", outcome.name},
                  {"description", textOrNull(outcome.description)},
                  {"formula", outcome.formula},
                  {"verdict", verdictText(outcome)},
                  {"error", textOrNull(outcome.error)},
-                 {"reason", textOrNull(outcome.reason)},
-                 {"from", outcome.from},
-                 {"to", outcome.to},
-                 {"passed", outcome.passed},
-                 {"failed", outcome.failed},
-                 {"no_result", outcome.unknown}};
+                 {"reason", textOrNull(outcome.reason)}};
+    const bool isJudged = outcome.error.empty();
+    for (const auto& [key, seconds] : {std::pair("from", outcome.from),
+                                       {"to", outcome.to},
+                                       {"passed", outcome.passed},
+                                       {"failed", outcome.failed},
+                                       {"no_result", outcome.unknown}}) {
+        json[key] = isJudged ? Json(seconds) : Json(nullptr);
+    }
     json["first_failure"] =
         outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start);
     json["failures"] = failuresOf(outcome);
     json["robustness"] = outcome.robustness ? Json(*outcome.robustness) : Json(nullptr);
-    json["robustness_error"] = textOrNull(outcome.robustnessError);
+    json["robustness_error"] = textOrNull(robustnessErrorOf(outcome));
     return json;
 }
 

@@ -1,5 +1,6 @@
 #include "junit_report.hpp"
 
+#include <vorm/assessments/platform/utf.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <pugixml.hpp>
@@ -12,12 +13,14 @@ namespace {
 
 using assessments::resultEnum_t;
 
-// XML has no way to write most control characters.
-std::string xmlText(std::string text) {
+// XML has no way to write most control characters, two others, and anything that is no UTF-8.
+std::string xmlText(const std::string& text) {
+    std::u16string characters = platform::toUtf16(text);
     std::replace_if(
-        text.begin(), text.end(),
-        [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t'; }, '?');
-    return text;
+        characters.begin(), characters.end(),
+        [](char16_t c) { return (c < 0x20 && c != u'\n' && c != u'\t') || c >= 0xfffe; },
+        u'\xfffd');
+    return platform::toUtf8(characters);
 }
 
 void set(pugi::xml_node node, const char* name, const std::string& value) {

@@ -10,6 +10,25 @@
 namespace vorm::evaluation {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
+Json jsonOf(const SignalSurvey& signal) {
+    return {{"file", signal.file},
+            {"name", signal.name},
+            {"type", signal.type},
+            {"samples", signal.samples},
+            {"empty", signal.empty},
+            {"nans", signal.nans},
+            {"first", signal.first},
+            {"last", signal.last},
+            {"median_distance", signal.medianDistance},
+            {"longest_distance", signal.longestDistance},
+            {"longest_at", signal.longestAt},
+            {"holes", signal.holes},
+            {"equal_times", signal.equalTimes},
+            {"times_back", signal.timesBack}};
+}
+
 std::string countText(std::size_t count) {
     return count == 0 ? "-" : std::to_string(count);
 }
@@ -56,26 +75,17 @@ std::string surveyReport(const std::string& recording, const std::vector<SignalS
     return recording + "\n" + table.text("  ", false);
 }
 
-std::string surveyJson(const std::string& recording, const std::vector<SignalSurvey>& signals) {
-    using Json = nlohmann::ordered_json;
+std::string surveyJson(
+    const std::vector<std::pair<std::string, std::vector<SignalSurvey>>>& recordings) {
     Json list = Json::array();
-    for (const SignalSurvey& signal : signals) {
-        list.push_back({{"file", signal.file},
-                        {"name", signal.name},
-                        {"type", signal.type},
-                        {"samples", signal.samples},
-                        {"empty", signal.empty},
-                        {"nans", signal.nans},
-                        {"first", signal.first},
-                        {"last", signal.last},
-                        {"median_distance", signal.medianDistance},
-                        {"longest_distance", signal.longestDistance},
-                        {"longest_at", signal.longestAt},
-                        {"holes", signal.holes},
-                        {"equal_times", signal.equalTimes},
-                        {"times_back", signal.timesBack}});
+    for (const auto& [name, signals] : recordings) {
+        Json columns = Json::array();
+        for (const SignalSurvey& signal : signals) {
+            columns.push_back(jsonOf(signal));
+        }
+        list.push_back({{"recording", name}, {"signals", std::move(columns)}});
     }
-    const Json report = {{"recording", recording}, {"signals", std::move(list)}};
+    const Json report = {{"recordings", std::move(list)}};
     return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -78,8 +78,9 @@ private:
             table_.addNote("fails " + intervalText(outcome.failures[i]));
         }
         if (shown < outcome.failures.size()) {
-            table_.addNote("and in " + std::to_string(outcome.failures.size() - shown) +
-                           " more intervals");
+            table_.addNote(
+                "and in " + std::to_string(outcome.failures.size() - shown) +
+                (outcome.failures.size() - shown == 1 ? " more interval" : " more intervals"));
         }
     }
 

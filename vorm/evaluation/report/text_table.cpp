@@ -1,5 +1,7 @@
 #include "text_table.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
+
 #include <algorithm>
 #include <utility>
 
@@ -33,22 +35,19 @@ std::string coloured(std::string_view text, Colour colour) {
     return ansiCode(colour) + std::string(text) + "\033[0m";
 }
 
-std::size_t shownWidth(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
-    }));
-}
-
 TextTable::TextTable(std::vector<Cell> header) {
     addRow(std::move(header));
 }
 
 void TextTable::addRow(std::vector<Cell> row) {
+    for (Cell& cell : row) {
+        cell.text = withoutControls(cell.text);
+    }
     lines_.push_back({std::move(row), {}});
 }
 
-void TextTable::addNote(std::string text) {
-    lines_.push_back({{}, std::move(text)});
+void TextTable::addNote(std::string_view text) {
+    lines_.push_back({{}, withoutControls(text)});
 }
 
 std::vector<std::size_t> TextTable::widths() const {
@@ -56,7 +55,7 @@ std::vector<std::size_t> TextTable::widths() const {
     for (const Line& line : lines_) {
         widths.resize(std::max(widths.size(), line.cells.size()));
         for (std::size_t i = 0; i < line.cells.size(); ++i) {
-            widths[i] = std::max(widths[i], shownWidth(line.cells[i].text));
+            widths[i] = std::max(widths[i], charactersIn(line.cells[i].text));
         }
     }
     return widths;
@@ -72,7 +71,7 @@ std::string TextTable::text(const std::string& indent, bool withColours) const {
         }
         for (std::size_t i = 0; i < line.cells.size(); ++i) {
             const Cell& cell = line.cells[i];
-            const std::string padding(columns[i] - shownWidth(cell.text), ' ');
+            const std::string padding(columns[i] - charactersIn(cell.text), ' ');
             const std::string content = withColours ? coloured(cell.text, cell.colour) : cell.text;
             shown += cell.alignRight ? padding + content : content + padding;
             shown += i + 1 < line.cells.size() ? std::string(gap, ' ') : "";

@@ -13,10 +13,8 @@ enum class Colour { None, Green, Red, Yellow, Magenta };
 /// `text` in that colour and bold, by the ANSI sequences that terminals know.
 std::string coloured(std::string_view text, Colour colour);
 
-/// How many characters a UTF-8 text shows.
-std::size_t shownWidth(std::string_view text);
-
-/// Rows in aligned columns, two blanks apart.
+/// Rows in aligned columns, two blanks apart. Control characters in the texts become question
+/// marks.
 class TextTable {
 public:
     struct Cell {
@@ -30,7 +28,7 @@ public:
 
     void addRow(std::vector<Cell> row);
     /// A line across all columns below the last row, indented to the second column.
-    void addNote(std::string text);
+    void addNote(std::string_view text);
 
     /// The lines, each after `indent`; colours are left out unless `withColours`.
     std::string text(const std::string& indent, bool withColours) const;

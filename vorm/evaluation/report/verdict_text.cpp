@@ -1,7 +1,11 @@
 #include "verdict_text.hpp"
 
+#include <vorm/evaluation/text/shortest_number.hpp>
+
 #include <array>
 #include <charconv>
+#include <cmath>
+#include <cstdlib>
 
 namespace vorm::evaluation {
 namespace {
@@ -9,6 +13,9 @@ namespace {
 using assessments::resultEnum_t;
 
 std::string numberWithDigits(double number, int digits) {
+    if (std::isnan(number)) {
+        return "nan";  // without a sign
+    }
     std::array<char, 40> text;
     // Adding zero turns a minus zero into zero.
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number + 0.0,
@@ -67,7 +74,10 @@ VerdictCounts countVerdicts(const RunOutcome& run) {
 }
 
 std::string timeText(double seconds) {
-    return numberWithDigits(seconds, 15);
+    constexpr double nanosecond = 1e-9;
+    std::string text = numberWithDigits(seconds, 15);
+    const double shown = std::strtod(text.c_str(), nullptr);
+    return std::fabs(shown - seconds) > nanosecond ? shortestNumber(seconds) : text;
 }
 
 std::string durationText(double seconds) {

@@ -21,8 +21,9 @@ struct VerdictCounts {
 VerdictCounts countVerdicts(const RunOutcome& run);
 VerdictCounts countVerdicts(const RecordingOutcome& recording);
 
-/// A time in seconds with up to fifteen digits, which shows every time of a recording as it is and
-/// hides the one representable step by which an end can lie beside it.
+/// A time in seconds: with fifteen digits where these tell it to the nanosecond, which hides the
+/// one representable step by which an end can lie beside a time of the recording; else with all
+/// digits.
 std::string timeText(double seconds);
 
 /// A length of time in seconds with up to nine digits, since it is a sum.

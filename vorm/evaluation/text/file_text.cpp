@@ -2,11 +2,10 @@
 
 #include <vorm/evaluation/text/input_error.hpp>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -25,6 +24,8 @@ namespace {
     throw InputError(std::move(problem));
 }
 
+constexpr const char* writingAdvice = "give another path, or make the folder and its rights fit";
+
 std::string systemReason(int error) {
     return std::generic_category().message(error);
 }
@@ -40,9 +41,17 @@ void writeTo(const std::string& target, const std::string& path, std::string_vie
         if (target != path) {
             std::filesystem::remove(target, ignored);
         }
-        fail("write", path, systemReason(error),
-             "give another path, or make the folder and its rights fit");
+        fail("write", path, systemReason(error), writingAdvice);
     }
+}
+
+// Nobody else's file is written to, whatever its name.
+void createNew(const std::string& file, const std::string& path) {
+    const int descriptor = ::open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        fail("write", path, systemReason(errno), writingAdvice);
+    }
+    ::close(descriptor);
 }
 
 }  // namespace
@@ -54,7 +63,8 @@ std::string readFile(const std::string& path) {
         content << std::cin.rdbuf();
         return std::move(content).str();
     }
-    if (std::filesystem::is_directory(path)) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) {
         fail("read", path, systemReason(EISDIR), "give the path of a file");
     }
     errno = 0;
@@ -71,20 +81,26 @@ std::string readFile(const std::string& path) {
 
 void writeFile(const std::string& path, std::string_view content) {
     std::error_code error;
-    const auto kind = std::filesystem::status(path, error).type();
-    if (kind != std::filesystem::file_type::not_found &&
-        kind != std::filesystem::file_type::regular) {
+    const auto old = std::filesystem::status(path, error);
+    const bool isFile = old.type() == std::filesystem::file_type::regular;
+    if (old.type() != std::filesystem::file_type::not_found && !isFile) {
         writeTo(path, path, content);
         return;
     }
+    // What a link points at is replaced, not the link.
+    const std::string target = isFile ? std::filesystem::canonical(path, error).string() : path;
     // In the same folder, since a file can only be renamed within its file system.
-    const std::string temporary = path + "." + std::to_string(::getpid()) + ".part";
+    const std::string temporary = target + "." + std::to_string(::getpid()) + ".part";
+    createNew(temporary, path);
     writeTo(temporary, path, content);
-    std::filesystem::rename(temporary, path, error);
+    if (isFile) {
+        std::filesystem::permissions(temporary, old.permissions(), error);
+    }
+    std::filesystem::rename(temporary, target, error);
     if (error) {
         std::error_code ignored;
         std::filesystem::remove(temporary, ignored);
-        fail("write", path, error.message(), "give another path");
+        fail("write", path, error.message(), writingAdvice);
     }
 }
 

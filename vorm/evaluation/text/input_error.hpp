@@ -24,7 +24,7 @@ struct InputProblem {
 };
 
 /// Input that cannot be used. what() is the whole message, over several lines where there is an
-/// excerpt:
+/// excerpt, of which at most 60 characters on either side of the mark are shown:
 ///
 ///     limits.toml:12:15: unknown signal 'sped'
 ///         always[0, 5 s](sped < 20)

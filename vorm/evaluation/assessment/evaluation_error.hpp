@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vorm/evaluation/formula/formula_error.hpp>
+
+#include <exception>
+
+namespace vorm::evaluation {
+
+/// The failure of an evaluation as an error of the formula whose text the span is: the first fault
+/// as the message, and as the advice the sub-formulas that failed by it, from the innermost on, and
+/// what to do.
+FormulaError evaluationError(const std::exception_ptr& failure, FormulaError::Span span);
+
+}  // namespace vorm::evaluation

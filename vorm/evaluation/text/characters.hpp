@@ -1,0 +1,37 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vorm::evaluation {
+
+/// How many characters a UTF-8 text has: continuation bytes belong to the character before them.
+inline std::size_t charactersIn(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
+    }));
+}
+
+/// The text without blanks and tabs at its ends.
+inline std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// The text on one line: control characters, which would move the cursor of a terminal or worse,
+/// become question marks, tabs blanks.
+inline std::string withoutControls(std::string_view text) {
+    std::string shown(text);
+    std::replace(shown.begin(), shown.end(), '\t', ' ');
+    std::replace_if(
+        shown.begin(), shown.end(),
+        [](char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f; }, '?');
+    return shown;
+}
+
+}  // namespace vorm::evaluation
