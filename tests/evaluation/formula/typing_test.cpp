@@ -228,8 +228,7 @@ TEST(Typing, DefinitionsThatMultiplyAreNotBuilt) {
         const std::string before = "d" + std::to_string(i - 1);
         definitions["d" + std::to_string(i)] = before + " & " + before;
     }
-    EXPECT_EQ(typed("d60", definitions),
-              "the formula has more than 250000 operators and operands");
+    EXPECT_EQ(typed("d60", definitions), "the formula has more than 250000 operators and operands");
 }
 
 TEST(Typing, DefinitionsCountTowardsNesting) {
