@@ -107,7 +107,7 @@ void addRequirement(Course course, std::size_t size) {
     for (const auto& [meaning, meaningName] :
          {std::pair(evaluation::Meaning::Boolean, "bool"),
           std::pair(evaluation::Meaning::Robustness, "robustness")}) {
-        add("Requirement " + std::string(meaningName) + "/" + name(course) + "/evaluator", size,
+        add("Requirement " + std::string(meaningName) + "/" + name(course) + "/library", size,
             [=, reading = meaning] {
                 auto results = evaluation::evaluate({{&formula, reading}}, lookup);
                 if (results[0].failure) {
@@ -117,7 +117,8 @@ void addRequirement(Course course, std::size_t size) {
             });
     }
     const std::string job = "Requirement bool/" + name(course);
-    add(job + "/operators", size, [=] { return byHand(xTrace, yTrace); });
+    add("Requirement by operators/" + name(course) + "/library", size,
+        [=] { return byHand(xTrace, yTrace); });
     add(job + "/flat", size, [=] {
         return within(implies(above(x, 0.5), within(above(y, 0), reaction, true)), span, false);
     });

@@ -76,14 +76,17 @@ Deque<T> toDeque(const Flat<T>& samples) {
     return Deque<T>(samples.begin(), samples.end());
 }
 
-/// Runs `job` under the name and reports its cost per input sample.
+/// Runs `job` under the name and reports its cost per input sample, and per byte where it has any.
 template <class Job>
-void add(const std::string& name, std::size_t samples, Job job) {
-    const auto run = [samples, job = std::move(job)](benchmark::State& state) {
+void add(const std::string& name, std::size_t samples, Job job, std::size_t bytes = 0) {
+    const auto run = [samples, bytes, job = std::move(job)](benchmark::State& state) {
         for (auto _ : state) {
             benchmark::DoNotOptimize(job());
         }
         state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(samples));
+        if (bytes > 0) {
+            state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+        }
     };
     benchmark::RegisterBenchmark((name + "/" + std::to_string(samples)).c_str(), run)
         ->Unit(benchmark::kMillisecond);
