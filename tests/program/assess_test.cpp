@@ -159,6 +159,15 @@ TEST_F(Assess, ReportsAreWellFormedWhateverNamesAre) {
     EXPECT_TRUE(nlohmann::json::accept(assess("run a.toml " + odd + " -f json").out));
 }
 
+TEST_F(Assess, FilesOfAFolderThatAreLeftOutAreNamedWhereASignalIsMissing) {
+    write("folder/speed.csv", "time,speed\n0,1\n4,2\n");
+    write("folder/brake.csv", "");
+    const ProgramResult result = assess("run a.toml folder");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.out.find("unknown signal 'brake'"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("not read: folder/brake.csv"), std::string::npos) << result.out;
+}
+
 TEST_F(Assess, ShowSaysWhatItCanOfTheOtherRecordings) {
     const ProgramResult result = assess("show a.toml slow none.csv d.csv");
     EXPECT_EQ(result.exitCode, 3);

@@ -39,7 +39,7 @@ TEST(RecordingTimes, OriginIsAnyTimeThatTheFileCanWrite) {
               "a: double 0:1 0.75:2 known 0.75");
     EXPECT_EQ(timesOf("t_ms,a\n1000,1\n2500,2\n", from(TimeOrigin::At{"2000"})),
               "a: double -1:1 0.5:2 known 0.5");
-    EXPECT_EQ(timesOf("t,a\n1,1\n2,2\n", from(TimeOrigin::At{"0.5"}, "min")),
+    EXPECT_EQ(timesOf("t [d],a\n1,1\n2,2\n", from(TimeOrigin::At{"0.5"}, "min")),
               "a: double 30:1 90:2 known 90");
 }
 

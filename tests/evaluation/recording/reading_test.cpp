@@ -27,7 +27,7 @@ TEST(Recording, ReadsTextsOfManyForms) {
         {"\xEF\xBB\xBFt,a\n0,+1.5\n", "a: double 0:1.5 known 0"},
         {"\n\"t\" , \"a,b\"\n\n \"0\" ,\"1\"\n", "a,b: double 0:1 known 0"},
         {"t,a\n0,\"x \"\"y\"\"\n\nz\"\n1,N\n", "a: enumeration a 0:x \"y\"\n\nz 1:N known 1"},
-        {"t,a\n0,5\" pipe\n", "a: enumeration a 0:5\" pipe known 0"},
+        {"t,a\n0,a 5\" pipe\n", "a: enumeration a 0:a 5\" pipe known 0"},
         {"t,a,\n0,1,\n1,2,\n", "a: double 0:1 1:2 known 1"},
         {"T [ms],speed [km/h],control[0]\n0,1,2\n1500,3,4\n",
          "speed: double 0:1 1.5:3 known 1.5\ncontrol[0]: double 0:2 1.5:4 known 1.5"},
@@ -52,9 +52,12 @@ TEST(Recording, FindsTheTypeOfAColumn) {
          "a: int64 0:7 2:-1 3:9007199254740993 known 3"},
         {"t,a\n0,9223372036854775807\n1,18446744073709551615\n",
          "a: uint64 0:9223372036854775807 1:18446744073709551615 known 1"},
-        {"t,a\n0,-9223372036854775807\n1,18446744073709551615\n",
-         "a: double 0:-9223372036854775808 1:18446744073709551616 known 1"},
-        {"t,a\n0,9007199254740993\n1,0.5\n", "a: double 0:9007199254740992 1:0.5 known 1"},
+        {"t,a\n0,-\n1,5\n", "a: enumeration a 0:- 1:5 known 1"},
+        {"t,a\n0,-x\n", "a: enumeration a 0:-x known 0"},
+        {"t,a\n0,...\n", "a: enumeration a 0:... known 0"},
+        {"t,a\n0,0.5\n1,9007199254740992\n", "a: double 0:0.5 1:9007199254740992 known 1"},
+        {"t,a\n0,9007199254740993\n1,0.5\n", "a: double 0:9007199254740992 1:0.5 known 1",
+         declaring({declared("a", "double")})},
         {"t,a\n0,9223372036854775808\n1,-9223372036854775808\n",
          "a: double 0:9223372036854775808 1:-9223372036854775808 known 1"},
         {"t,a\n0,0\n1,1\n2,2\n3,9007199254740993\n",
@@ -102,6 +105,38 @@ TEST(Recording, EndsWhatIsKnownAtHolesAndEmptyCells) {
          })},
         {"t,a\n0,5\n1,6\n5,9007199254740993\n",
          "a: int64 0:5 1:6 known 1 / 5:9007199254740993 known 5", layoutWith(gap)},
+    });
+}
+
+TEST(Recording, FindsNoHoleInARoundedStep) {
+    std::string steps = "t,a\n";
+    for (int i = 0; i < 1000; ++i) {
+        steps += shortestNumber(1e6 + i / 10.0) + ',' + std::to_string(i) + '\n';
+    }
+    const auto gap = layoutWith([](auto& layout) { layout.maxGap = 0.1; });
+    EXPECT_EQ(read(steps, gap).signals.at(0).pieces->size(), 1u);
+    expectRead({{"t,a\n0.1,0\n0.2,1\n0.3,2\n0.4000001,3\n",
+                 "a: double 0.1:0 0.2:1 0.3:2 known 0.3 / 0.4000001:3 known 0.4000001", gap}});
+}
+
+TEST(Recording, DrawsNoLineToOrFromWhatIsNotFinite) {
+    auto half = declared("a", "half");
+    half.interpolation = assessments::INTERPOLATION_METHOD::LINEAR;
+    const auto linear = layoutWith(
+        [](auto& layout) { layout.interpolation = assessments::INTERPOLATION_METHOD::LINEAR; });
+    expectRead({
+        {"t,a\n1,1\n2,nan\n3,5\n4,6\n5,7\n",
+         "a: double linear 1:1 1.0000000000000002:nan 3:5 5:7 known 5", linear},
+        {"t,a\n1,nan\n2,nan\n3,5\n4,nan\n5,nan\n",
+         "a: double linear 1:nan 3:5 3.0000000000000004:nan known 5", linear},
+        {"t,a\n1,1\n2,inf\n3,-inf\n4,5\n5,nan\n",
+         "a: double linear 1:1 1.0000000000000002:nan 2:inf 2.0000000000000004:nan 3:-inf "
+         "3.0000000000000004:nan 4:5 4.000000000000001:nan known 5",
+         linear},
+        {"t,a\n1,1\n1.0000000000000002,nan\n3,5\n",
+         "a: double linear 1:1 1.0000000000000002:nan 3:5 known 3", linear},
+        {"t,a\n1,1\n2,nan\n3,5\n", "a: half linear 1:1 1.0000000000000002:nan 3:5 known 3",
+         declaring({half})},
     });
 }
 

@@ -42,6 +42,12 @@ TEST(RecordingSurvey, FindsHoles) {
               "a: double 4/0/0 from 0 to 12.5 median 1 longest 10.5 at 2 holes 1 equal 0 back 0");
 }
 
+TEST(RecordingSurvey, FindsNoHoleInARoundedStep) {
+    const auto surveys = surveyFiles({textFile("r.csv", "t,a\n0.1,1\n0.2,1\n0.3,1\n0.41,1\n")},
+                                     layoutWith([](auto& layout) { layout.maxGap = 0.1; }));
+    EXPECT_EQ(surveys.at(0).holes, 1u);
+}
+
 TEST(RecordingSurvey, TellsTypes) {
     std::string many = "t,a\n";
     for (int i = 0; i < 65; ++i) {

@@ -81,6 +81,51 @@ TEST(RecordingOfSeveralFiles, LeavesOutWhatIsNoRecordingUnlessItIsWanted) {
     EXPECT_EQ(errorOf([&] { readAll(files); }), "d/empty.csv: is empty");
 }
 
+TEST(RecordingOfSeveralFiles, SaysWhatWasLeftOut) {
+    const std::vector<RecordingFile> files{trip[0], found(textFile("d/empty.csv", "")),
+                                           found(textFile("d/twice.csv", "t,w,w\n0,1,2\n"))};
+    const auto some = readAll(files, {}, wanting({"v", "x"}));
+    ASSERT_EQ(some.leftOut.size(), 1u);
+    EXPECT_STREQ(some.leftOut[0].what(), "d/empty.csv: is empty");
+    EXPECT_EQ(errorOf([&] { readAll(files, declaring({declared("x")}), wanting({"x"})); }),
+              "d/empty.csv: is empty");
+    EXPECT_EQ(errorOf([&] { readAll(files, {}, wanting({"w"})); }).substr(0, 37),
+              "d/twice.csv:1:5: has two columns 'w'\n");
+    const std::vector<RecordingFile> lines{trip[0],
+                                           found(textFile("d/a.jsonl", "{\"name\":\"x\"}\n"))};
+    EXPECT_EQ(readAll(lines, {}, wanting({"v"})).leftOut.size(), 1u);
+}
+
+TEST(RecordingOfSeveralFiles, RefusesAFileAloneThatCannotBeUsed) {
+    for (const char* content : {"", "stamp,a\n0,1\n", "time [d],a\n0,1\n"}) {
+        EXPECT_EQ(errorOf([&] {
+                      readAll({found(textFile("r.csv", content))}, {}, wanting({"x"}));
+                  }).substr(0, 5),
+                  "r.csv");
+    }
+}
+
+TEST(RecordingOfSeveralFiles, TellsFilesOfOneNameApartByTheirPaths) {
+    const std::vector<RecordingFile> runs{textFile("e1/a.csv", "t,v\n0,1\n"),
+                                          textFile("e2/a.csv", "t,v\n1,2\n")};
+    EXPECT_EQ(textOf(readAll(runs)),
+              "e1/a.csv.v: double 0:1 known 0\ne2/a.csv.v: double 1:2 known 1");
+    auto v = declared("v");
+    v.file = "e2/a.csv";
+    EXPECT_EQ(textOf(readAll(runs, declaring({v}), wanting({"v"}))), "v: double 1:2 known 1");
+    const auto from = [](const std::string& file) {
+        return layoutWith([&](auto& layout) { layout.time.origin = TimeOrigin::FirstOf{file}; });
+    };
+    EXPECT_EQ(textOf(readAll(runs, from("e2/a.csv"), wanting({"e1/a.csv.v"}))),
+              "e1/a.csv.v: double -1:1 known -1");
+    EXPECT_EQ(errorOf([&] { readAll(runs, from("a")); }).substr(0, 35),
+              "several files 'a' may give time 0\n ");
+    EXPECT_EQ(errorOf([&] {
+                  recordingFiles({{"e1/a.csv", "e2/../e1/a.csv"}});
+              }),
+              "the file 'e2/../e1/a.csv' is given twice");
+}
+
 TEST(RecordingOfSeveralFiles, RefusesNamesOfSeveralColumns) {
     EXPECT_EQ(errorOf([] { readAll(trip, {}, wanting({"v"})); }),
               "the column 'v' is in the files 'd/gps.csv' and 'd/can.csv'\n"

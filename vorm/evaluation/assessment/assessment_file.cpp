@@ -162,7 +162,7 @@ private:
             }
         }
         document_.fail(node, "'" + name + "' is no enumeration",
-                       "write its members in order, each once: " + name + " = [\"off\", \"on\"]");
+                       "write its members in order, each once: " + name + R"( = ["off", "on"])");
     }
 
     void readSignal(const std::string& name, const toml::node& node) {
@@ -239,7 +239,7 @@ private:
             InputProblem problem;
             problem.message = "there is no assessment in the file";
             problem.where.file = document_.name;
-            problem.advice = "add [[assessment]] with name = \"...\" and formula = \"...\"";
+            problem.advice = R"(add [[assessment]] with name = "..." and formula = "...")";
             throw InputError(std::move(problem));
         }
         for (const toml::node& element : *list) {

@@ -99,7 +99,7 @@ FormulaSource TomlDocument::formulaAt(const toml::value<std::string>& value) con
     const std::string_view raw = text.substr(begin, end - begin);
     const std::string& formula = value.get();
     FormulaSource source{formula, placeOf(value), false};
-    const bool isMultiLine = raw.starts_with("\"\"\"") || raw.starts_with("'''");
+    const bool isMultiLine = raw.starts_with(R"(""")") || raw.starts_with("'''");
     const std::size_t at =
         raw.find(formula, std::min<std::size_t>(isMultiLine ? 3 : 1, raw.size()));
     if (at == std::string_view::npos) {

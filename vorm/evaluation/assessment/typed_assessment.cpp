@@ -81,6 +81,9 @@ FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
     };
     names.definitions = definitionsOf(file);
     names.signalNames = recording.availableNames;
+    if (!recording.leftOut.empty()) {
+        names.whySignalsMayMiss = std::string("not read: ") + recording.leftOut.front().what();
+    }
     return names;
 }
 

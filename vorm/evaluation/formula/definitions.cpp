@@ -77,7 +77,12 @@ std::string Definitions::suggestionFor(const std::string& name) const {
         candidates.push_back(definition.first);
     }
     const std::string near = suggestion(name, candidates);
-    return near.empty() && !candidates.empty() ? "there is " + quotedList(candidates) : near;
+    std::string advice =
+        near.empty() && !candidates.empty() ? "there is " + quotedList(candidates) : near;
+    if (!names_.whySignalsMayMiss.empty()) {
+        advice += (advice.empty() ? "" : "\n  ") + names_.whySignalsMayMiss;
+    }
+    return advice;
 }
 
 }  // namespace vorm::evaluation

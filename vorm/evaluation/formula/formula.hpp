@@ -71,6 +71,8 @@ struct FormulaNames {
     std::map<std::string, ParsedFormula> definitions;
     /// All names of signals, for suggestions.
     std::vector<std::string> signalNames;
+    /// What else may be the reason that a signal is not there, for the advice; or empty.
+    std::string whySignalsMayMiss;
 };
 
 /// A formula whose parts fit together.

@@ -31,7 +31,7 @@ Read<T> wholeNumber(const std::string& text) {
     Read<T> result{std::nullopt,
                    std::to_string(Limits::min()) + " to " + std::to_string(Limits::max())};
     const Decimal number = decimalOf(text);
-    const bool isFinite = text.find("n") == std::string::npos;
+    const bool isFinite = text.find('n') == std::string::npos;
     if (!isFinite || number.exponent < 0 || number.exponent > Limits::digits10 + 1) {
         return result;
     }

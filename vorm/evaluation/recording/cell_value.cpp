@@ -24,7 +24,9 @@ using assessments::Verdict;
 [[noreturn]] void failForNumber(std::string_view text, const std::string& column) {
     const bool hasDigits = text.find_first_of("0123456789") != std::string_view::npos;
     if (hasDigits && text.find(',') != std::string_view::npos) {
-        fail(text, column, "number", "the decimal separator is a point");
+        fail(
+            text, column, "number",
+            "the decimal separator is a point; a column of texts is declared with type = \"enum\"");
     }
     fail(text, column, "number",
          "leave the cell empty where there is no sample; a column of texts is declared with "

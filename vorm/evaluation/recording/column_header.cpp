@@ -1,6 +1,6 @@
 #include "column_header.hpp"
 
-#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/text/characters.hpp>
 
 #include <algorithm>
 #include <array>

@@ -47,6 +47,7 @@ void ColumnSurvey::addTime(double time) {
     } else if (time > lastTime_) {
         const double distance = time - lastTime_;
         distances_.push_back(distance);
+        survey_.holes += isHole(lastTime_, time, rules_.maxGap) ? 1U : 0U;
         if (distance > survey_.longestDistance) {
             survey_.longestDistance = distance;
             survey_.longestAt = lastTime_;
@@ -77,9 +78,12 @@ void ColumnSurvey::addValue(const Cell& cell) {
 SignalSurvey ColumnSurvey::finish() {
     survey_.type = typeName();
     survey_.medianDistance = medianOf(distances_);
-    const double limit = std::isfinite(rules_.maxGap) ? rules_.maxGap : 10 * survey_.medianDistance;
-    survey_.holes = static_cast<std::size_t>(std::count_if(
-        distances_.begin(), distances_.end(), [&](double distance) { return distance > limit; }));
+    if (!std::isfinite(rules_.maxGap)) {
+        const double limit = 10 * survey_.medianDistance;
+        survey_.holes = static_cast<std::size_t>(
+            std::count_if(distances_.begin(), distances_.end(),
+                          [&](double distance) { return distance > limit; }));
+    }
     return std::move(survey_);
 }
 

@@ -1,9 +1,10 @@
 #include "csv_reader.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <set>
 
 namespace vorm::evaluation {
 namespace {
@@ -29,10 +30,11 @@ bool isLineEnd(std::string_view line) {
     return line == "\n" || line == "\r\n" || line == "\r";
 }
 
-std::size_t charactersIn(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-    }));
+// Whether something but the end follows a carriage return that stands outside quotes.
+bool hasBareReturn(std::string_view line) {
+    const std::size_t found = line.find('\r');
+    return found != npos && line.find_first_not_of("\r\n", found) != npos &&
+           std::count(line.data(), line.data() + found, '"') % 2 == 0;
 }
 
 }  // namespace
@@ -47,17 +49,16 @@ void CsvReader::readHeader(std::optional<char> delimiter) {
     if (line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF")) {
         failAt({path_}, "is UTF-16 text", "save it as UTF-8");
     }
+    if (hasBareReturn(line)) {
+        failAt({path_}, "has lines that end with a carriage return alone",
+               "save it with line feeds (LF or CRLF) as line ends");
+    }
     delimiter_ = delimiter.value_or(detectedDelimiter(line));
     if (!readRecord()) {
         failAt({path_}, "is empty");
     }
-    std::set<std::string_view> names;
     for (const Cell& cell : cells_) {
         columns_.emplace_back(cell.text);
-        if (!cell.text.empty() && !names.insert(cell.text).second) {
-            failAt(placeOf(cell.begin), "has two columns " + shown(cell.text),
-                   "give each column a name of its own");
-        }
     }
 }
 

@@ -13,8 +13,8 @@ namespace vorm::evaluation {
 
 class CsvReader final : public RowReader {
 public:
-    /// Reads the header. Without a delimiter it is the one of comma, semicolon and tab that the
-    /// header has most of.
+    /// Reads the header, whose cells are those of the first row so far. Without a delimiter it is
+    /// the one of comma, semicolon and tab that the header has most of.
     CsvReader(std::string path, ByteWindow bytes, std::optional<char> delimiter);
 
     bool next() override;

@@ -22,11 +22,22 @@ public:
     /// Whether some 64-bit integer type holds all the numbers so far.
     bool areIntegers() const { return areIntegers_; }
 
+    /// Whether some integer had no double of its own, up to the first number that is in no 64-bit
+    /// integer type with those before it.
+    bool hasInexact() const { return hasInexact_; }
+
 private:
     bool areIntegers_ = true;
     bool hasNegative_ = false;
     bool hasGreat_ = false;    // above the greatest std::int64_t
     bool hasInexact_ = false;  // without a double of its own
 };
+
+/// Whether the text is a 64-bit integer without a double of its own.
+inline bool isInexactInteger(std::string_view text) {
+    IntegerRange range;
+    range.add(text);
+    return range.valueType().has_value();
+}
 
 }  // namespace vorm::evaluation

@@ -1,5 +1,7 @@
 #include "json_lines_reader.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>

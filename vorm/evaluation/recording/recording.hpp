@@ -28,6 +28,8 @@ struct Recording {
     std::string name;
     std::vector<Signal> signals;              ///< in the order of the files and their columns
     std::vector<std::string> availableNames;  ///< also of signals that were not asked for
+    /// Why files of a folder were left out: a signal that is nowhere else may be in one of them.
+    std::vector<InputError> leftOut;
 
     /// The signal of that name, or null.
     const Signal* find(std::string_view name) const;
@@ -48,19 +50,27 @@ struct ReadingOptions {
 /// Reads the signals of a recording as traces in seconds.
 ///
 /// A signal is named by its declaration in the layout, else by its column, and in a recording of
-/// several files also by `file.column` without the file's ending; a column name that several files
-/// have needs the file. Who wants one column under several names gets as many signals with the same
+/// several files also by `file.column` without the file's ending, or with the whole path as it was
+/// given where several files are called alike; a column name that several files have needs the
+/// file. Who wants one column under several names gets as many signals with the same
 /// pieces; who wants all signals gets each under the first of its names. An empty cell is no
 /// sample, `nan` is a NaN. A column's type is that of its first value unless it is declared: `true`
 /// and `false` are bool, numbers are double (std::int64_t or std::uint64_t where all are integers
-/// and some have no double of their own), anything else makes it an enumeration of the texts in the
-/// order of their appearance, named after the signal. A distance of samples above the signal's
-/// maxGap is a hole: the trace ends at the sample before it, and a new piece begins at the sample
-/// after it.
+/// and some have no double of their own), anything else that does not begin like a number makes it
+/// an enumeration of the texts in the order of their appearance, named after the signal. A distance
+/// of samples above the signal's maxGap, by more than the rounding of their times, is a hole: the
+/// trace ends at the sample before it, and a new piece begins at the sample after it. No line leads
+/// to or from a sample of a linear signal that is not finite: the trace has a NaN sample at the
+/// next representable time after the sample before it, and after each infinite one.
+///
+/// Of a folder the files that are no tables are left out, and those without a time column unless
+/// one of their columns is wanted; a file alone has to be usable.
 ///
 /// Throws InputError, naming file, line and column, for whatever cannot be read as described: cells
-/// of a wrong kind, rows of too few or too many cells, times that are missing, not finite, go back,
-/// or repeat where the layout does not say what to do with them, missing columns, empty files.
+/// of a wrong kind, numbers of a held column that no type holds exactly together though some are
+/// 64-bit integers that double would round, rows of too few or too many cells, times that are
+/// missing, not finite, go back, or repeat where the layout does not say what to do with them, a
+/// time column whose unit is not known, missing columns, empty files, a file given twice.
 /// Linear in the bytes; the memory is that of the traces and a few buffers.
 Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,
                         const ReadingOptions& options = {});

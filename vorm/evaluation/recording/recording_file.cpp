@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <map>
+#include <set>
 #include <system_error>
 
 namespace vorm::evaluation {
@@ -54,6 +56,16 @@ std::vector<RecordingFile> filesIn(const std::string& folder) {
     return files;
 }
 
+void checkTwice(const std::vector<RecordingFile>& files) {
+    std::set<fs::path> known;
+    for (const RecordingFile& file : files) {
+        std::error_code error;
+        if (!known.insert(fs::weakly_canonical(file.path, error)).second && !error) {
+            failAt({}, "the file '" + file.path + "' is given twice");
+        }
+    }
+}
+
 }  // namespace
 
 std::string RecordingFile::name() const {
@@ -75,6 +87,18 @@ std::vector<RecordingFile> recordingFiles(const RecordingSource& source) {
         for (RecordingFile& file : filesIn(path)) {
             files.push_back(std::move(file));
         }
+    }
+    checkTwice(files);
+    return files;
+}
+
+std::vector<RecordingFile> toldApart(std::vector<RecordingFile> files) {
+    std::map<std::string, int> uses;
+    for (const RecordingFile& file : files) {
+        ++uses[file.stem()];
+    }
+    for (RecordingFile& file : files) {
+        file.hasNamesake = uses[file.stem()] > 1;
     }
     return files;
 }

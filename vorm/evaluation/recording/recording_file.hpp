@@ -18,15 +18,23 @@ struct RecordingFile {
     bool canReopen = false;     ///< opening it again gives the same bytes again
     bool isFromFolder = false;  ///< found, not named by the user
     bool isStandardInput = false;
+    bool hasNamesake = false;  ///< another file of the recording has the same stem
 
     std::string name() const;  ///< without folder
     std::string stem() const;  ///< without folder and ending
-    bool isCalled(std::string_view other) const { return other == name() || other == stem(); }
+    /// What stands before its columns' names: the stem, or the path where that is another's too.
+    std::string prefix() const { return hasNamesake ? path : stem(); }
+    bool isCalled(std::string_view other) const {
+        return other == path || other == name() || other == stem();
+    }
 };
 
 /// The files that the paths name, those of a folder in the order of their names. Throws InputError
-/// for a folder without any, and for a file that is not there.
+/// for a folder without any, for a file that is not there, and for one that is there twice.
 std::vector<RecordingFile> recordingFiles(const RecordingSource& source);
+
+/// The files, those marked that have namesakes.
+std::vector<RecordingFile> toldApart(std::vector<RecordingFile> files);
 
 /// A file that has this content.
 RecordingFile textFile(const std::string& path, const std::string& content);

@@ -45,7 +45,8 @@ struct TimeLayout {
 struct SignalLayout {
     std::string name;
     std::string column;  ///< empty: the name
-    std::string file;    ///< of a recording of several files, its name without folder; or empty
+    /// Of a recording of several files: its name without folder, or its path as given; or empty.
+    std::string file;
     std::optional<SignalType> type;
     std::optional<assessments::INTERPOLATION_METHOD> interpolation;
     std::string unit;

@@ -89,7 +89,7 @@ std::vector<SignalSurvey> surveyFiles(const std::vector<RecordingFile>& files,
                                       const RecordingLayout& layout) {
     const std::optional<std::set<std::string>> all;
     const SignalSelection selection(layout, all, files.size() > 1);
-    std::vector<Table> tables = openTables(files, layout, true, ByteWindow::defaultBlockSize);
+    auto tables = openTables(files, layout, true, ByteWindow::defaultBlockSize).tables;
     const auto origins = originsOf(tables, layout.time.origin);
     std::vector<SignalSurvey> surveys;
     for (std::size_t i = 0; i < tables.size(); ++i) {

@@ -57,17 +57,6 @@ protected:
     std::vector<Cell> cells_;
 };
 
-/// Without blanks at both ends.
-inline std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 /// A cell for a message: in quotes, shortened, without control characters.
 std::string shown(std::string_view text);
 

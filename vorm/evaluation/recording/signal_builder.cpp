@@ -35,6 +35,16 @@ INTERPOLATION_METHOD interpolationOf(const SignalRules& rules, bool doesInterpol
     return INTERPOLATION_METHOD::ZOH;
 }
 
+// With a digit, which a sign and a point may stand before.
+bool beginsLikeNumber(std::string_view text) {
+    for (const std::string_view prefix : {"+-", "."}) {
+        if (!text.empty() && prefix.find(text.front()) != std::string_view::npos) {
+            text.remove_prefix(1);
+        }
+    }
+    return !text.empty() && text.front() >= '0' && text.front() <= '9';
+}
+
 /// A column of a declared type, or of bool.
 template <class T>
 class TypedBuilder final : public SignalBuilder {
@@ -89,11 +99,25 @@ private:
         const double number =
             isNatural ? static_cast<double>(*bits) : cellValue<double>(text, rules().column);
         if (!bits) {
+            checkRounding(text, number);
             integers_.reset();
         } else if (integers_ || range_.valueType()) {
             addInteger(step, time, *bits);
         }
         numbers_.add(step, time, number);
+    }
+
+    // Of a held column, whose values are those of the samples and nothing between them.
+    void checkRounding(std::string_view text, double number) const {
+        const bool mayRound =
+            range_.hasInexact() || (std::abs(number) >= 0x1p53 && isInexactInteger(text));
+        if (mayRound && rules().interpolation == INTERPOLATION_METHOD::ZOH) {
+            throw CellProblem{"no type holds " + shown(text) + " and the other numbers of column " +
+                                  shown(rules().column) + " exactly",
+                              "declare type = \"double\" to have them rounded, or \"int64\" or "
+                              "\"uint64\" where there are to be no others",
+                              std::nullopt};
+        }
     }
 
     void addInteger(SampleStep step, double time, std::uint64_t bits) {
@@ -215,7 +239,8 @@ std::unique_ptr<SignalBuilder> makeSignalBuilder(const SignalRules& rules, const
     if (isTruthText(first.text) && !first.isText) {
         return std::make_unique<TypedBuilder<bool>>(rules);
     }
-    if (!first.isText && numberOf<double>(first.text)) {
+    // What only looks like a number is for that builder to refuse.
+    if (!first.isText && (numberOf<double>(first.text) || beginsLikeNumber(first.text))) {
         return std::make_unique<NumberBuilder>(rules);
     }
     return std::make_unique<EnumerationBuilder>(rules);

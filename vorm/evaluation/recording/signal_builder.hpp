@@ -21,9 +21,9 @@ public:
     /// goes back or, unless the rules allow it, repeats.
     void append(double time, std::string_view text) {
         if (time > last_) [[likely]] {
-            const SampleStep step = !hasSamples_                   ? SampleStep::First
-                                    : time - last_ > rules_.maxGap ? SampleStep::AfterHole
-                                                                   : SampleStep::Next;
+            const SampleStep step = !hasSamples_                         ? SampleStep::First
+                                    : isHole(last_, time, rules_.maxGap) ? SampleStep::AfterHole
+                                                                         : SampleStep::Next;
             hasSamples_ = true;
             last_ = time;
             take(step, time, text);

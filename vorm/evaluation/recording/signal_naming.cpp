@@ -72,8 +72,10 @@ public:
     NamedSignals(const SignalSelection& selection, const RecordingLayout& layout)
         : selection_(selection), layout_(layout) {}
 
-    Recording take(std::string name, std::vector<TableSignals>& tables, bool isWhole) {
+    Recording take(std::string name, std::vector<TableSignals>& tables,
+                   std::vector<InputError> leftOut, bool isWhole) {
         recording_.name = std::move(name);
+        recording_.leftOut = std::move(leftOut);
         const Naming naming(tables, selection_);
         for (TableSignals& table : tables) {
             for (ColumnReading& column : table.columns) {
@@ -137,6 +139,9 @@ private:
                                           signal.unit, std::make_shared<TracePieces>()});
             return;
         }
+        if (!recording_.leftOut.empty()) {
+            throw InputError(recording_.leftOut.front());
+        }
         std::vector<std::string> columns;
         std::vector<std::string> files;
         bool hasFile = signal.file.empty();
@@ -174,9 +179,10 @@ private:
 }  // namespace
 
 Recording namedSignals(std::string name, std::vector<TableSignals> tables,
-                       const SignalSelection& selection, const RecordingLayout& layout,
-                       bool isWhole) {
-    return NamedSignals(selection, layout).take(std::move(name), tables, isWhole);
+                       std::vector<InputError> leftOut, const SignalSelection& selection,
+                       const RecordingLayout& layout, bool isWhole) {
+    return NamedSignals(selection, layout)
+        .take(std::move(name), tables, std::move(leftOut), isWhole);
 }
 
 }  // namespace vorm::evaluation

@@ -7,10 +7,10 @@
 namespace vorm::evaluation {
 
 /// The signals of a recording under their names. Where `isWhole`, all rows were read and each
-/// declared signal that is wanted has to be there. Throws InputError where it is not, and where a
-/// name fits columns of several files.
+/// declared signal that is wanted has to be there. Throws InputError where it is not, the first of
+/// `leftOut` if files were left out, and where a name fits columns of several files.
 Recording namedSignals(std::string name, std::vector<TableSignals> tables,
-                       const SignalSelection& selection, const RecordingLayout& layout,
-                       bool isWhole);
+                       std::vector<InputError> leftOut, const SignalSelection& selection,
+                       const RecordingLayout& layout, bool isWhole);
 
 }  // namespace vorm::evaluation

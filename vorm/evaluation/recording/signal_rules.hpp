@@ -4,6 +4,8 @@
 
 #include <vorm/evaluation/recording/recording_layout.hpp>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <string>
 
@@ -19,6 +21,14 @@ struct SignalRules {
     EqualTimes equalTimes = EqualTimes::Refuse;
     SourceLocation where;  ///< of the declaration
 };
+
+/// Whether two neighbouring samples are further apart than maxGap, and by more than their times may
+/// have been rounded: a step of 0.1 s is nowhere longer than 0.1 s.
+inline bool isHole(double from, double to, double maxGap) {
+    const double excess = to - from - maxGap;
+    return excess > 0 && excess > 4 * std::numeric_limits<double>::epsilon() *
+                                      std::max(std::abs(from), std::abs(to));
+}
 
 /// The rules for a column: those of its declaration, or of the layout where it has none (null).
 SignalRules rulesFor(const std::string& column, const SignalLayout* declaration,

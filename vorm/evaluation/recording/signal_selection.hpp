@@ -43,7 +43,7 @@ inline const std::string& columnOf(const SignalLayout& declaration) {
 
 /// The name of a column that the file's name tells apart.
 inline std::string nameInFile(const RecordingFile& file, const std::string& column) {
-    return file.stem() + '.' + column;
+    return file.prefix() + '.' + column;
 }
 
 }  // namespace vorm::evaluation

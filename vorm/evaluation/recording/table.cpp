@@ -4,6 +4,7 @@
 #include <vorm/evaluation/recording/json_lines_reader.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
+#include <set>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -22,6 +23,7 @@ Table::Table(RecordingFile file, const RecordingLayout& layout, std::size_t bloc
     const auto& columns = rows_->columns();
     headers_ = columnHeaders(columns);
     try {
+        checkNames();
         time_.emplace(layout_.time, headers_, file_.path);
         findColumns();
     } catch (const InputError& error) {
@@ -41,8 +43,20 @@ void Table::open() {
     }
 }
 
+// Of a table just opened, whose cells are the header's.
+void Table::checkNames() const {
+    std::set<std::string_view> names;
+    for (std::size_t i = 0; i < headers_.size(); ++i) {
+        const std::string& name = headers_[i].text;
+        if (!name.empty() && !names.insert(name).second) {
+            failAt(rows_->where(i), "has two columns " + shown(name),
+                   "give each column a name of its own");
+        }
+    }
+}
+
 void Table::findColumns() {
-    if (layout_.longForm || isJson_) {
+    if (isLong()) {
         const LongForm form = layout_.longForm.value_or(LongForm());
         longColumns_ = {longColumn(form.nameColumn), longColumn(form.valueColumn)};
     }
@@ -118,23 +132,27 @@ void Table::reportTo(const std::function<void(std::size_t)>& progress) {
     rows_->reportTo(progress);
 }
 
-std::vector<Table> openTables(const std::vector<RecordingFile>& files,
-                              const RecordingLayout& layout, bool needsAll, std::size_t blockSize) {
-    std::vector<Table> tables;
+OpenTables openTables(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
+                      bool needsAll, std::size_t blockSize) {
+    OpenTables opened;
     for (const RecordingFile& file : files) {
         try {
-            tables.emplace_back(file, layout, blockSize);
-        } catch (const InputError&) {
+            opened.tables.emplace_back(file, layout, blockSize);
+        } catch (const InputError& error) {
             if (needsAll || !file.isFromFolder) {
                 throw;
             }
+            opened.leftOut.push_back(error);
             continue;
         }
+        if (const auto problem = opened.tables.back().problemOfHiddenNames()) {
+            opened.leftOut.push_back(*problem);
+        }
         if (files.size() > mostOpenTables) {
-            tables.back().close();
+            opened.tables.back().close();
         }
     }
-    return tables;
+    return opened;
 }
 
 }  // namespace vorm::evaluation

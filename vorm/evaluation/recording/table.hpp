@@ -22,9 +22,13 @@ public:
     const std::vector<ColumnHeader>& headers() const { return headers_; }
     const std::optional<LongColumns>& longColumns() const { return longColumns_; }
 
-    /// Throws InputError where the table has no time column.
+    /// Throws InputError where the table has no time column, or two columns of one name.
     const TimeColumn& time() const;
     bool hasTime() const { return time_.has_value(); }
+    /// What time() throws, where the signals' names would stand in rows that cannot be read for it.
+    std::optional<InputError> problemOfHiddenNames() const {
+        return isLong() ? timeProblem_ : std::nullopt;
+    }
 
     /// The time of the first row, or nothing where there is no row. To be asked for before next.
     /// Throws InputError for a row without a time.
@@ -41,7 +45,9 @@ public:
 
 private:
     void open();
+    bool isLong() const { return layout_.longForm || isJson_; }
     bool goToRow();
+    void checkNames() const;
     void findColumns();
     std::size_t longColumn(const std::string& name) const;
 
@@ -62,9 +68,14 @@ private:
 /// open files of a process.
 inline constexpr std::size_t mostOpenTables = 64;
 
+struct OpenTables {
+    std::vector<Table> tables;
+    std::vector<InputError> leftOut;  ///< why signals of the other files are not even known
+};
+
 /// Opens the files of a recording. Of a folder's files those that are no tables are left out unless
 /// `needsAll`.
-std::vector<Table> openTables(const std::vector<RecordingFile>& files,
-                              const RecordingLayout& layout, bool needsAll, std::size_t blockSize);
+OpenTables openTables(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
+                      bool needsAll, std::size_t blockSize);
 
 }  // namespace vorm::evaluation

@@ -23,6 +23,10 @@ std::optional<Instant> firstOf(std::vector<Table>& tables, const std::string& na
     std::vector<std::string> names;
     for (Table& table : tables) {
         if (table.file().isCalled(name)) {
+            if (table.file().hasNamesake && table.file().path != name) {
+                failAt({}, "several files " + shown(name) + " may give time 0",
+                       "name the path: origin = { file = " + shown(table.file().path) + " }");
+            }
             return table.firstInstant();
         }
         names.push_back(table.file().name());

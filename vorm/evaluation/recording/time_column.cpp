@@ -52,9 +52,26 @@ std::size_t timeByItsName(const std::vector<ColumnHeader>& headers, const std::s
     return found.front();
 }
 
+// The header's unit, or nothing where it has none.
+std::optional<TimeUnit> headerUnit(const ColumnHeader& header, const std::string& path) {
+    const auto unit = timeUnitIn(header);
+    if (!unit && !header.unit.empty()) {
+        std::vector<std::string> known;
+        for (const TimeUnit& each : timeUnits) {
+            known.emplace_back(each.name);
+        }
+        failAt({path, 1},
+               "the unit " + shown(header.unit) + " of the time column " + shown(header.text) +
+                   " is not known",
+               "name one of " + quotedList(known) +
+                   " in the assessment file: [recording] unit = \"...\"");
+    }
+    return unit;
+}
+
 // Times such as these count from 1970 in a unit much below a second.
-const char* likelyUnit(std::int64_t ticks) {
-    const double magnitude = std::abs(static_cast<double>(ticks));
+const char* likelyUnit(double time) {
+    const double magnitude = std::abs(time);
     return magnitude < 1e14 ? "ms" : magnitude < 1e17 ? "us" : "ns";
 }
 
@@ -102,19 +119,19 @@ std::optional<std::int64_t> nanosecondsOf(std::string_view fraction) {
 
 TimeColumn::TimeColumn(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
                        const std::string& path)
-    : format_(layout.format), unit_(layout.unit.value_or(second)) {
+    : format_(layout.format), unit_(second) {
     find(layout, headers, path);
-    const auto headerUnit = timeUnitIn(headers[column()]);
-    isUnitKnown_ = layout.unit || headerUnit;
-    if (!layout.unit && headerUnit) {
-        unit_ = *headerUnit;
-    }
     if (!format_.empty()) {
         unit_ = nanosecond;
-    } else if (columns_.size() > 1) {
+        return;
+    }
+    if (columns_.size() > 1) {
         failAt({path, 1}, "the time in the columns " + name_ + " has no format",
                "add one, such as [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
     }
+    const auto known = layout.unit ? layout.unit : headerUnit(headers[column()], path);
+    isUnitKnown_ = known.has_value();
+    unit_ = known.value_or(second);
 }
 
 void TimeColumn::find(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
@@ -164,12 +181,7 @@ double TimeColumn::secondsFrom(const Origin& origin, const Instant& instant) con
 
 Instant TimeColumn::numberInstant(std::string_view text) const {
     if (const auto ticks = numberOf<std::int64_t>(text)) {
-        constexpr std::int64_t mostSeconds = 100'000'000'000;
-        if (!isUnitKnown_ && (*ticks > mostSeconds || *ticks < -mostSeconds)) {
-            fail("times such as " + std::string(text) + " are no seconds",
-                 std::string("name their unit in the assessment file: [recording] unit = \"") +
-                     likelyUnit(*ticks) + '"');
-        }
+        checkMagnitude(static_cast<double>(*ticks), text);
         return {unit_, ticks, static_cast<double>(*ticks)};
     }
     const auto number = numberOf<double>(text);
@@ -180,7 +192,17 @@ Instant TimeColumn::numberInstant(std::string_view text) const {
     if (!std::isfinite(*number)) {
         fail("the time " + shown(text) + " is not finite", "each row needs a time");
     }
+    checkMagnitude(*number, text);
     return {unit_, std::nullopt, *number};
+}
+
+void TimeColumn::checkMagnitude(double time, std::string_view text) const {
+    constexpr double mostSeconds = 1e11;
+    if (!isUnitKnown_ && std::abs(time) > mostSeconds) {
+        fail("times such as " + std::string(text) + " are no seconds",
+             std::string("name their unit in the assessment file: [recording] unit = \"") +
+                 likelyUnit(time) + '"');
+    }
 }
 
 Instant TimeColumn::calendarInstant(std::string_view text) const {

@@ -33,6 +33,7 @@ private:
               const std::string& path);
     Instant calendarInstant(std::string_view text) const;
     Instant numberInstant(std::string_view text) const;
+    void checkMagnitude(double time, std::string_view text) const;
     [[noreturn]] void fail(std::string message, std::string advice) const;
 
     std::vector<std::size_t> columns_;

@@ -2,9 +2,11 @@
 
 // Grows the pieces of one signal sample by sample.
 
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 
+#include <cmath>
 #include <deque>
 #include <limits>
 #include <optional>
@@ -68,9 +70,63 @@ private:
 
     void flush() {
         if (waiting_) {
-            builder_->append(*waiting_);
+            appendWaiting();
             waiting_.reset();
         }
+    }
+
+    void appendWaiting() {
+        if constexpr (assessments::IsFloatingPoint<T>::value) {
+            if (interpolation_ == assessments::INTERPOLATION_METHOD::LINEAR) {
+                appendLinear(*waiting_);
+                return;
+            }
+        }
+        builder_->append(*waiting_);
+    }
+
+    // No line leads to or from a value that is not finite: there the signal is NaN right after its
+    // last sample, which alone keeps its value.
+    void appendLinear(const assessments::TimedPoint<T>& point) {
+        auto& piece = pieces_.back();
+        const bool isFinite = std::isfinite(assessments::detail::toDouble(point.value));
+        if (!piece.points.empty() && !(isFinite && endsFinite(piece))) {
+            breakLine(piece, point.time);
+        }
+        if (isFinite) {
+            builder_->append(point);
+        } else {
+            storeBeyondLines(piece, point);
+        }
+    }
+
+    static bool endsFinite(const assessments::TimedTrace_T<T>& piece) {
+        return std::isfinite(assessments::detail::toDouble(piece.points.back().value));
+    }
+
+    void breakLine(assessments::TimedTrace_T<T>& piece, double end) {
+        const double time = assessments::detail::nextTime(piece.points.back().time);
+        if (time < end) {
+            const T nan = assessments::detail::fromDouble<T>(
+                std::numeric_limits<double>::quiet_NaN(), piece.points.back().value);
+            storeBeyondLines(piece, {time, nan, 0});
+        }
+    }
+
+    // The builder would take a sample between two NaN for one on a line of NaN, and drop it.
+    void storeBeyondLines(assessments::TimedTrace_T<T>& piece,
+                          const assessments::TimedPoint<T>& point) {
+        auto& points = piece.points;
+        const bool staysNan = !points.empty() && assessments::detail::isNan(points.back().value) &&
+                              assessments::detail::isNan(point.value);
+        if (!staysNan) {
+            if (!points.empty()) {
+                points.back().setDerivative(point);
+            }
+            points.push_back(point);
+            builder_.emplace(piece);
+        }
+        piece.lastKnownTime = point.time;
     }
 
     assessments::INTERPOLATION_METHOD interpolation_;

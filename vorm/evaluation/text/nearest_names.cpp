@@ -53,7 +53,7 @@ std::string joined(const std::vector<std::string>& texts, const char* lastSepara
 
 std::vector<std::string> quoted(std::vector<std::string> names) {
     for (std::string& name : names) {
-        name = "'" + name + "'";
+        name.insert(0, 1, '\'').append(1, '\'');
     }
     return names;
 }
