@@ -88,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!formula) {
         return 0;
     }
-    FormulaNames names{typeOf, {}, {"x", "y", "n", "p", "q q", "Mode"}};
+    FormulaNames names{typeOf, {}, {"x", "y", "n", "p", "q q", "Mode"}, "not read: x"};
     if (end != std::string_view::npos) {
         if (const auto part = parsed(input.substr(end + separator.size()))) {
             names.definitions.emplace("part", *part);

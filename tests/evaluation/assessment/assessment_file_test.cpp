@@ -89,7 +89,7 @@ TEST(AssessmentFile, FormulaErrorsArePlacedInTheFile) {
              {"formula = \"\"\"\n  g == 'P' or\n  g == 'X'\"\"\"", 9, 8, "  g == 'X'", 7},
              {"formula = '''\n# \xc3\xa4\n g == 'X'\n'''", 9, 7, " g == 'X'", 6},
              {"formula = \"'X' == g # \xc3\xa4\"", 7, 12, "'X' == g # \xc3\xa4", 0},
-             {"formula = \"g == 'X'\\t\"", 7, 11, "g == 'X'\t", 5}}) {
+             {R"(formula = "g == 'X'\t")", 7, 11, "g == 'X'\t", 5}}) {
         SCOPED_TRACE(row.formula);
         const InputProblem problem = problemOf(head + row.formula + "\n");
         EXPECT_EQ(problem.where.file, "a.toml");

@@ -84,7 +84,7 @@ double before(double time) {
     return std::nextafter(time, -infinity);
 }
 
-TimedTrace_T<bool> truth(std::vector<std::pair<double, bool>> steps, double known) {
+TimedTrace_T<bool> truth(const std::vector<std::pair<double, bool>>& steps, double known) {
     TimedTrace_T<bool> result(held, -infinity);
     for (const auto& [time, value] : steps) {
         result.push_back({time, value});

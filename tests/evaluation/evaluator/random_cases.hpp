@@ -164,7 +164,7 @@ private:
         return anyIndex(4) == 0 ? related(number(), number()) : related(sum(), limit);
     }
 
-    Expression related(Expression left, Expression right) {
+    Expression related(const Expression& left, const Expression& right) {
         switch (anyIndex(6)) {
             case 0:
                 return factory_.Gt(left, right);

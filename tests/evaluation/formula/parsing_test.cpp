@@ -72,13 +72,13 @@ TEST(Parsing, TimesAreInSecondsWhateverTheirUnit) {
 
 TEST(Parsing, OperatorsAreNamesWhereTheirBracketDoesNotFollow) {
     expectSame({
-        {"G & F", "\"G\" & \"F\""},
-        {"U U[0,1] U", "\"U\" Until[0,1] \"U\""},
-        {"abs + double", "\"abs\" + \"double\""},
-        {"\"Volume Flow\" > \"control[0]\"", "\"Volume Flow\" > \"control[0]\""},
+        {"G & F", R"("G" & "F")"},
+        {"U U[0,1] U", R"("U" Until[0,1] "U")"},
+        {"abs + double", R"("abs" + "double")"},
+        {R"("Volume Flow" > "control[0]")", R"("Volume Flow" > "control[0]")"},
         {"\"speed\" > _a.b9", "speed > _a.b9"},
         {R"("a\"b\\\n\x7f")", R"("a\"b\\\n\x7f")"},
-        {"\"\" == \"and\"", "\"\" == \"and\""},
+        {R"("" == "and")", R"("" == "and")"},
         {"Kühlung > 3", "Kühlung > 3"},
     });
 }
@@ -171,7 +171,7 @@ TEST(Parsing, ImplicationsThatDoubleTooOftenAreNotBuilt) {
 }
 
 TEST(Parsing, NamesAreThoseThatMayBeSignals) {
-    const ParsedFormula formula("G[0, 1 s](x > limit) & Mode == \"N\" | Mode == 'R' | \"q q\"");
+    const ParsedFormula formula(R"(G[0, 1 s](x > limit) & Mode == "N" | Mode == 'R' | "q q")");
     EXPECT_EQ(formula.names(), (std::set<std::string>{"Mode", "N", "limit", "q q", "x"}));
 }
 
@@ -211,7 +211,7 @@ TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
              {"p & and", "and", "expected an operand, found 'and'",
               "quote the name of a signal: \"and\""},
              {"x > \"a", "\"a", "this quote is not closed", "add \""},
-             {"\"a\\q\"", "\"a\\q\"", "unknown escape after '\\' in quotes",
+             {R"("a\q")", R"("a\q")", "unknown escape after '\\' in quotes",
               "write \\\\ for a backslash"},
              {"x Rise [2] 5", "2", "expected the distance behind a 0, found '2'",
               "write Rise[2 s](x, 5) or Fall[2 s](x, 5)"},

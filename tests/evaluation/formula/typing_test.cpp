@@ -226,7 +226,7 @@ TEST(Typing, DefinitionsThatMultiplyAreNotBuilt) {
     std::map<std::string, std::string> definitions{{"d0", "p"}};
     for (int i = 1; i <= 60; ++i) {
         const std::string before = "d" + std::to_string(i - 1);
-        definitions["d" + std::to_string(i)] = before + " & " + before;
+        definitions["d" + std::to_string(i)] = std::string(before).append(" & ").append(before);
     }
     EXPECT_EQ(typed("d60", definitions), "the formula has more than 250000 operators and operands");
 }

@@ -106,10 +106,10 @@ TEST(RecordingErrors, NameTheFileOrTheHeader) {
     });
     expectErrors({{"{\"name\":\"a\",\"value\":1,\"t\":0}\n[1]\n",
                    "r.jsonl:2: this line is no JSON object", ""},
-                  {"{\"name\":\"a\",\"value\":1,\"t\":0", "r.jsonl:1", "one object"},
+                  {R"({"name":"a","value":1,"t":0)", "r.jsonl:1", "one object"},
                   {"{\"name\":\"a\",\"value\":1,\"t\":1}\n{\"name\":\"a\",\"value\":1,\"t\":0}\n",
                    "r.jsonl:2: the time of column 'a' goes back from 1 s to 0 s", ""},
-                  {"{\"name\":\"a\",\"val\":1,\"t\":0}", "r.jsonl:1: has no key 'value'", ""}},
+                  {R"({"name":"a","val":1,"t":0})", "r.jsonl:1: has no key 'value'", ""}},
                  "r.jsonl");
 }
 

@@ -13,7 +13,6 @@ namespace vorm::evaluation {
 namespace {
 
 using assessments::INTERPOLATION_METHOD;
-using assessments::TimedTrace_T;
 
 template <class T>
 inline constexpr bool interpolates =
@@ -216,8 +215,9 @@ void SignalBuilder::appendOutOfOrder(double time, std::string_view text) {
         const bool isFarFromZero = std::abs(time) > 1e8;
         throw CellProblem{
             "column " + column + " has a second sample at " + shortestNumber(time) + " s",
-            std::string("say which one counts: equal_times = \"first\" or \"last\"") +
-                (isFarFromZero ? "; where only rounding makes them equal: origin = \"first\"" : ""),
+            std::string(R"(say which one counts: equal_times = "first" or "last")") +
+                (isFarFromZero ? R"(; where only rounding makes them equal: origin = "first")"
+                               : ""),
             std::nullopt};
     }
     if (rules_.equalTimes == EqualTimes::Last) {
