@@ -206,6 +206,12 @@ TEST_F(Assess, CheckAcceptsOpenNamesAndTestsThemAgainstARecording) {
     EXPECT_EQ(result.exitCode, 3);
 }
 
+TEST_F(Assess, QuietLeavesOutNotes) {
+    EXPECT_NE(assess("check a.toml").err.find("note:"), std::string::npos);
+    EXPECT_EQ(assess("check a.toml --quiet").err, "");
+    EXPECT_EQ(assess("check a.toml --quiet").out, "a.toml: 3 assessments fit\n");
+}
+
 TEST_F(Assess, ColoursAreOnRequestAndHeedNoColor) {
     EXPECT_NE(assess("run a.toml d.csv --color always").out.find("\033["), std::string::npos);
     EXPECT_EQ(assess("run a.toml d.csv --color never").out.find("\033["), std::string::npos);

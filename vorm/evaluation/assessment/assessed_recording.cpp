@@ -34,10 +34,13 @@ Recording readFor(const AssessmentFile& file, const std::vector<const Assessment
 AssessedRecording::AssessedRecording(const AssessmentFile& file,
                                      const std::vector<const Assessment*>& assessments,
                                      const RecordingSource& source, const RunOptions& options)
-    : file_(file), options_(options), recording_(readFor(file, assessments, source, options)) {}
+    : file_(file),
+      options_(options),
+      recording_(readFor(file, assessments, source, options)),
+      names_(namesIn(file, recording_)) {}
 
 Formula AssessedRecording::formulaOf(const Assessment& assessment) const {
-    return typedFormula(file_, assessment, namesIn(file_, recording_));
+    return typedFormula(file_, assessment, names_);
 }
 
 std::vector<const Signal*> AssessedRecording::signalsOf(const Formula& formula) const {

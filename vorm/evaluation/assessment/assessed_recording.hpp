@@ -20,6 +20,9 @@ public:
     AssessedRecording(const AssessmentFile& file, const std::vector<const Assessment*>& assessments,
                       const RecordingSource& source, const RunOptions& options);
 
+    AssessedRecording(const AssessedRecording&) = delete;
+    AssessedRecording& operator=(const AssessedRecording&) = delete;
+
     /// The formula of an assessment for the types of this recording. Throws InputError.
     Formula formulaOf(const Assessment& assessment) const;
 
@@ -46,6 +49,7 @@ private:
     const AssessmentFile& file_;
     const RunOptions& options_;
     Recording recording_;
+    FormulaNames names_;  // refers to the recording
 };
 
 /// What does not depend on data.

@@ -91,13 +91,12 @@ public:
     }
 
     void operator()(const timed_unary_op& node) const {
-        double distance = node.offset;
         if (node.op == VORM_OP::EpsilonShift) {
             const double before = std::nextafter(question_.from, -infinity);
             ask(node.child, question_.value, before, before);
             return;
         }
-        ask(node.child, question_.value, question_.from + distance, question_.to + distance);
+        ask(node.child, question_.value, question_.from + node.offset, question_.to + node.offset);
     }
 
     void operator()(const timedwindow_unary_op& node) const {

@@ -17,10 +17,17 @@ struct ValueEqual {
 };
 
 template <class Relation>
-TimedTrace related(const TimedTrace& left, const TimedTrace& right, Relation relation) {
-    return left.visit([&]<class T>(const TimedTrace_T<T>& typed) -> TimedTrace {
+TimedTrace_T<bool> related(const TimedTrace& left, const TimedTrace& right, Relation relation) {
+    return left.visit([&]<class T>(const TimedTrace_T<T>& typed) {
         return typed.template combine<bool>(right.get<T>(), relation);
     });
+}
+
+TimedTrace_T<bool> negated(TimedTrace_T<bool> truth) {
+    for (TimedPoint<bool>& point : truth.points) {
+        point.value = !point.value;
+    }
+    return truth;
 }
 
 bool isEquality(VORM_OP op) {
@@ -44,7 +51,7 @@ TimedTrace compare(VORM_OP op, const TimedTrace& left, const TimedTrace& right) 
         case VORM_OP::Eq:
             return related(left, right, ValueEqual());
         default:
-            return logicalNot(related(left, right, ValueEqual()));
+            return negated(related(left, right, ValueEqual()));
     }
 }
 
@@ -63,11 +70,7 @@ TimedTrace logicalNot(const TimedTrace& trace) {
     if (trace.which() != int{valueTypeIndex<bool>}) {
         throw AssessmentTypeException(trace.errorType());
     }
-    TimedTrace_T<bool> negated = trace.get<bool>();
-    for (TimedPoint<bool>& point : negated.points) {
-        point.value = !point.value;
-    }
-    return negated;
+    return negated(trace.get<bool>());
 }
 
 void requireComparable(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {

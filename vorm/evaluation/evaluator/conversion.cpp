@@ -108,7 +108,10 @@ TimedTrace converted(const TimedTrace& trace, std::size_t target) {
     });
 }
 
-TimedTrace asDouble(const TimedTrace& trace) {
+ChangedTrace asDouble(const TimedTrace& trace) {
+    if (trace.which() == int{valueTypeIndex<double>}) {
+        return std::nullopt;
+    }
     return converted(trace, valueTypeIndex<double>);
 }
 

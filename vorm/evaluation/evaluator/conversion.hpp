@@ -7,7 +7,7 @@
 // - a bool: whether it is not zero.
 // A bool becomes 0 or 1, or a verdict, PASS or FAIL.
 
-#include <vorm/assessments/facade/timed_trace.hpp>
+#include <vorm/evaluation/evaluator/changed_trace.hpp>
 
 #include <cstddef>
 
@@ -19,7 +19,7 @@ namespace vorm::evaluation {
 /// for a NaN that would become an integer or a fixed-point number.
 assessments::TimedTrace converted(const assessments::TimedTrace& trace, std::size_t target);
 
-/// The trace as one of double.
-assessments::TimedTrace asDouble(const assessments::TimedTrace& trace);
+/// The trace as one of double, if it is none.
+ChangedTrace asDouble(const assessments::TimedTrace& trace);
 
 }  // namespace vorm::evaluation

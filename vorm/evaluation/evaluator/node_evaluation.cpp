@@ -172,7 +172,10 @@ private:
     SharedPieces onAlignedOperands(Operation operation) const {
         return onOperands([&](const TimedTrace& left, const TimedTrace& right) {
             if (isRobustness() && isMixed(left, right)) {
-                return onAligned(withFiniteCertainty(left), withFiniteCertainty(right), operation);
+                const ChangedTrace finiteLeft = withFiniteCertainty(left);
+                const ChangedTrace finiteRight = withFiniteCertainty(right);
+                return onAligned(changedOr(finiteLeft, left), changedOr(finiteRight, right),
+                                 operation);
             }
             return onAligned(left, right, operation);
         });

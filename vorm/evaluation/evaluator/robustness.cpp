@@ -21,6 +21,14 @@ bool isCertain(const TimedPoint<double>& point) {
     return std::fabs(point.value) >= certain;
 }
 
+bool hasCertainty(const TimedTrace& trace) {
+    if (trace.which() != int{valueTypeIndex<double>}) {
+        return false;
+    }
+    const auto& points = trace.get<double>().points;
+    return std::any_of(points.begin(), points.end(), isCertain);
+}
+
 bool isNumeric(const TimedTrace& trace) {
     return trace.visit([]<class T>(const TimedTrace_T<T>& typed) {
         return !std::is_same_v<T, bool> && !std::is_same_v<T, Verdict> &&
@@ -29,16 +37,15 @@ bool isNumeric(const TimedTrace& trace) {
 }
 
 TimedTrace difference(const TimedTrace& left, const TimedTrace& right) {
-    return onAligned(asDouble(left), asDouble(right),
+    const ChangedTrace leftNumbers = asDouble(left);
+    const ChangedTrace rightNumbers = asDouble(right);
+    return onAligned(changedOr(leftNumbers, left), changedOr(rightNumbers, right),
                      [](const TimedTrace& l, const TimedTrace& r) { return l.Minus(r); });
 }
 
 }  // namespace
 
 TimedTrace asCertainty(const TimedTrace& trace) {
-    if (trace.which() != int{valueTypeIndex<bool>}) {
-        return trace;
-    }
     const TimedTrace_T<bool>& truth = trace.get<bool>();
     TimedTrace_T<double> result(INTERPOLATION_METHOD::ZOH, truth.lastKnownTime);
     for (const TimedPoint<bool>& point : truth.points) {
@@ -66,9 +73,9 @@ TimedTrace comparisonRobustness(VORM_OP op, const TimedTrace& left, const TimedT
     }
 }
 
-TimedTrace withFiniteCertainty(const TimedTrace& trace) {
-    if (trace.which() != int{valueTypeIndex<double>}) {
-        return trace;
+ChangedTrace withFiniteCertainty(const TimedTrace& trace) {
+    if (!hasCertainty(trace)) {
+        return std::nullopt;
     }
     TimedTrace_T<double> finite = trace.get<double>();
     for (TimedPoint<double>& point : finite.points) {
@@ -76,16 +83,11 @@ TimedTrace withFiniteCertainty(const TimedTrace& trace) {
             point.value = std::copysign(certain, point.value);
         }
     }
-    return finite;
+    return TimedTrace(std::move(finite));
 }
 
 bool hasFiniteCertainty(const TimedTrace& trace) {
-    if (trace.which() != int{valueTypeIndex<double>} ||
-        trace.getInterpolation() != INTERPOLATION_METHOD::LINEAR) {
-        return false;
-    }
-    const auto& points = trace.get<double>().points;
-    return std::any_of(points.begin(), points.end(), isCertain);
+    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR && hasCertainty(trace);
 }
 
 TimedTrace withInfiniteCertainty(const TimedTrace& trace) {

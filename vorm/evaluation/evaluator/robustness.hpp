@@ -9,11 +9,11 @@
 // neighbouring doubles hides the value at the first of them.
 
 #include <vorm/assessments/expression/vorm_op.hpp>
-#include <vorm/assessments/facade/timed_trace.hpp>
+#include <vorm/evaluation/evaluator/changed_trace.hpp>
 
 namespace vorm::evaluation {
 
-/// A bool trace as infinities of double; any other as it is.
+/// A bool trace as infinities of double.
 assessments::TimedTrace asCertainty(const assessments::TimedTrace& trace);
 
 /// By how much the comparison of that code holds: a difference of double for numbers, certainty for
@@ -22,8 +22,9 @@ assessments::TimedTrace comparisonRobustness(assessments::VORM_OP op,
                                              const assessments::TimedTrace& left,
                                              const assessments::TimedTrace& right);
 
-/// The trace with 1e200 for infinity, as an operand beside a line.
-assessments::TimedTrace withFiniteCertainty(const assessments::TimedTrace& trace);
+/// The trace with 1e200 for infinity, as an operand beside a line; one without infinities stays as
+/// it is.
+ChangedTrace withFiniteCertainty(const assessments::TimedTrace& trace);
 
 /// A line with infinity for 1e200 and more; any other trace as it is.
 assessments::TimedTrace withInfiniteCertainty(const assessments::TimedTrace& trace);

@@ -27,11 +27,14 @@ TimedTrace_T<T> lineOfSteps(const TimedTrace_T<T>& held) {
 
 }  // namespace
 
-TimedTrace steppingLine(const TimedTrace& trace) {
-    return trace.visit([&]<class T>(const TimedTrace_T<T>& typed) -> TimedTrace {
+ChangedTrace steppingLine(const TimedTrace& trace) {
+    return trace.visit([&]<class T>(const TimedTrace_T<T>& typed) -> ChangedTrace {
         const bool steps =
             typed.interpolation == INTERPOLATION_METHOD::ZOH && typed.points.size() > 1;
-        return IsFloatingPoint<T>::value && steps ? TimedTrace(lineOfSteps(typed)) : trace;
+        if (!IsFloatingPoint<T>::value || !steps) {
+            return std::nullopt;
+        }
+        return TimedTrace(lineOfSteps(typed));
     });
 }
 

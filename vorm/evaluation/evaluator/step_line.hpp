@@ -4,13 +4,13 @@
 // and combine shows a step of the held operand as a line from the sample before it. Here a step
 // takes one representable double, so that the result is exact at every time.
 
-#include <vorm/assessments/facade/timed_trace.hpp>
+#include <vorm/evaluation/evaluator/changed_trace.hpp>
 
 namespace vorm::evaluation {
 
 /// A held trace of an interpolating type as a linear one with a sample of the old value at the
-/// double before each step; any other trace, and one without a step, as it is.
-assessments::TimedTrace steppingLine(const assessments::TimedTrace& trace);
+/// double before each step; any other trace, and one without a step, stays as it is.
+ChangedTrace steppingLine(const assessments::TimedTrace& trace);
 
 /// Whether one of the two is held and the other linear.
 bool isMixed(const assessments::TimedTrace& left, const assessments::TimedTrace& right);
@@ -19,8 +19,12 @@ bool isMixed(const assessments::TimedTrace& left, const assessments::TimedTrace&
 template <class Operation>
 assessments::TimedTrace onAligned(const assessments::TimedTrace& left,
                                   const assessments::TimedTrace& right, Operation operation) {
-    return isMixed(left, right) ? operation(steppingLine(left), steppingLine(right))
-                                : operation(left, right);
+    if (!isMixed(left, right)) {
+        return operation(left, right);
+    }
+    const ChangedTrace leftLine = steppingLine(left);
+    const ChangedTrace rightLine = steppingLine(right);
+    return operation(changedOr(leftLine, left), changedOr(rightLine, right));
 }
 
 }  // namespace vorm::evaluation

@@ -14,11 +14,6 @@ namespace {
 
 using assessments::INTERPOLATION_METHOD;
 
-template <class T>
-inline constexpr bool interpolates =
-    std::is_floating_point_v<T> || std::is_same_v<T, assessments::HalfFloat> ||
-    std::is_same_v<T, assessments::ValueType<assessments::FixedPoint>>;
-
 // What the rules say, or held where the type does not interpolate.
 INTERPOLATION_METHOD interpolationOf(const SignalRules& rules, bool doesInterpolate,
                                      const std::string& typeName) {
@@ -50,7 +45,8 @@ class TypedBuilder final : public SignalBuilder {
 public:
     explicit TypedBuilder(const SignalRules& rules)
         : SignalBuilder(rules),
-          collector_(interpolationOf(rules, interpolates<T>, typeText(SignalType::of<T>()))) {}
+          collector_(interpolationOf(rules, assessments::IsFloatingPoint<T>::value,
+                                     typeText(SignalType::of<T>()))) {}
 
     Result finish(const std::string&) override {
         return {SignalType::of<T>(), sharedPieces(collector_.take())};

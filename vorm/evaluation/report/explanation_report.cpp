@@ -33,11 +33,7 @@ public:
     explicit ValueText(const Enumeration* enumeration) : enumeration_(enumeration) {}
 
     std::string operator()(bool value) const { return value ? "true" : "FALSE"; }
-    std::string operator()(const Verdict& value) const {
-        return value.get() == resultEnum_t::PASS   ? "PASS"
-               : value.get() == resultEnum_t::FAIL ? "FAIL"
-                                                   : "NO_RESULT";
-    }
+    std::string operator()(const Verdict& value) const { return verdictName(value.get()); }
     std::string operator()(const ValueType<FixedPoint>& value) const { return value.get().text(); }
     std::string operator()(const HalfFloat& value) const {
         return durationText(static_cast<double>(value));

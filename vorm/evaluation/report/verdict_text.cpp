@@ -38,10 +38,11 @@ void count(const AssessmentOutcome& assessment, VerdictCounts& counts) {
 }  // namespace
 
 std::string verdictText(const AssessmentOutcome& outcome) {
-    if (!outcome.error.empty()) {
-        return "ERROR";
-    }
-    switch (outcome.verdict) {
+    return outcome.error.empty() ? verdictName(outcome.verdict) : "ERROR";
+}
+
+std::string verdictName(resultEnum_t verdict) {
+    switch (verdict) {
         case resultEnum_t::PASS:
             return "PASS";
         case resultEnum_t::FAIL:
