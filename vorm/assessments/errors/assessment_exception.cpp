@@ -7,6 +7,12 @@
 #include <utility>
 
 namespace vorm::assessments {
+namespace {
+
+// Where the failure that frees its causes on this thread takes up what they leave.
+constinit thread_local std::shared_ptr<AssessmentException>* leftCause = nullptr;
+
+}  // namespace
 
 AssessmentException::AssessmentException(const MessageId& id,
                                          const std::shared_ptr<AssessmentException>& cause)
@@ -17,11 +23,20 @@ AssessmentException::AssessmentException(const MessageId& id, const std::u16stri
                                          const std::shared_ptr<AssessmentException>& cause)
     : UserException(text), identifier_(id.component + ":" + id.key), text_(text), cause_(cause) {}
 
+// A cause that dies while another failure frees it leaves its own cause there, so that a chain is
+// freed in a loop. Which owner of a shared cause is the last one, its reference count alone tells.
 AssessmentException::~AssessmentException() {
-    std::shared_ptr<AssessmentException> cause = std::move(cause_);
-    while (cause && cause.use_count() == 1) {
-        cause = std::shared_ptr<AssessmentException>(std::move(cause->cause_));
+    if (leftCause != nullptr && *leftCause == nullptr) {
+        *leftCause = std::move(cause_);
+        return;
     }
+    std::shared_ptr<AssessmentException> left;
+    std::shared_ptr<AssessmentException>* const outer = std::exchange(leftCause, &left);
+    while (cause_ != nullptr) {
+        cause_.reset();
+        cause_.swap(left);
+    }
+    leftCause = outer;
 }
 
 AssessmentException* AssessmentException::clone() const {
