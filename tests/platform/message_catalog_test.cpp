@@ -1,11 +1,14 @@
 #include <vorm/assessments/errors/array_class_id_name.hpp>
 #include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_type_exception.hpp>
 #include <vorm/assessments/platform/array_class_naming_service.hpp>
 #include <vorm/assessments/platform/message_catalog.hpp>
 #include <vorm/assessments/platform/utf.hpp>
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <locale>
 #include <memory>
 #include <set>
@@ -67,6 +70,41 @@ TEST(NamingService, HostReplacesIt) {
     for (const std::int32_t unknown : {-1, 0, 4, 5, 16}) {
         EXPECT_EQ(assessments::ArrayClassIdName(unknown), "") << unknown;
     }
+}
+
+// Made before any service, and so destroyed after whatever of them is destroyed at all.
+struct LastWords {
+    bool wanted = false;
+    ~LastWords() {
+        if (wanted) {
+            const assessments::AssessmentTypeException failure(
+                assessments::AssessmentTypeException::typeTAG<double>{});
+            std::fputs(failure.what(), stderr);
+        }
+    }
+} lastWords;
+
+template <class Service>
+struct Mortal : Service {
+    ~Mortal() override { std::fputs("A service in force was destroyed. ", stderr); }
+};
+
+TEST(Services, AreThereForFailuresWhileTheProcessEnds) {
+    struct Catalog : Mortal<MessageCatalog> {
+        std::u16string message(const MessageId& id, const std::locale&) const override {
+            return u"Not defined for " + std::get<std::u16string>(id.arguments.at(0));
+        }
+    };
+    struct Names : Mortal<ArrayClassNamingService> {
+        const char* className(std::int32_t) const override { return "anything"; }
+    };
+    const auto endWithAFailure = [] {
+        MessageCatalog::install(std::make_shared<Catalog>());
+        ArrayClassNamingService::install(std::make_shared<Names>());
+        lastWords.wanted = true;
+        std::exit(0);
+    };
+    EXPECT_EXIT(endWithAFailure(), testing::ExitedWithCode(0), "^Not defined for anything$");
 }
 
 TEST(Utf, ReplacesWhatIsIllFormed) {

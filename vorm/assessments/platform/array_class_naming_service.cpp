@@ -28,9 +28,7 @@ public:
 };
 
 InstalledService<ArrayClassNamingService>& installed() {
-    static InstalledService<ArrayClassNamingService> service(
-        std::make_shared<const EmbeddedNames>());
-    return service;
+    return InstalledService<ArrayClassNamingService>::instance<EmbeddedNames>();
 }
 
 }  // namespace

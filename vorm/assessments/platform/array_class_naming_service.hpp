@@ -21,7 +21,7 @@ public:
     static std::shared_ptr<const ArrayClassNamingService> global();
 
     /// Makes `service` the one in force; a null pointer brings the embedded one back. Safe to call
-    /// from any thread.
+    /// from any thread. The one in force at the end of the process is not destroyed.
     static void install(std::shared_ptr<const ArrayClassNamingService> service);
 };
 

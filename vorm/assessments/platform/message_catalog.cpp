@@ -74,8 +74,7 @@ public:
 };
 
 InstalledService<MessageCatalog>& installed() {
-    static InstalledService<MessageCatalog> service(std::make_shared<const EmbeddedCatalog>());
-    return service;
+    return InstalledService<MessageCatalog>::instance<EmbeddedCatalog>();
 }
 
 }  // namespace

@@ -24,6 +24,7 @@ public:
 
     /// Makes `catalog` the one in force; a null pointer brings the embedded one back. Safe to call
     /// from any thread; messages that are being built go on with the catalog they started with.
+    /// The one in force at the end of the process is not destroyed: failures can still need it.
     static void install(std::shared_ptr<const MessageCatalog> catalog);
 };
 
