@@ -9,7 +9,8 @@
 namespace vorm::assessments {
 
 /// A sample value that lives in shared storage: copies share the value and never copy it, which
-/// keeps traces of large values cheap. The value itself never changes.
+/// keeps traces of large values cheap. The value itself never changes. A move shares it like a
+/// copy: what was moved from keeps its value.
 ///
 /// Arithmetic is that of T. Verdicts have none: their operators throw std::runtime_error, for
 /// example "Unsupported operator '+' for type resultType_t".
@@ -17,6 +18,9 @@ template <class T>
 class VORM_ASSESSMENTS_EXPORT ValueType {
 public:
     explicit ValueType(const T& value) : value_(boost::make_shared<T>(value)) {}
+    // No moves, which would leave no value behind.
+    ValueType(const ValueType&) = default;
+    ValueType& operator=(const ValueType&) = default;
 
     const T& get() const { return *value_; }
 
