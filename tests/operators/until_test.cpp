@@ -2,11 +2,14 @@
 
 #include <vorm/assessments/errors/assessment_internal_exception.hpp>
 #include <vorm/assessments/operators/comparison.hpp>
+#include <vorm/assessments/trace/value_traits.hpp>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <set>
 #include <vector>
 
 namespace vorm::test {
@@ -33,35 +36,66 @@ Pair anyPair(int low, int high) {
     return pair;
 }
 
-// min(phi(t), sup over t' in [t, t + d] of min(psi(t'), inf of phi over [t, t'))), by scanning all
-// sample times for t'. At the end of psi's knowledge phi alone decides, if it is known as long.
+// The signal with a few values that are not known.
+void loseValues(Signal& signal) {
+    for (double& value : signal.values) {
+        value = *rc::gen::inRange(0, 12) == 0 ? nan : value;
+    }
+}
+
+double lesser(double a, double b) {
+    return std::isnan(a) || a < b ? a : b;
+}
+double greater(double a, double b) {
+    return std::isnan(a) || a > b ? a : b;
+}
+
+// Up to which time a trace says anything, its samples after lastKnownTime included.
+template <class T>
+double endOf(const TimedTrace_T<T>& trace) {
+    return std::max(trace.lastKnownTime, trace.points.back().time);
+}
+
+// min(phi(t), sup over t' in [t, t + d] of min(psi(t'), inf of phi over [t, t'))), by scanning for
+// t' all times at which it can be attained, t and the sample times. From psi's end on phi alone
+// decides if it does not end before.
 double untilAt(const Pair& pair, double t, double d) {
-    std::vector<double> times = pair.phi.times;
-    times.insert(times.end(), pair.psi.times.begin(), pair.psi.times.end());
-    times.push_back(t);
-    times.push_back(std::min(t + d, pair.known()));
-    std::sort(times.begin(), times.end());
+    const auto phi = pair.phi.toTrace();
+    const auto psi = pair.psi.toTrace();
+    const double phiEnd = endOf(phi);
+    const double psiEnd = endOf(psi);
+    std::set<double> samples;
+    for (const auto* operand : {&phi, &psi}) {
+        for (const auto& point : operand->points) {
+            samples.insert(point.time);
+        }
+    }
+    std::set<double> times = samples;
+    times.insert(t);
     double infimum = infinity;
     double best = -infinity;
     for (double time : times) {
-        if (time < t || time > std::min(t + d, pair.known())) {
+        if (time < t || time > std::min({t + d, phiEnd, psiEnd})) {
             continue;
         }
-        best = std::max(best, std::min(pair.psi.at(time), infimum));
-        infimum = std::min(infimum, pair.phi.at(time));
+        const bool psiEnds =
+            d == infinity && phiEnd >= psiEnd && time == psiEnd && samples.count(time) == 1;
+        best = psiEnds ? best : greater(best, lesser(pair.psi.at(time), infimum));
+        infimum = psiEnds ? infimum : lesser(infimum, pair.phi.at(time));
     }
-    if (d == infinity && pair.phi.known >= pair.psi.known) {
-        double whole = t == pair.psi.known ? infinity : pair.phi.at(t);
-        for (double time : pair.phi.times) {
-            whole = time >= t && time < pair.psi.known ? std::min(whole, pair.phi.at(time)) : whole;
-        }
-        best = std::max(best, whole);
+    if (d == infinity && phiEnd >= psiEnd) {
+        best = greater(best, infimum);
     }
-    return std::min(pair.phi.at(t), best);
+    return lesser(pair.phi.at(t), best);
 }
 
 RC_GTEST_PROP(QuantitativeUntil, AgreesWithItsDefinition, ()) {
-    const Pair pair = anyPair(-3, 3);
+    Pair pair = anyPair(-3, 3);
+    if (*rc::gen::arbitrary<bool>()) {
+        loseValues(pair.phi);
+        loseValues(pair.psi);
+        RC_LOG() << "with holes: phi " << pair.phi << "\npsi " << pair.psi << '\n';
+    }
     const double d = *rc::gen::element(infinity, 0.25 * *rc::gen::inRange(0, 40));
     const auto phi = pair.phi.toTrace();
     const auto psi = pair.psi.toTrace();
@@ -76,15 +110,43 @@ RC_GTEST_PROP(QuantitativeUntil, AgreesWithItsDefinition, ()) {
     RC_ASSERT(strictlyIncreasing(result));
     for (double t : pair.times()) {
         if (t <= lastTime) {
-            RC_ASSERT(*result.valueAt(t) == untilAt(pair, t, d));
+            RC_ASSERT(detail::sameValue(*result.valueAt(t), untilAt(pair, t, d)));
         }
     }
 }
 
+// What is in force at a time, and until when: the next sample, or the last known time.
+struct InForce {
+    bool value = false;
+    double until;
+
+    InForce(const TimedTrace_T<bool>& trace, double time) : until(trace.lastKnownTime) {
+        for (const auto& point : trace.points) {
+            if (point.time > time) {
+                until = point.time;
+                break;
+            }
+            value = point.value;
+        }
+    }
+};
+
 RC_GTEST_PROP(UntimedUntil, IsTheQuantitativeUntilOfZeroAndOne, ()) {
     const Pair pair = anyPair(0, 1);
-    const auto result = pair.phi.toTrace<bool>().UntimedUntil(pair.psi.toTrace<bool>());
+    const auto phi = pair.phi.toTrace<bool>();
+    const auto psi = pair.psi.toTrace<bool>();
+    const auto result = phi.UntimedUntil(psi);
     RC_LOG() << testing::PrintToString(result) << '\n';
+    for (const auto* operand : {&phi, &psi}) {
+        for (const auto& [time, value, derivative] : operand->points) {
+            if (pair.overlap() && time >= pair.start()) {
+                const InForce left(phi, time);
+                const InForce right(psi, time);
+                RC_ASSERT(InForce(result, time).value ==
+                          (left.value && (right.value || left.until >= right.until)));
+            }
+        }
+    }
     RC_ASSERT(result.points.empty() == !pair.overlap());
     RC_ASSERT(result.lastKnownTime == (pair.overlap() ? pair.known() : -infinity));
     for (double t : pair.overlap() ? pair.times() : std::vector<double>()) {
@@ -138,6 +200,43 @@ TEST(UntimedUntil, LooksAtTheNextSamples) {
     EXPECT_TRUE(same(trace<bool>("0:0", 20).UntimedUntil(psi), trace<bool>("0:0", 20)));
     // Several samples before the other operand begins: the one in force there counts.
     EXPECT_TRUE(same(trace<bool>("-9:1 -7:0 -5:1", 20).UntimedUntil(psi), trace<bool>("0:1", 20)));
+}
+
+TEST(UntimedUntil, LooksAtSamplesAfterTheLastKnownTimes) {
+    const struct {
+        TimedTrace_T<bool> phi;
+        TimedTrace_T<bool> psi;
+        TimedTrace_T<bool> expected;
+    } rows[] = {
+        {trace<bool>("0:1 6:0", 9), trace<bool>("0:0 7:1", 5), trace<bool>("0:0", 5)},
+        {trace<bool>("0:1 8:0", 3), trace<bool>("0:0 7:1", 20), trace<bool>("0:1 8:0", 3)},
+        {trace<bool>("0:1 8:0", 3), trace<bool>("0:0 9:1", 2), trace<bool>("0:0", 2)},
+    };
+    for (const auto& row : rows) {
+        EXPECT_TRUE(same(row.phi.UntimedUntil(row.psi), row.expected));
+        EXPECT_EQ(row.phi.Until(row.psi, 0, 2).valueAt(0).value_or(false), false);
+    }
+    EXPECT_EQ(rows[1].phi.Until(rows[1].psi, 0, 10).valueAt(0), true);
+    EXPECT_TRUE(
+        same(trace("0:3 8:-1", 2.5).Until(trace("0:0 7:2", 20), infinity), trace("0:2", 2.5)));
+}
+
+TEST(Until, LooksNoFurtherThanItsWindow) {
+    auto psi = trace("0:1 3:2", 20);
+    psi.push_back({10, nan});
+    psi.push_back({12, 5});
+    auto phi = trace("0:4 1:3", 20);
+    phi.push_back({15, nan});
+    phi.push_back({16, 3});
+    psi.lastKnownTime = phi.lastKnownTime = 20;
+    auto expected = trace("0:1 1:2");
+    expected.push_back({8, nan});
+    expected.push_back({12, 3});
+    expected.push_back({14, nan});
+    expected.push_back({16, 3});
+    expected.lastKnownTime = 18;
+    // phi's hole at 15 counts from 14 on, where the window reaches the sample after it.
+    EXPECT_TRUE(same(phi.Until(psi, 2), expected));
 }
 
 TEST(Until, OfAnEmptyOperandIsEmpty) {

@@ -3,13 +3,12 @@
 #include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/operators/comparison.hpp>
 #include <vorm/assessments/operators/operand_cursor.hpp>
-#include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/operators/until_window.hpp>
 #include <vorm/assessments/operators/window_width.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <type_traits>
 #include <vector>
@@ -30,91 +29,114 @@ void requireHeld(const TimedTrace_T<T>& trace) {
 }
 
 template <class T>
+double commonStart(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
+    return std::max(a.points.front().time, b.points.front().time);
+}
+
+template <class T>
 bool haveCommonTime(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
     if (a.points.empty() || b.points.empty()) {
         return false;
     }
-    const double start = std::max(a.points.front().time, b.points.front().time);
-    return !(start > std::min(a.lastKnownTime, b.lastKnownTime));
-}
-
-// Walks both operands from their common start on, over the samples up to the given times.
-template <class T, class Visit>
-void walkTogether(const TimedTrace_T<T>& a, double aUntil, const TimedTrace_T<T>& b, double bUntil,
-                  Visit visit) {
-    const double start = std::max(a.points.front().time, b.points.front().time);
-    detail::OperandCursor<T> left(a.points.begin(), detail::samplesUpTo(a, aUntil));
-    detail::OperandCursor<T> right(b.points.begin(), detail::samplesUpTo(b, bUntil));
-    left.advanceTo(start);
-    right.advanceTo(start);
-    detail::walk(left, right, visit);
+    return !(commonStart(a, b) > std::min(a.lastKnownTime, b.lastKnownTime));
 }
 
 TimedTrace_T<bool> untilNextSamples(const TimedTrace_T<bool>& phi, const TimedTrace_T<bool>& psi) {
-    struct Step {
-        double time;
-        bool phi;
-        bool psi;
+    using Cursor = detail::OperandCursor<bool>;
+    const auto nextTime = [](const Cursor& operand, double known) {
+        return operand.done() ? known : operand.nextTime();
     };
+    const double start = commonStart(phi, psi);
+    Cursor left(phi.points.begin(), phi.points.end());
+    Cursor right(psi.points.begin(), psi.points.end());
+    left.advanceTo(start);
+    right.advanceTo(start);
     TimedTrace_T<bool> result = emptyTrace<bool>();
     detail::TraceBuilder<bool> builder(result);
-    const auto settle = [&builder](const Step& step, bool phiLastsUntilPsi) {
-        builder.append({step.time, step.phi && (step.psi || phiLastsUntilPsi)});
-    };
-    // The next step tells whose sample comes first after this one.
-    std::optional<Step> step;
-    walkTogether(phi, phi.lastKnownTime, psi, psi.lastKnownTime,
-                 [&](double time, const TimedPoint<bool>* left, const TimedPoint<bool>* right) {
-                     if (step) {
-                         const bool psiComes = right->time == time;
-                         settle(*step,
-                                psiComes ? phi.lastKnownTime >= time : time >= psi.lastKnownTime);
-                     }
-                     step = Step{time, left->value, right->value};
-                 });
-    settle(*step, phi.lastKnownTime >= psi.lastKnownTime);
+    while (!left.done() || !right.done()) {
+        const double leftTime = left.nextTime();
+        const double rightTime = right.nextTime();
+        // By a computed step, as operand_cursor.hpp tells; also if a time is NaN.
+        left.advance(std::size_t{!left.done() && !(rightTime < leftTime)});
+        right.advance(std::size_t{!right.done() && !(leftTime < rightTime)});
+        const bool phiLasts =
+            nextTime(left, phi.lastKnownTime) >= nextTime(right, psi.lastKnownTime);
+        builder.append({leftTime < rightTime ? leftTime : rightTime,
+                        left.inForce().value && (right.inForce().value || phiLasts)});
+    }
     result.lastKnownTime = std::min(phi.lastKnownTime, psi.lastKnownTime);
+    return result;
+}
+
+// The end of all that a trace says, its samples after lastKnownTime included.
+template <class T>
+double endOf(const TimedTrace_T<T>& trace) {
+    return std::max(trace.lastKnownTime, trace.points.back().time);
+}
+
+// The values of both operands at each sample time from their common start up to `end`.
+template <class T>
+std::vector<detail::UntilStep<T>> stepsUpTo(double end, const TimedTrace_T<T>& phi,
+                                            const TimedTrace_T<T>& psi) {
+    const double start = commonStart(phi, psi);
+    detail::OperandCursor<T> left(phi.points.begin(), detail::samplesUpTo(phi, end));
+    detail::OperandCursor<T> right(psi.points.begin(), detail::samplesUpTo(psi, end));
+    left.advanceTo(start);
+    right.advanceTo(start);
+    std::vector<detail::UntilStep<T>> steps;
+    steps.reserve(phi.points.size() + psi.points.size());
+    detail::walk(left, right,
+                 [&](double time, const TimedPoint<T>* ofPhi, const TimedPoint<T>* ofPsi) {
+                     steps.push_back({time, {ofPsi->value, ofPhi->value}});
+                 });
+    return steps;
+}
+
+// For windows that start up to `lastStart`; the width is finite.
+template <class T>
+TimedTrace_T<T> untilWithin(double width, double lastStart, const TimedTrace_T<T>& phi,
+                            const TimedTrace_T<T>& psi) {
+    TimedTrace_T<T> result = emptyTrace<T>();
+    detail::TraceBuilder<T> builder(result);
+    const double known = std::min(phi.lastKnownTime, psi.lastKnownTime);
+    detail::slideUntil(stepsUpTo(known, phi, psi), width, lastStart, builder);
+    result.lastKnownTime = lastStart;
     return result;
 }
 
 template <class T>
 TimedTrace_T<T> untilSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>& psi) {
-    const double known = std::min(phi.lastKnownTime, psi.lastKnownTime);
-    struct Step {
-        double time;
-        T phi;
-        T psi;
-    };
-    std::vector<Step> steps;
-    steps.reserve(phi.points.size() + psi.points.size());
-    walkTogether(phi, known, psi, known,
-                 [&](double time, const TimedPoint<T>* left, const TimedPoint<T>* right) {
-                     steps.push_back({time, left->value, right->value});
-                 });
-
-    // Backwards: the best that waiting from a step on can give; none where nothing limits it. A psi
-    // whose knowledge ends counts as fulfilled then, if phi is known as long.
-    std::optional<T> best;
-    const auto whileHolding = [&best](const T& value) {
-        return best ? detail::Extremum<detail::KeepSmaller>()(value, *best) : value;
-    };
-    const bool endFulfils = phi.lastKnownTime >= psi.lastKnownTime;
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        const bool isLast = step == steps.rbegin();
-        if (isLast && !endFulfils) {
-            best = step->psi;
-        } else if (!isLast || step->time < psi.lastKnownTime) {
-            best = detail::Extremum<detail::KeepGreater>()(step->psi, whileHolding(step->phi));
+    const double phiEnd = endOf(phi);
+    const double psiEnd = endOf(psi);
+    std::vector<detail::UntilStep<T>> steps = stepsUpTo(std::min(phiEnd, psiEnd), phi, psi);
+    // A psi that ends counts as fulfilled then, if phi does not end before.
+    std::optional<TimedPoint<T>> fulfilled;
+    if (phiEnd >= psiEnd) {
+        if (steps.back().time == psiEnd) {
+            fulfilled = {psiEnd, steps.back().values.phi};
+            steps.pop_back();
         }
-        step->psi = whileHolding(step->phi);
+        if (!steps.empty()) {
+            auto& last = steps.back().values;
+            last.psi = detail::greater(last.psi, last.phi);
+        }
     }
-
+    // Backwards: the best that waiting from a step on can give, limited by phi there.
+    std::optional<T> best;
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+        best = best ? step->values(*best) : step->values.psi;
+        step->values.psi = detail::lesser(step->values.phi, *best);
+    }
     TimedTrace_T<T> result = emptyTrace<T>();
     detail::TraceBuilder<T> builder(result);
-    for (const Step& step : steps) {
-        builder.append({step.time, step.psi});
+    for (const detail::UntilStep<T>& step : steps) {
+        builder.append({step.time, step.values.psi});
     }
-    result.lastKnownTime = known;
+    if (fulfilled) {
+        builder.append(*fulfilled);
+    }
+    result.lastKnownTime = std::min(phi.lastKnownTime, psi.lastKnownTime);
+    result.popBackAfter(result.lastKnownTime);
     return result;
 }
 
@@ -139,25 +161,16 @@ TimedTrace_T<T> TimedTrace_T<T>::Until(const TimedTrace_T& other, double d) cons
     if (!haveCommonTime(*this, other) || points.front().time > other.points.back().time) {
         return emptyTrace<T>();
     }
-    TimedTrace_T result = untilSomeTime(*this, other);
     if (d == detail::infinity) {
-        return result;
+        return untilSomeTime(*this, other);
     }
-    const double start = result.points.front().time;
-    const double known = result.lastKnownTime;
+    const double start = commonStart(*this, other);
+    const double known = std::min(lastKnownTime, other.lastKnownTime);
     if (d > known - start) {
         return emptyTrace<T>();
     }
     // A difference that rounds must not end before it begins.
-    const double lastStart = std::max(start, known - d);
-    // What psi reaches within d bounds the until, and where both are equal it is the same time
-    // that they speak of.
-    TimedTrace_T reached(other);
-    reached.timedMax(d);
-    reached.lastKnownTime = std::max(reached.lastKnownTime, lastStart);
-    result = result.And(reached);
-    result.popBackAfter(lastStart);
-    return result;
+    return untilWithin(d, std::max(start, known - d), *this, other);
 }
 
 template <class T>
@@ -170,7 +183,10 @@ TimedTrace_T<T> TimedTrace_T<T>::Until(const TimedTrace_T& other, const double& 
     const TimedTrace_T reached = other.Eventually(a, b);
     TimedTrace_T holds =
         std::is_same_v<T, bool> ? UntimedUntil(other) : Until(other, detail::infinity);
-    if (a != 0) {
+    if (a == 0) {
+        // All that a window without a width does.
+        holds.popBackAfter(holds.lastKnownTime);
+    } else {
         holds = holds.Globally(0, a);
     }
     return holds.And(reached);

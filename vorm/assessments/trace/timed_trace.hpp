@@ -244,21 +244,28 @@ public:
     /// Whether this trace stays true until `other` is true, for bool traces. At a time t with this
     /// true and `other` false: whether this stays in force at least until the next sample of
     /// `other` (of the one whose samples have ended, the lastKnownTime takes that time's place).
-    /// Samples before the common start and after an operand's lastKnownTime are not looked at.
-    /// Empty where an operand is empty or the two have no common time. Throws
+    /// Samples before the common start are not looked at. Those after an operand's lastKnownTime
+    /// are, and the result keeps them as that of combine does; it is known up to the smaller
+    /// lastKnownTime. Empty where an operand is empty or the two have no common time. Throws
     /// AssessmentTypeException unless T is bool, AssessmentBinaryTypeException for enumerated
     /// traces. Linear.
     TimedTrace_T UntimedUntil(const TimedTrace_T& other) const;
 
     /// The quantitative until of held traces: with phi this trace and psi the other one,
-    /// min(phi(t), sup over t' in [t, t + d] of min(psi(t'), inf of phi over [t, t'))). d may be
-    /// infinite. Where nothing is known after t' = the last known time of psi and phi is known at
-    /// least as long, phi's own minimum up to there counts too if d is infinite, so that on 0 and
-    /// 1 the result is that of UntimedUntil. Known up to the smaller lastKnownTime minus a finite
-    /// d. Empty where an operand is empty, the two have no common time, or d is wider than it.
-    /// Throws AssessmentTypeException with the tag of double for a linear operand,
-    /// AssessmentBinaryTypeException for enumerated ones, AssessmentInternalException for a
-    /// negative or NaN d. Linear, whatever d is.
+    /// min(phi(t), sup over t' in [t, t + d] of min(psi(t'), inf of phi over [t, t'))). For t' that
+    /// is t and the sample times in the window, where alone the supremum can be attained. A NaN
+    /// among the values that these compare makes the result NaN; one outside the window does not
+    /// count.
+    ///
+    /// d may be infinite. Samples after an operand's lastKnownTime are then looked at too, and
+    /// where phi does not end before psi, phi's own minimum up to psi's end counts, so that on 0
+    /// and 1 the result is that of UntimedUntil. An end is the last known time, or the time of the
+    /// last sample if that is later.
+    ///
+    /// Known up to the smaller lastKnownTime minus a finite d. Empty where an operand is empty, the
+    /// two have no common time, or d is wider than it. Throws AssessmentTypeException with the tag
+    /// of double for a linear operand, AssessmentBinaryTypeException for enumerated ones,
+    /// AssessmentInternalException for a negative or NaN d. Linear, whatever d is.
     TimedTrace_T Until(const TimedTrace_T& other, double d) const;
 
     /// Until bounded by the closed window [a, b]: And of Globally(0, a) of the unbounded until and
