@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 #include <string>
 
 namespace vorm::test {
@@ -77,18 +78,23 @@ TEST(Scale, NeedsAConstantOnOneSide) {
     // A constant that begins at a time does so in the product too.
     EXPECT_TRUE(same(steps.Scale(trace("1:2", 9)), trace("1:2 2:6", 5)));
 
-    auto cutLine = trace(linear, "0:0 4:4");
-    cutLine.popBackAfter(3);
-    for (const TimedTrace_T<double>& factor : {steps, cutLine}) {
-        try {
-            steps.Scale(factor);
-            FAIL();
-        } catch (const AssessmentInternalException& failure) {
-            EXPECT_NE(
-                std::string(failure.what()).find("Only multiplication by constant is supported."),
-                std::string::npos);
-        }
+    try {
+        steps.Scale(steps);
+        FAIL();
+    } catch (const AssessmentInternalException& failure) {
+        EXPECT_NE(std::string(failure.what()).find("Only multiplication by constant is supported."),
+                  std::string::npos);
     }
+}
+
+TEST(Scale, TakesAnyTraceOfOneSampleForAConstant) {
+    const auto steps = trace("0:1 2:3", 5);
+    auto cutLine = trace(linear, "0:1 4:5");
+    cutLine.popBackAfter(3);
+    // Exact at the samples and at the end of what is known.
+    const auto expected = trace(linear, "0:1 2:9 3:12");
+    EXPECT_TRUE(same(steps.Scale(cutLine), expected));
+    EXPECT_TRUE(same(cutLine.Scale(steps), expected));
 }
 
 TEST(AndOr, AreEnvelopesOfLines) {
@@ -155,6 +161,30 @@ TEST(Refusals, NameTheType) {
     refuse([&] { return number.Or(gear); }, "int8 Gear");
     refuse([&] { return gear.Abs(); }, "Gear");
     refuse([&] { return gear.UMinus(); }, "Gear");
+
+    const auto enumerated = [](auto typed) {
+        typed.enumTypeName = "Gear";
+        return typed;
+    };
+    refuse([&] { return enumerated(flag).UMinus(); }, "logical");
+    refuse([&] { return enumerated(trace<std::uint16_t>("0:1")).UMinus(); }, "Gear");
+}
+
+template <class T>
+void expectNegationToKeepTheEnumeration() {
+    auto gear = trace<T>(linear, "0:1 2:-5", 3);
+    gear.enumTypeName = "Gear";
+    auto expected = trace<T>(linear, "0:-1 2:5", 3);
+    expected.enumTypeName = "Gear";
+    EXPECT_TRUE(same(gear.UMinus(), expected));
+}
+
+TEST(Negation, OfEnumeratedSpecialValuesIsThatOfTheValues) {
+    expectNegationToKeepTheEnumeration<HalfFloat>();
+    expectNegationToKeepTheEnumeration<ValueType<FixedPoint>>();
+    auto verdicts = trace<Verdict>("0:1");
+    verdicts.enumTypeName = "Gear";
+    EXPECT_THROW(verdicts.UMinus(), std::runtime_error);
 }
 
 __extension__ using Wide = __int128;

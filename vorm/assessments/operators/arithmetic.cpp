@@ -23,12 +23,6 @@ void requireArithmetic(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
     a.throwExceptionIfEnum(b, false);
 }
 
-// One sample that is cut from a line still has a slope, and is no constant.
-template <class T>
-bool isConstant(const TimedTrace_T<T>& trace) {
-    return trace.points.size() == 1 && trace.points.front().derivative == 0;
-}
-
 // A fixed-point value can saturate, and the line to it then has another slope than was meant.
 void alignSlopes(TimedTrace_T<ValueType<FixedPoint>>& trace) {
     for (std::size_t i = 0; i + 1 < trace.points.size(); ++i) {
@@ -66,7 +60,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::true_
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T& other) const {
     requireArithmetic(*this, other);
-    if (!isConstant(*this) && !isConstant(other)) {
+    if (points.size() != 1 && other.points.size() != 1) {
         throw AssessmentInternalException("Only multiplication by constant is supported.");
     }
     return Function(other, detail::product<T>);
@@ -89,10 +83,14 @@ TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::UMinus() const {
-    throwExceptionIfEnum();
-    if constexpr (std::is_unsigned_v<T>) {
+    if constexpr (isBool<T>) {
+        throw AssessmentTypeException(AssessmentTypeException::typeTAG<bool>());
+    } else if constexpr (std::is_unsigned_v<T>) {
         UMinus(std::true_type());
     } else {
+        if constexpr (std::is_arithmetic_v<T>) {
+            throwExceptionIfEnum();
+        }
         TimedTrace_T negated(*this);
         for (Point& point : negated.points) {
             point.value = detail::negative(point.value);

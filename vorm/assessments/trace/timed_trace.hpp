@@ -184,9 +184,11 @@ public:
     /// Difference that is 0 wherever `other` is greater.
     TimedTrace_T Substract(const TimedTrace_T& other, std::true_type clampAtZero) const;
 
-    /// Product with a constant on either side: an operand of one sample without a slope. It counts
-    /// from its sample on, like any trace. Integers wrap. Throws AssessmentInternalException "Only
-    /// multiplication by constant is supported." otherwise, and as Add does.
+    /// Product with a constant on either side, which is an operand of one sample. It counts from
+    /// its sample on, like any trace. One that is cut from a line goes on with its slope; the
+    /// product is exact then at the samples of both and at its lastKnownTime, and straight between.
+    /// Integers wrap. Throws AssessmentInternalException "Only multiplication by constant is
+    /// supported." where neither operand has exactly one sample, and as Add does.
     TimedTrace_T Scale(const TimedTrace_T& other) const;
 
     /// Absolute value, with a sample where a linear trace crosses zero. The most negative integer
@@ -194,8 +196,10 @@ public:
     /// AssessmentTypeException for enumerated and verdict traces.
     TimedTrace_T Abs() const;
 
-    /// Negation; the most negative integer stays as it is. Throws AssessmentTypeException for
-    /// bool, unsigned and enumerated traces.
+    /// Negation; the most negative integer stays as it is. Throws AssessmentTypeException for bool
+    /// traces, with the tag of bool, and for unsigned and enumerated numeric ones. An enumerated
+    /// HalfFloat or fixed-point trace is negated and stays enumerated; a verdict has no negative
+    /// and throws std::runtime_error.
     TimedTrace_T UMinus() const;
     /// Negation of an unsigned trace: always throws AssessmentTypeException.
     [[noreturn]] TimedTrace_T UMinus(std::true_type isUnsigned) const;
