@@ -122,8 +122,9 @@ public:
     /// startTime; after the data a NO_RESULT sample lies one representable double after the last
     /// known time K, and another at endTime; data that reach endTime end with a sample at K.
     /// lastKnownTime of the result is the smaller of endTime and this trace's, and minus infinity
-    /// where the range holds no data at all; such a range gives NO_RESULT at startTime and, if it
-    /// is greater, at endTime. Throws AssessmentTypeException unless T is bool.
+    /// where the range holds no data at all; such a range gives two samples of NO_RESULT, at
+    /// startTime and at endTime, also where these are one time. Throws AssessmentTypeException
+    /// unless T is bool.
     TimedTrace_T<Verdict> convertToResult(const double& startTime, const double& endTime) const;
 
     /// The verdicts of a whole bool trace, without NO_RESULT. Throws AssessmentTypeException unless

@@ -20,16 +20,14 @@ TimedTrace_T<Verdict> verdictsOf(const TimedTrace_T<bool>& trace) {
     return verdicts;
 }
 
-// The limits of the range are marked with samples, also where the verdict does not change there;
-// push_back would merge those.
+// The limits of the range are marked with samples, also where the verdict does not change there
+// and where both are one time; push_back would merge or refuse those.
 void padToRange(TimedTrace_T<Verdict>& verdicts, double startTime, double endTime) {
     const Verdict noResult(resultEnum_t::NO_RESULT);
     auto& points = verdicts.points;
     if (points.empty()) {
         points.push_back({startTime, noResult});
-        if (endTime > startTime) {
-            points.push_back({endTime, noResult});
-        }
+        points.push_back({endTime, noResult});
         verdicts.lastKnownTime = -detail::infinity;
         return;
     }
