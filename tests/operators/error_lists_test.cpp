@@ -24,6 +24,11 @@ TEST(ErrorLists, OfBoolTraces) {
     EXPECT_EQ(twice.getErrorIntervalList(), (Intervals{{0, 3}, {4, 6}}));
     EXPECT_EQ(trace<bool>("").getErrorIntervalList(), Intervals{});
     EXPECT_EQ(TimedTrace_T<bool>(false).getErrorIntervalList(), (Intervals{{-infinity, infinity}}));
+    // They need no zero to compare with.
+    auto enumerated = flags;
+    enumerated.enumTypeName = "Switch";
+    EXPECT_EQ(enumerated.getErrorTimeList(), (Times{2}));
+    EXPECT_EQ(enumerated.getErrorIntervalList(), (Intervals{{2, 5}}));
 }
 
 TEST(ErrorLists, StopAtTheLastKnownTime) {

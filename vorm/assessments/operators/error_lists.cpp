@@ -42,14 +42,12 @@ template <class T, class List>
 List listFailures(const TimedTrace_T<T>& trace, List (*list)(const TimedTrace_T<bool>&)) {
     if constexpr (!std::is_arithmetic_v<T>) {
         throw AssessmentTypeException(trace.errorType());
+    } else if constexpr (std::is_same_v<T, bool>) {
+        return list(trace);
     } else {
         const TimedTrace_T<T> zero(T{});
         trace.throwExceptionIfEnum(zero, true);
-        if constexpr (std::is_same_v<T, bool>) {
-            return list(trace);
-        } else {
-            return list(trace.template combine<bool>(zero, ValueGreater()));
-        }
+        return list(trace.template combine<bool>(zero, ValueGreater()));
     }
 }
 

@@ -133,9 +133,9 @@ public:
 
     /// The times of the samples at which the trace begins to fail, also those after lastKnownTime.
     /// A bool trace fails where it is false, a numeric one where it is not greater than 0 (a NaN
-    /// is not). Throws AssessmentBinaryTypeException for an enumerated trace, since an enumeration
-    /// has no zero to compare with, and AssessmentTypeException for HalfFloat, fixed-point and
-    /// verdict traces. Linear.
+    /// is not). Throws AssessmentBinaryTypeException for an enumerated numeric trace, since an
+    /// enumeration has no zero to compare with, and AssessmentTypeException for HalfFloat,
+    /// fixed-point and verdict traces. Linear.
     std::vector<double> getErrorTimeList() const;
 
     /// The failing intervals {start, end} up to lastKnownTime, in time order; start is the first
