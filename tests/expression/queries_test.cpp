@@ -3,6 +3,7 @@
 
 #include <rapidcheck/gtest.h>
 
+#include <cmath>
 #include <set>
 
 namespace vorm::test {
@@ -167,6 +168,25 @@ TEST(ExpressionTimeExtent, LooksUpOnlySignalsAndIgnoresWindows) {
     EXPECT_EQ(first.firstStartTime(f.Plus(x, none)), -infinity);
     EXPECT_EQ(first.firstStartTime(one), infinity);
     EXPECT_EQ(last.lastKnownTime(one), -infinity);
+}
+
+TEST(ExpressionTimeExtent, IsNanWhereASignalHasANanForATime) {
+    ExpressionFactory f;
+    auto timeless = trace("");
+    timeless.push_back({nan, 1});
+    const Expression unknown = f.Variable("unknown", timeless);
+    const Expression x = f.Variable("x", trace("2:1", 10));
+    const Expression none = f.Variable("none");
+    const ExpressionFirstStartTimeVisitor first(f.getTraces());
+    const ExpressionLastKnownTimeVisitor last(f.getTraces());
+    for (const Expression& formula :
+         {unknown, f.Not(unknown), f.Plus(unknown, x), f.Plus(x, unknown), f.Plus(unknown, none),
+          f.Plus(f.Constant(1.0), unknown), f.Implies(x, f.Plus(unknown, x))}) {
+        EXPECT_TRUE(std::isnan(first.firstStartTime(formula))) << formula;
+        EXPECT_TRUE(std::isnan(last.lastKnownTime(formula))) << formula;
+        EXPECT_TRUE(std::isnan(boost::apply_visitor(first, formula))) << formula;
+        EXPECT_TRUE(std::isnan(boost::apply_visitor(last, formula))) << formula;
+    }
 }
 
 TEST(ExpressionChildren, AreShownInEvaluationOrder) {

@@ -5,8 +5,9 @@
 namespace vorm::assessments {
 
 /// The earliest start among a formula's signals that have a trace; plus infinity without one. A
-/// signal whose trace is empty or constant starts at minus infinity. Offsets and windows do not
-/// count, literals neither. Linear in the formula.
+/// signal whose trace is empty or constant starts at minus infinity; where one of them starts at
+/// NaN, so does the formula. Offsets and windows do not count, literals neither. Linear in the
+/// formula.
 class VORM_ASSESSMENTS_EXPORT ExpressionFirstStartTimeVisitor
     : public detail::TimeExtentVisitor<detail::EarliestStart> {
 public:

@@ -5,7 +5,8 @@
 namespace vorm::assessments {
 
 /// The latest last known time among a formula's signals that have a trace; minus infinity without
-/// one. Offsets and windows do not count, literals neither. Linear in the formula.
+/// one, and NaN where one of them is NaN. Offsets and windows do not count, literals neither.
+/// Linear in the formula.
 class VORM_ASSESSMENTS_EXPORT ExpressionLastKnownTimeVisitor
     : public detail::TimeExtentVisitor<detail::LatestKnown> {
 public:

@@ -1,22 +1,21 @@
 #include "time_extent_visitor.hpp"
 
 #include <vorm/assessments/expression/tree_walk.hpp>
+#include <vorm/assessments/operators/value_arithmetic.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
-
-#include <algorithm>
 
 namespace vorm::assessments::detail {
 
 struct EarliestStart {
     static constexpr double none = infinity;
     static double of(const TimedTrace& trace) { return trace.getStartTime(); }
-    static double united(double a, double b) { return std::min(a, b); }
+    static double united(double a, double b) { return Extremum<KeepSmaller>()(a, b); }
 };
 
 struct LatestKnown {
     static constexpr double none = -infinity;
     static double of(const TimedTrace& trace) { return trace.getLastKnownTime(); }
-    static double united(double a, double b) { return std::max(a, b); }
+    static double united(double a, double b) { return Extremum<KeepGreater>()(a, b); }
 };
 
 template <class End>
