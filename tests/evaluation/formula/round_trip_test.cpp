@@ -65,7 +65,7 @@ Expression anyOneOperand(const Leaves& leaves, std::size_t levels) {
 
 Expression anyTwoOperands(const Leaves& leaves, std::size_t levels) {
     ExpressionFactory factory;
-    using Operation = Expression (ExpressionFactory::*)(Expression, Expression) const;
+    using Operation = Expression (ExpressionFactory::*)(const Expression&, const Expression&) const;
     std::vector<Operation> operations{
         &ExpressionFactory::Plus, &ExpressionFactory::Minus, &ExpressionFactory::Multiply,
         &ExpressionFactory::Eq,   &ExpressionFactory::Neq,   &ExpressionFactory::Lt,

@@ -7,14 +7,6 @@
 namespace vorm::assessments {
 namespace {
 
-Expression unary(VORM_OP op, Expression& x, const char* label) {
-    return unary_op(op, std::move(x), label);
-}
-
-Expression binary(VORM_OP op, Expression& left, Expression& right, const char* label) {
-    return binary_op(op, std::move(left), std::move(right), label);
-}
-
 const char* nameOf(resultEnum_t verdict) {
     switch (verdict) {
         case resultEnum_t::PASS:
@@ -55,7 +47,11 @@ Expression ExpressionFactory::Variable(std::string name, boost::uuids::uuid id) 
     return variable(std::move(name), id);
 }
 
-Expression ExpressionFactory::Variable(std::string name, TimedTrace trace) {
+Expression ExpressionFactory::Variable(std::string name, const TimedTrace& trace) {
+    return Variable(std::move(name), TimedTrace(trace));
+}
+
+Expression ExpressionFactory::Variable(std::string name, TimedTrace&& trace) {
     Expression signal = Variable(std::move(name));
     traces_.insert_or_assign(signal, std::move(trace));
     return signal;
@@ -74,101 +70,100 @@ ExpressionFactory::Constant(T value, std::string name) {
                                                                             std::string name);
 #include <vorm/assessments/value_types.def>
 
-Expression ExpressionFactory::UnaryMinus(Expression x) const {
-    return unary(VORM_OP::UnaryMinus, x, "-");
+// Each operation twice: with operands that are copied, and with operands that are moved in.
+
+#define VORM_UNARY(Name, label)                                     \
+    Expression ExpressionFactory::Name(const Expression& x) const { \
+        return Name(Expression(x));                                 \
+    }                                                               \
+    Expression ExpressionFactory::Name(Expression&& x) const {      \
+        return unary_op(VORM_OP::Name, std::move(x), label);        \
+    }
+VORM_UNARY(UnaryMinus, "-")
+VORM_UNARY(Abs, "abs")
+VORM_UNARY(Slope, "slope")
+VORM_UNARY(Not, "~")
+#undef VORM_UNARY
+
+#define VORM_BINARY(Name, label)                                                                \
+    Expression ExpressionFactory::Name(const Expression& left, const Expression& right) const { \
+        return Name(Expression(left), Expression(right));                                       \
+    }                                                                                           \
+    Expression ExpressionFactory::Name(Expression&& left, Expression&& right) const {           \
+        return binary_op(VORM_OP::Name, std::move(left), std::move(right), label);              \
+    }
+VORM_BINARY(Plus, "+")
+VORM_BINARY(Minus, "-")
+VORM_BINARY(Multiply, "*")
+VORM_BINARY(Eq, "==")
+VORM_BINARY(Neq, "~=")
+VORM_BINARY(Lt, "<")
+VORM_BINARY(Leq, "<=")
+VORM_BINARY(Gt, ">")
+VORM_BINARY(Geq, ">=")
+VORM_BINARY(And, "&")
+VORM_BINARY(Or, "|")
+#undef VORM_BINARY
+
+#define VORM_TIMED(Name)                                                         \
+    Expression ExpressionFactory::Name(double time, const Expression& x) const { \
+        return Name(time, Expression(x));                                        \
+    }                                                                            \
+    Expression ExpressionFactory::Name(double time, Expression&& x) const {      \
+        return timed_unary_op(VORM_OP::Name, std::move(x), #Name, time);         \
+    }
+VORM_TIMED(Shift)
+VORM_TIMED(EpsilonShift)
+#undef VORM_TIMED
+
+#define VORM_WINDOWED(Name)                                                             \
+    Expression ExpressionFactory::Name(double a, double b, const Expression& x) const { \
+        return Name(a, b, Expression(x));                                               \
+    }                                                                                   \
+    Expression ExpressionFactory::Name(double a, double b, Expression&& x) const {      \
+        return timedwindow_unary_op(VORM_OP::Name, std::move(x), #Name, a, b);          \
+    }
+VORM_WINDOWED(Eventually)
+VORM_WINDOWED(Globally)
+#undef VORM_WINDOWED
+
+Expression ExpressionFactory::Until(const Expression& left, double a, double b,
+                                    const Expression& right) const {
+    return Until(Expression(left), a, b, Expression(right));
 }
 
-Expression ExpressionFactory::Abs(Expression x) const {
-    return unary(VORM_OP::Abs, x, "abs");
-}
-
-Expression ExpressionFactory::Slope(Expression x) const {
-    return unary(VORM_OP::Slope, x, "slope");
-}
-
-Expression ExpressionFactory::Not(Expression x) const {
-    return unary(VORM_OP::Not, x, "~");
-}
-
-Expression ExpressionFactory::Plus(Expression left, Expression right) const {
-    return binary(VORM_OP::Plus, left, right, "+");
-}
-
-Expression ExpressionFactory::Minus(Expression left, Expression right) const {
-    return binary(VORM_OP::Minus, left, right, "-");
-}
-
-Expression ExpressionFactory::Multiply(Expression left, Expression right) const {
-    return binary(VORM_OP::Multiply, left, right, "*");
-}
-
-Expression ExpressionFactory::Eq(Expression left, Expression right) const {
-    return binary(VORM_OP::Eq, left, right, "==");
-}
-
-Expression ExpressionFactory::Neq(Expression left, Expression right) const {
-    return binary(VORM_OP::Neq, left, right, "~=");
-}
-
-Expression ExpressionFactory::Lt(Expression left, Expression right) const {
-    return binary(VORM_OP::Lt, left, right, "<");
-}
-
-Expression ExpressionFactory::Leq(Expression left, Expression right) const {
-    return binary(VORM_OP::Leq, left, right, "<=");
-}
-
-Expression ExpressionFactory::Gt(Expression left, Expression right) const {
-    return binary(VORM_OP::Gt, left, right, ">");
-}
-
-Expression ExpressionFactory::Geq(Expression left, Expression right) const {
-    return binary(VORM_OP::Geq, left, right, ">=");
-}
-
-Expression ExpressionFactory::And(Expression left, Expression right) const {
-    return binary(VORM_OP::And, left, right, "&");
-}
-
-Expression ExpressionFactory::Or(Expression left, Expression right) const {
-    return binary(VORM_OP::Or, left, right, "|");
-}
-
-Expression ExpressionFactory::Eventually(double a, double b, Expression x) const {
-    return timedwindow_unary_op(VORM_OP::Eventually, std::move(x), "Eventually", a, b);
-}
-
-Expression ExpressionFactory::Globally(double a, double b, Expression x) const {
-    return timedwindow_unary_op(VORM_OP::Globally, std::move(x), "Globally", a, b);
-}
-
-Expression ExpressionFactory::Shift(double distance, Expression x) const {
-    return timed_unary_op(VORM_OP::Shift, std::move(x), "Shift", distance);
-}
-
-Expression ExpressionFactory::EpsilonShift(double direction, Expression x) const {
-    return timed_unary_op(VORM_OP::EpsilonShift, std::move(x), "EpsilonShift", direction);
-}
-
-Expression ExpressionFactory::Until(Expression left, double a, double b, Expression right) const {
+Expression ExpressionFactory::Until(Expression&& left, double a, double b,
+                                    Expression&& right) const {
     return timedwindow_binary_op(VORM_OP::Until, std::move(left), std::move(right), "Until", a, b);
 }
 
-Expression ExpressionFactory::Implies(Expression a, Expression b) const {
-    Expression body = Or(Not(a), b);
+Expression ExpressionFactory::Implies(const Expression& a, const Expression& b) const {
+    return Implies(Expression(a), Expression(b));
+}
+
+Expression ExpressionFactory::Implies(Expression&& a, Expression&& b) const {
+    Expression body = Or(Not(a), Expression(b));
     return alias(std::move(body), std::move(a), "->", std::move(b));
 }
 
-Expression ExpressionFactory::Rise(double threshold, double distance, Expression x) {
+Expression ExpressionFactory::Rise(double threshold, double distance, const Expression& x) {
+    return Rise(threshold, distance, Expression(x));
+}
+
+Expression ExpressionFactory::Rise(double threshold, double distance, Expression&& x) {
     Expression limit = Constant(threshold);
-    Expression body = Gt(Minus(Shift(distance, x), x), limit);
+    Expression body = Gt(Minus(Shift(distance, x), Expression(x)), Expression(limit));
     return alias(std::move(body), "(", std::move(x), " Rise [", 0, distance, "] ", std::move(limit),
                  ")");
 }
 
-Expression ExpressionFactory::Fall(double threshold, double distance, Expression x) {
+Expression ExpressionFactory::Fall(double threshold, double distance, const Expression& x) {
+    return Fall(threshold, distance, Expression(x));
+}
+
+Expression ExpressionFactory::Fall(double threshold, double distance, Expression&& x) {
     Expression limit = Constant(threshold);
-    Expression body = Gt(Minus(x, Shift(distance, x)), limit);
+    Expression body = Gt(Minus(Expression(x), Shift(distance, x)), Expression(limit));
     return alias(std::move(body), "(", std::move(x), " Fall [", 0, distance, "] ", std::move(limit),
                  ")");
 }

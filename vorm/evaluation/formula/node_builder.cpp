@@ -68,7 +68,7 @@ Expression binaryOf(VORM_OP op, Expression left, Expression right) {
 Expression edgeOf(bool rising, Expression p) {
     const ExpressionFactory factory;
     Expression before = factory.EpsilonShift(1, p);
-    Expression body = rising ? factory.And(p, factory.Not(std::move(before)))
+    Expression body = rising ? factory.And(Expression(p), factory.Not(std::move(before)))
                              : factory.And(factory.Not(p), std::move(before));
     return alias(std::move(body), rising ? "rise(" : "fall(", std::move(p), ")");
 }
@@ -76,9 +76,9 @@ Expression edgeOf(bool rising, Expression p) {
 Expression crossingOf(const SyntaxNode& node, Expression x, Expression limit) {
     const ExpressionFactory factory;
     Expression later = factory.Shift(node.a, x);
-    Expression difference =
-        node.rising ? factory.Minus(std::move(later), x) : factory.Minus(x, std::move(later));
-    Expression body = factory.Gt(std::move(difference), limit);
+    Expression difference = node.rising ? factory.Minus(std::move(later), Expression(x))
+                                        : factory.Minus(Expression(x), std::move(later));
+    Expression body = factory.Gt(std::move(difference), Expression(limit));
     return alias(std::move(body), "(", std::move(x), node.rising ? " Rise [" : " Fall [", 0, node.a,
                  "] ", std::move(limit), ")");
 }
