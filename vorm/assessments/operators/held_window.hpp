@@ -20,7 +20,7 @@ TimedPoint<T> slideHeld(typename TimedTrace_T<T>::Points::const_iterator begin,
                         double lastStart, const KeepFirst& keepFirst, TimedTrace_T<T>& result) {
     WindowCandidates<T, KeepFirst> window(begin, end, keepFirst);
     const double start = begin->time;
-    while (!window.allEntered() && window.entering().time - start <= width) {
+    while (!window.allEntered() && window.entering().time - width <= start) {
         window.enter();
     }
     const auto leaves = [&window] {

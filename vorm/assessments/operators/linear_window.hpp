@@ -11,9 +11,16 @@
 // All three are straight, so the result is linear, and its corners are the samples' times, those
 // times minus the width, and the meetings of a line with another line or with the best sample.
 // While the result stays level, nothing is written.
+//
+// Steps may be as steep as times allow. Two rules keep them, and the levels beside them, exact:
+// - The right end passes a sample at `its time - width`, rounded once. Samples that then lie at one
+//   time make the right end jump there. No value of it is taken where rounding moves it past the
+//   entering sample.
+// - Where lines meet, the time is rounded and the value is that of the flatter one: of a steep line
+//   the time is as good as known, and its value there is not.
 
 #include <vorm/assessments/operators/crossing.hpp>
-#include <vorm/assessments/operators/step_output.hpp>
+#include <vorm/assessments/operators/line_output.hpp>
 #include <vorm/assessments/operators/window_candidates.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 
@@ -40,12 +47,12 @@ public:
         while (true) {
             if (rises()) {
                 rise();
-            } else if (risesForEver()) {
-                bend(rightEndMeetsBest(), bestValue());
-                output_.slopeOn(window_.entered().derivative);
-                break;
             } else if (!window_.allEntered() && enterTime() <= bestTime()) {
                 window_.enter();
+            } else if (risesForEver()) {
+                output_.bend(rightEndMeetsBest(), bestValue());
+                output_.slopeOn(window_.entered().derivative);
+                break;
             } else if (bestTime() < lastStart_) {
                 fall();
             } else {
@@ -53,18 +60,20 @@ public:
             }
         }
         if (std::isfinite(lastStart_)) {
-            reach(lastStart_, bestValue());
+            output_.bend(lastStart_, bestValue());
         }
         output_.finish();
     }
 
 private:
+    using Point = TimedPoint<T>;
+
     T firstExtremum(double start) {
         window_.enter();
-        while (!window_.allEntered() && window_.entering().time - start <= width_) {
+        while (!window_.allEntered() && enterTime() <= start) {
             window_.enter();
         }
-        return better(bestValue(), window_.entered().valueAt(start + width_));
+        return restAt(start);
     }
 
     const T& better(const T& a, const T& b) const { return keepFirst_(a, b) ? a : b; }
@@ -72,6 +81,29 @@ private:
     double enterTime() const { return window_.entering().time - width_; }
     double bestTime() const { return window_.best().sample->time; }
     const T& bestValue() const { return window_.best().sample->value; }
+
+    // The right end as a line in the time of the left one, from the sample entered last on.
+    Point rightLine() const {
+        Point line = window_.entered();
+        line.time -= width_;
+        return line;
+    }
+
+    T rightEndAt(double time) const {
+        const T onLine = rightLine().valueAt(time);
+        if (window_.allEntered()) {
+            return onLine;
+        }
+        const T& next = window_.entering().value;
+        const bool isPast = time == enterTime() ||
+                            (keepFirst_(onLine, next) && keepFirst_(next, window_.entered().value));
+        return isPast ? next : onLine;
+    }
+
+    T restAt(double time) const {
+        const T rightEnd = rightEndAt(time);
+        return window_.empty() ? rightEnd : better(bestValue(), rightEnd);
+    }
 
     // Whether the result runs, or is about to run, along the right end to the entering sample.
     bool rises() const {
@@ -81,7 +113,7 @@ private:
 
     // Whether the result runs along the last slope of a trace that is known for ever.
     bool risesForEver() const {
-        const TimedPoint<T>& last = window_.entered();
+        const Point& last = window_.entered();
         return window_.allEntered() && std::isinf(lastStart_) &&
                !keepFirst_(last.value, last.valueAt(last.time + 1)) &&
                rightEndMeetsBest() <= bestTime();
@@ -90,13 +122,10 @@ private:
     void rise() {
         const double time = enterTime();
         if (!window_.empty()) {
-            // A rise too steep for the times there are still begins before it ends.
-            const bool isStep =
-                riseBegins() == time && !keepFirst_(bestValue(), window_.entering().value);
-            bend(isStep ? previousTime(time) : riseBegins(), bestValue());
+            output_.bend(riseBegins(), bestValue());
         }
         window_.enter();
-        reach(time, bestValue());
+        output_.knot(time, bestValue());
     }
 
     double riseBegins() const { return std::min(rightEndMeetsBest(), enterTime()); }
@@ -104,7 +133,7 @@ private:
     // When the right end, on its way from the sample entered last, is as good as the best sample.
     // The slope may be 0 or NaN; then it is so at once.
     double rightEndMeetsBest() const {
-        const TimedPoint<T>& from = window_.entered();
+        const Point& from = window_.entered();
         const double start = from.time - width_;
         const double rise = toDouble(bestValue()) - toDouble(from.value);
         const double meeting = start + rise / from.derivative;
@@ -113,9 +142,9 @@ private:
 
     // The left end leaves the best sample on the line to the next one.
     void fall() {
-        const TimedPoint<T>& line = *window_.best().sample;
-        const TimedPoint<T>* lineEnd = window_.best().next;
-        reach(line.time, line.value);
+        const Point& line = *window_.best().sample;
+        const Point* lineEnd = window_.best().next;
+        output_.knot(line.time, line.value);
         if (lineEnd == nullptr) {
             followForEver(line);
             return;
@@ -127,11 +156,12 @@ private:
             const bool enters = !window_.allEntered() && enterTime() <= fallEnds;
             const double to = enters ? enterTime() : fallEnds;
             const T leftEnd = to == lineEnd->time ? lineEnd->value : line.valueAt(to);
-            if (overtakes(line, leftEnd, from, to)) {
+            if (bestIsBetter(leftEnd) || rightEndIsBetter(leftEnd, to)) {
+                bendToRest(line, leftEnd, from, to);
                 return;
             }
             if (!enters) {
-                reach(to, leftEnd);
+                output_.knot(to, leftEnd);
                 return;
             }
             window_.enter();
@@ -139,91 +169,55 @@ private:
         }
     }
 
-    // Whether the rest of the window becomes better than the falling left end before `to`, where
-    // this is `leftEnd`; if so, the result bends there.
-    bool overtakes(const TimedPoint<T>& line, const T& leftEnd, double from, double to) {
-        const T rightEnd = rightEndAt(to);
-        const T rest = window_.empty() ? rightEnd : better(bestValue(), rightEnd);
-        if (keepFirst_(leftEnd, rest)) {
-            return false;
+    bool bestIsBetter(const T& leftEnd) const {
+        return !window_.empty() && !keepFirst_(leftEnd, bestValue());
+    }
+
+    // No sample that has entered is better than the best one. The right end, which comes from one
+    // of them, is therefore better only on its way to a sample that is.
+    bool rightEndIsBetter(const T& leftEnd, double time) const {
+        if (window_.allEntered()) {
+            return !keepFirst_(leftEnd, rightLine().valueAt(time));
         }
-        const Meeting right = meetsRightEnd(line, leftEnd, rightEnd, rest, from, to);
-        const double sampleMeets = meetsBest(line, leftEnd, from, to);
-        if (sampleMeets < to && sampleMeets <= right.time) {
-            bend(sampleMeets, bestValue());
-        } else if (right.time < to) {
-            bend(right.time, right.value);
+        return !keepFirst_(leftEnd, window_.entering().value) &&
+               (time == enterTime() || !keepFirst_(leftEnd, rightLine().valueAt(time)));
+    }
+
+    // Somewhere in [from, to] the rest of the window becomes better than the left end, which falls
+    // along this line and is `leftEnd` at `to`.
+    void bendToRest(const Point& line, const T& leftEnd, double from, double to) {
+        const Point right = rightLine();
+        const bool rightIsNan = isNan(rightEndAt(to));
+        const bool rightIsSteeper =
+            rightIsNan || std::fabs(line.derivative) <= std::fabs(right.derivative);
+        const double meetsBest =
+            bestIsBetter(leftEnd) ? within(from, timeAtBest(line), to) : infinity;
+        double meetsRight = infinity;
+        if (rightEndIsBetter(leftEnd, to)) {
+            meetsRight = rightIsNan ? from : within(from, meetingTime(line, right), to);
+        }
+        if (rightIsSteeper && meetsRight < meetsBest) {
+            output_.bend(meetsRight, meetsRight == to ? leftEnd : line.valueAt(meetsRight));
         } else {
-            if (right.isStep) {
-                // The right end steps past the left one at once; up to then that one counts.
-                bend(previousTime(to), line.valueAt(previousTime(to)));
-            }
-            bend(to, rest);
+            // At its sample the steeper line still counts.
+            const double meeting = std::min(meetsRight, meetsBest);
+            const double time = meeting > line.time ? meeting : nextTime(line.time);
+            output_.bend(time, rightIsSteeper ? bestValue() : restAt(time));
         }
-        return true;
     }
 
-    // Where the falling left end meets the right one.
-    struct Meeting {
-        double time = infinity;  // infinity where they do not
-        T value;
-        bool isStep = false;  // whether the right end passes the left one within one step of time
-    };
-
-    Meeting meetsRightEnd(const TimedPoint<T>& line, const T& leftEnd, const T& rightEnd,
-                          const T& rest, double from, double to) const {
-        if (keepFirst_(leftEnd, rightEnd)) {
-            return {infinity, rest};
-        }
-        TimedPoint<T> right = window_.entered();
-        right.time -= width_;
-        const bool leftIsSteeper = std::fabs(line.derivative) > std::fabs(right.derivative);
-        double time = isNan(rightEnd) ? from : within(from, meetingTime(line, right), to);
-        if (leftIsSteeper && time == from && from == output_.lastTime()) {
-            time = nextTime(from);
-        }
-        // The value on the flatter of the two, since the time is rounded.
-        return {time, (leftIsSteeper ? right : line).valueAt(time), !leftIsSteeper && time == to};
+    // When a falling line is as bad as the best sample.
+    double timeAtBest(const Point& line) const {
+        return line.time + (toDouble(bestValue()) - toDouble(line.value)) / line.derivative;
     }
 
-    // When the falling left end meets the best sample; infinity where it does not.
-    double meetsBest(const TimedPoint<T>& line, const T& leftEnd, double from, double to) const {
-        if (window_.empty() || keepFirst_(leftEnd, bestValue())) {
-            return infinity;
-        }
-        const double drop = toDouble(bestValue()) - toDouble(line.value);
-        const double time = within(from, line.time + drop / line.derivative, to);
-        return drop != 0 && time == from ? nextTime(from) : time;
-    }
-
-    T rightEndAt(double time) const {
-        const bool atSample = !window_.allEntered() && time == enterTime();
-        return atSample ? window_.entering().value : window_.entered().valueAt(time + width_);
-    }
-
-    // A falling line through a NaN meets nothing; the NaN is kept up to its end.
+    // A line through a NaN meets nothing; the NaN is kept up to its end.
     static double within(double from, double time, double to) {
         return time < to ? std::max(from, time) : to;
     }
 
-    // The result has this value at this time. Rounding can bring two such times together; the
-    // window then contains both values.
-    void reach(double time, const T& value) {
-        if (time > output_.lastTime() || keepFirst_(value, output_.lastValue())) {
-            output_.change(time, value);
-        }
-    }
-
-    // The result changes its slope. Rounding can move a meeting out of its place, in which case
-    // the neighbouring samples say it all.
-    void bend(double time, const T& value) {
-        if (time > output_.lastTime()) {
-            output_.change(time, value);
-        }
-    }
-
     // The last line of a trace that is known for ever falls for ever.
-    void followForEver(const TimedPoint<T>& line) {
+    void followForEver(const Point& line) {
         output_.slopeOn(line.derivative);
         lastStart_ = line.time;
     }
@@ -232,7 +226,7 @@ private:
     const double width_;
     double lastStart_;
     WindowCandidates<T, KeepFirst> window_;
-    StepOutput<T> output_;
+    LineOutput<T> output_;
 };
 
 }  // namespace vorm::assessments::detail

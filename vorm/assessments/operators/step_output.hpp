@@ -14,9 +14,6 @@ public:
     StepOutput(TimedTrace_T<T>& trace, double time, const T& value)
         : builder_(trace), pending_{time, value} {}
 
-    double lastTime() const { return pending_.time; }
-    const T& lastValue() const { return pending_.value; }
-
     /// From `time` on the value is `value`. A time that is not after the last one replaces the
     /// value there.
     void change(double time, const T& value) {
@@ -26,9 +23,6 @@ public:
         }
         pending_.value = value;
     }
-
-    /// From the last change on the value follows a slope.
-    void slopeOn(double derivative) { pending_.derivative = derivative; }
 
     /// Writes what is pending. Nothing may follow.
     void finish() { builder_.append(pending_); }
