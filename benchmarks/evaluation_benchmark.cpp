@@ -106,14 +106,14 @@ void addRequirement(Course course, std::size_t size) {
         requirement(factory, boost::get<variable>(xLeaf), boost::get<variable>(yLeaf));
     for (const auto& [meaning, meaningName] :
          {std::pair(evaluation::Meaning::Boolean, "bool"),
-          std::pair(evaluation::Meaning::Robustness, "robustness")}) {
+          std::pair(evaluation::Meaning::LeastRobustness, "robustness")}) {
         add("Requirement " + std::string(meaningName) + "/" + name(course) + "/library", size,
             [=, reading = meaning] {
                 auto results = evaluation::evaluate({{&formula, reading}}, lookup);
                 if (results[0].failure) {
                     std::rethrow_exception(results[0].failure);
                 }
-                return results[0].pieces;
+                return results[0];
             });
     }
     const std::string job = "Requirement bool/" + name(course);

@@ -101,7 +101,7 @@ double traceMegabytes(const Recording& recording) {
 class Evaluation {
 public:
     Evaluation(const AssessmentFile& file, const Recording& recording, unsigned jobs)
-        : jobs_(jobs) {
+        : jobs_(jobs), timeline_(recording.timeline) {
         for (const Signal& signal : recording.signals) {
             pieces_.emplace(signalId(signal.name), signal.pieces);
             signals_.push_back(&signal);
@@ -121,6 +121,7 @@ public:
         }
         EvaluationOptions options;
         options.jobs = jobs_;
+        options.timeline = timeline_;
         const auto lookup = [this](const assessments::variable& leaf) {
             return pieces_.at(leaf.id);
         };
@@ -130,13 +131,19 @@ public:
                 std::rethrow_exception(result.failure);
             }
             outcomes.emplace_back();
-            judge(*result.pieces, *knownRange(signals_), outcomes.back());
+            const Judgement judgement = judge(*result.truth, *knownRange(signals_));
+            outcomes.back().verdict = judgement.verdict;
+            for (const Span& failure : judgement.failures) {
+                outcomes.back().failures.push_back(
+                    {timeline_.timeAt(failure.start), timeline_.timeAt(failure.end)});
+            }
         }
         return outcomes;
     }
 
 private:
     unsigned jobs_;
+    Timeline timeline_;
     std::map<boost::uuids::uuid, SharedPieces> pieces_;
     std::vector<const Signal*> signals_;
     std::vector<Formula> formulas_;

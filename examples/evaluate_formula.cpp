@@ -23,7 +23,7 @@ int main() {
     const auto results =
         evaluation::evaluate({{&formula.tree}}, [&](const auto&) { return pieces; });
 
-    for (const assessments::TimedTrace& piece : *results[0].pieces) {
+    for (const assessments::TimedTrace& piece : evaluation::knownPieces(*results[0].truth)) {
         for (const auto& interval : piece.getErrorIntervalList()) {
             std::cout << "fails from " << interval.start << " s to " << interval.end << " s\n";
         }

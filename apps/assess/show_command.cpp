@@ -16,7 +16,9 @@ ExplanationStyle styleOf(const Options& options) {
     style.colours = wantsColours(options);
     style.mostIntervals = options.intervals.value_or(style.mostIntervals);
     style.mostValues = options.values.value_or(style.mostValues);
-    style.margin = options.margin;
+    if (options.margin) {
+        style.margin = vorm::evaluation::ExactTime::ofSeconds(*options.margin);
+    }
     return style;
 }
 

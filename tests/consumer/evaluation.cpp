@@ -27,7 +27,11 @@
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
-#include <vorm/evaluation/text/time_unit.hpp>
+#include <vorm/evaluation/time/exact_time.hpp>
+#include <vorm/evaluation/time/time_format.hpp>
+#include <vorm/evaluation/time/time_text.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <iostream>
 

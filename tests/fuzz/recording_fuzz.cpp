@@ -42,7 +42,7 @@ RecordingLayout layoutOf(std::uint8_t bits) {
         layout.time.format = "%Y-%m-%d %H:%M:%S";
     }
     if ((bits & 64U) != 0) {
-        layout.maxGap = 1.5;
+        layout.maxGap = ExactTime::ofSeconds(1.5);
     }
     if ((bits & 128U) != 0) {
         layout.longForm.emplace();

@@ -201,6 +201,22 @@ TEST(Window, EmptyAndConstantTracesStayAsTheyAre) {
 template <class T>
 class NanInTheWindow : public testing::Test {};
 using TypesWithNan = testing::Types<double, float, HalfFloat>;
+// Known for ever on both sides.
+TEST(Window, SlidesOverAllOfTime) {
+    TimedTrace_T<std::int8_t> steps(0);
+    for (const auto& [time, value] : {std::pair{2.0, 1}, {5.0, -1}, {6.0, 0}}) {
+        steps.push_back({time, static_cast<std::int8_t>(value)});
+    }
+    steps.lastKnownTime = infinity;
+    const auto expected = [](const std::string& samples) {
+        return trace<std::int8_t>(samples, infinity);
+    };
+    EXPECT_TRUE(same(steps.Eventually(0, 1), expected("-inf:0 1:1 5:0")));
+    EXPECT_TRUE(same(steps.Globally(0, 1), expected("-inf:0 2:1 4:-1 6:0")));
+    EXPECT_TRUE(same(steps.Globally(1, 3), expected("-inf:0 1:1 2:-1 5:0")));
+    EXPECT_TRUE(same(steps.Eventually(-3, -1), expected("-inf:0 3:1 8:0")));
+}
+
 TYPED_TEST_SUITE(NanInTheWindow, TypesWithNan);
 
 template <class T>

@@ -44,7 +44,7 @@ fast = "b > 3"
 name = "second"
 formula = "fast"
 from = "2 min"
-to = 200
+to = 200.000_000_000_000_000_01
 [[assessment]]
 name = "first"
 formula = "a == 'P'"
@@ -58,7 +58,7 @@ formula = "a == 'P'"
     EXPECT_EQ(file.layout.time.equalTimes, EqualTimes::Last);
     EXPECT_EQ(file.layout.longForm->nameColumn, "name");
     EXPECT_EQ(file.layout.longForm->valueColumn, "v");
-    EXPECT_EQ(file.layout.maxGap, 0.5);
+    EXPECT_EQ(file.layout.maxGap->text(), "0.5");
     ASSERT_EQ(file.layout.signals.size(), 3);
     EXPECT_EQ(file.layout.signals[0].column, "B") << "signals keep the order of the file";
     EXPECT_EQ(file.layout.signals[1].type->enumeration->members,
@@ -66,8 +66,8 @@ formula = "a == 'P'"
     EXPECT_EQ(file.layout.signals[1].where.line, 17);
     EXPECT_EQ(file.layout.signals[2].type->enumeration->name, "c");
     EXPECT_EQ(file.assessments[0].name, "second");
-    EXPECT_EQ(file.assessments[0].from, 120);
-    EXPECT_EQ(file.assessments[0].to, 200);
+    EXPECT_EQ(file.assessments[0].from->text(), "120");
+    EXPECT_EQ(file.assessments[0].to->text(), "200.00000000000000001");
     EXPECT_EQ(file.find("first").from, std::nullopt);
 }
 

@@ -30,7 +30,7 @@ SharedPieces signal(const assessments::variable& variable) {
 std::vector<std::string> blamed(const std::string& text, double time) {
     const auto formula = expressionOf(ParsedFormula(text));
     const auto truthOf = [](const assessments::Expression& tree) {
-        return evaluate({{&tree, Meaning::Boolean}}, signal).at(0).pieces;
+        return evaluate({{&tree, Meaning::Boolean}}, signal).at(0).truth;
     };
     std::vector<std::string> parts;
     for (const auto& part : detail::decidingParts(formula, time, truthOf)) {

@@ -1,4 +1,6 @@
 #include <vorm/evaluation/assessment/judgement.hpp>
+#include <vorm/evaluation/formula/formula.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <gtest/gtest.h>
 
@@ -22,37 +24,63 @@ TimedTrace_T<T> traceOf(INTERPOLATION_METHOD method,
     return trace;
 }
 
-TimedTrace_T<bool> truth(const std::vector<std::pair<double, bool>>& samples) {
-    return traceOf(INTERPOLATION_METHOD::ZOH, samples);
+// From each of the times on that value; open before.
+Truth truth(const std::vector<std::pair<double, int>>& steps) {
+    Truth result(std::int8_t{isOpen});
+    for (const auto& [time, value] : steps) {
+        result.push_back({time, static_cast<std::int8_t>(value)});
+    }
+    return result;
 }
 
-TEST(Judgement, HolesAreNeitherPassedNorFailed) {
-    const TracePieces pieces{truth({{0, true}, {2, false}, {3, true}, {4, true}}),
-                             truth({{6, false}, {7, false}}), truth({{9, true}, {10, true}})};
-    AssessmentOutcome outcome;
-    judge(pieces, {-1, 12}, outcome);
-    EXPECT_EQ(outcome.verdict, resultEnum_t::FAIL);
-    EXPECT_EQ(outcome.passed, 4);
-    EXPECT_EQ(outcome.failed, 2);
-    EXPECT_EQ(outcome.unknown, 7);
-    ASSERT_EQ(outcome.failures.size(), 2);
-    EXPECT_EQ(outcome.failures[1].start, 6);
-    EXPECT_EQ(outcome.failures[1].end, 7);
+std::string text(const std::vector<Span>& spans) {
+    std::string result;
+    for (const Span& span : spans) {
+        result += "[" + shortestNumber(span.start) + ", " + shortestNumber(span.end) + "] ";
+    }
+    return result;
 }
 
-TEST(Judgement, OnlyTheRangeCounts) {
-    const TracePieces pieces{truth({{0, false}, {2, true}, {5, false}, {6, false}})};
-    AssessmentOutcome inside;
-    judge(pieces, {2, 4}, inside);
-    EXPECT_EQ(inside.verdict, resultEnum_t::PASS);
-    EXPECT_EQ(inside.passed, 2);
-    AssessmentOutcome atItsEnd;
-    judge(pieces, {2, 5}, atItsEnd);
-    EXPECT_EQ(atItsEnd.verdict, resultEnum_t::FAIL) << "both ends belong to the range";
-    AssessmentOutcome outside;
-    judge(pieces, {7, 9}, outside);
-    EXPECT_EQ(outside.verdict, resultEnum_t::NO_RESULT);
-    EXPECT_EQ(outside.unknown, 2);
+TEST(Judgement, TellsFailingAndOpenSpansOfTheRangeAlone) {
+    const Truth mixed = truth({{0, 1}, {2, -1}, {3, 1}, {4, 0}, {6, -1}, {7, 0}, {9, 1}, {10, 0}});
+    struct Row {
+        TimeRange range;
+        resultEnum_t verdict;
+        const char* failures;
+        const char* open;
+    };
+    for (const Row& row : {
+             Row{{-1, 12}, resultEnum_t::FAIL, "[2, 3] [6, 7] ", "[-1, 0] [4, 6] [7, 9] [10, 12] "},
+             Row{{3, 5}, resultEnum_t::PASS, "", "[4, 5] "},
+             Row{{0, 1}, resultEnum_t::PASS, "", ""},
+             Row{{0, 2}, resultEnum_t::FAIL, "[2, 2] ", ""},
+             Row{{2.5, 2.5}, resultEnum_t::FAIL, "[2.5, 2.5] ", ""},
+             Row{{6.5, 8}, resultEnum_t::FAIL, "[6.5, 7] ", "[7, 8] "},
+             Row{{7, 8}, resultEnum_t::NO_RESULT, "", "[7, 8] "},
+             Row{{11, 11}, resultEnum_t::NO_RESULT, "", "[11, 11] "},
+         }) {
+        const Judgement judgement = judge(mixed, row.range);
+        EXPECT_EQ(judgement.verdict, row.verdict) << row.range.from;
+        EXPECT_EQ(text(judgement.failures), row.failures);
+        EXPECT_EQ(text(judgement.open), row.open);
+    }
+}
+
+TEST(Judgement, TriggersAreTheLeftSidesOfImplications) {
+    const auto trigger = [](const std::string& formula) {
+        const auto tree = expressionOf(ParsedFormula(formula));
+        const auto* left = triggerOf(tree);
+        return left == nullptr ? "none" : formulaText(*left);
+    };
+    EXPECT_EQ(trigger("a == 1 -> b == 1"), "a == 1");
+    EXPECT_EQ(trigger("always[0, 1](always[0, 2](a == 1 -> b == 1))"), "a == 1");
+    EXPECT_EQ(trigger("eventually[0, 1](a == 1 -> b == 1)"), "none");
+    EXPECT_EQ(trigger("a == 1 & b == 1"), "none");
+    EXPECT_EQ(trigger("~a == 1"), "none");
+    const Truth never = truth({{0, -1}, {5, 0}});
+    EXPECT_TRUE(isFalseThroughout(never, {0, 4}));
+    EXPECT_FALSE(isFalseThroughout(never, {0, 5})) << "it may still have come";
+    EXPECT_FALSE(isFalseThroughout(truth({{0, -1}, {2, 1}, {3, -1}}), {0, 5}));
 }
 
 TEST(Judgement, LeastValueIsThatOfTheWholeLine) {

@@ -14,11 +14,13 @@ namespace {
 
 using evaluation::evaluate;
 using evaluation::EvaluationResult;
+using evaluation::knownPieces;
 using evaluation::SharedPieces;
 using evaluation::TracePieces;
+using evaluation::Truth;
 
 constexpr auto boolean = evaluation::Meaning::Boolean;
-constexpr auto robustness = evaluation::Meaning::Robustness;
+constexpr auto least = evaluation::Meaning::LeastRobustness;
 
 class EvaluatorTest : public testing::Test {
 protected:
@@ -42,13 +44,19 @@ protected:
         return evaluate({{&formula, meaning}}, lookup())[0];
     }
 
-    TimedTrace only(const Expression& formula, evaluation::Meaning meaning = boolean) {
+    // Of truth the pieces in which it is known.
+    TracePieces pieces(const Expression& formula, evaluation::Meaning meaning = boolean) {
         const EvaluationResult result = evaluated(formula, meaning);
         if (result.failure) {
             std::rethrow_exception(result.failure);
         }
-        EXPECT_EQ(result.pieces->size(), 1U);
-        return result.pieces->front();
+        return result.truth ? knownPieces(*result.truth) : *result.pieces;
+    }
+
+    TimedTrace only(const Expression& formula, evaluation::Meaning meaning = boolean) {
+        const TracePieces all = pieces(formula, meaning);
+        EXPECT_EQ(all.size(), 1U) << formula;
+        return all.front();
     }
 
     // The texts of a failure's chain, the outermost first.
@@ -131,8 +139,8 @@ TEST_F(EvaluatorTest, EnumerationsCompareWithinTheirOwn) {
     const Expression drive = member("Mode", 2);
     EXPECT_TRUE(
         same(only(factory_.Eq(signal, drive)).get<bool>(), truth({{0, false}, {1, true}}, 3)));
-    EXPECT_TRUE(same(only(factory_.Neq(signal, drive), robustness).get<double>(),
-                     trace("0:inf 1:-inf", 3)));
+    const auto certainty = only(factory_.Neq(signal, drive), least).get<double>();
+    EXPECT_TRUE(same(certainty.extractWindow(0, 3, 0), trace("0:inf 1:-inf", 3)));
     EXPECT_TRUE(mentions(evaluated(factory_.Eq(signal, member("Gear", 2))), "'Mode' and 'Gear'"));
     EXPECT_TRUE(mentions(evaluated(factory_.Lt(signal, drive)), "'Mode'"));
     EXPECT_TRUE(mentions(evaluated(cast_op(signal, cast_op::castFlag<double>())), "'Mode'"));
@@ -176,7 +184,7 @@ TEST_F(EvaluatorTest, CastsOfLinesStayLinesOrAreRefused) {
     EXPECT_TRUE(same(only(cast<bool>(line)).get<bool>(),
                      truth({{0, true}, {1, false}, {after(1), true}}, 3)));
     EXPECT_TRUE(mentions(evaluated(cast<std::int32_t>(line)), "linearly interpolated"));
-    EXPECT_TRUE(mentions(evaluated(cast<std::int32_t>(noNumber)), "time 1.5"));
+    EXPECT_TRUE(mentions(evaluated(cast<std::int32_t>(noNumber)), "NaN at 1.5 s"));
     EXPECT_TRUE(mentions(evaluated(cast<Verdict>(line)), "double"));
 }
 
@@ -209,47 +217,124 @@ TEST_F(EvaluatorTest, BooleansAreCertainAlsoBesideLines) {
         {factory_.Globally(0, 1, factory_.Or(p, above)), {{0, -1}, {1.5, 0.5}, {2, infinity}}},
     };
     for (const Row& row : rows) {
-        const TimedTrace result = only(row.formula, robustness);
+        const TimedTrace result = only(row.formula, least);
         for (const auto& [time, value] : row.expected) {
             EXPECT_EQ(result.get<double>().valueAt(time), value) << row.formula << " at " << time;
         }
     }
 }
 
-TEST_F(EvaluatorTest, HolesEndWhatIsKnown) {
+using Spans = std::vector<std::pair<double, double>>;
+
+Spans spansOf(const TracePieces& pieces) {
+    Spans spans;
+    for (const TimedTrace& piece : pieces) {
+        spans.emplace_back(piece.getStartTime(), piece.getLastKnownTime());
+    }
+    return spans;
+}
+
+TEST_F(EvaluatorTest, NumbersAreKnownWhereAllTheyAreMadeOfIs) {
     const Expression x = add("x", trace("0:1", 10), trace("20:1 25:0", 30), trace("40:1", 41));
-    const Expression y = add("y", trace("0:0 22:2", 100));
-    const Expression limit = factory_.Constant(0.5);
-    const auto spans = [this](const Expression& formula) {
-        std::vector<std::pair<double, double>> found;
-        const SharedPieces pieces = evaluated(formula).pieces;
-        for (const TimedTrace& piece : *pieces) {
-            found.emplace_back(piece.getStartTime(), piece.getLastKnownTime());
-        }
-        return found;
-    };
-    using Spans = std::vector<std::pair<double, double>>;
-    const Expression high = factory_.Gt(x, limit);
-    EXPECT_EQ(spans(high), (Spans{{0, 10}, {20, 30}, {40, 41}}));
-    EXPECT_EQ(spans(factory_.Globally(0, 2, high)), (Spans{{0, 8}, {20, 28}}));
-    EXPECT_EQ(spans(factory_.Eventually(-2, 0, high)), (Spans{{2, 10}, {22, 30}}));
-    EXPECT_EQ(spans(factory_.Until(high, 0, 5, factory_.Gt(y, limit))), (Spans{{0, 5}, {20, 25}}));
+    const auto spans = [this](const Expression& formula) { return spansOf(pieces(formula)); };
+    EXPECT_EQ(spans(factory_.Globally(0, 2, x)), (Spans{{0, 8}, {20, 28}}));
+    EXPECT_EQ(spans(factory_.Eventually(-2, 0, x)), (Spans{{2, 10}, {22, 30}}));
+    EXPECT_EQ(spans(factory_.Eventually(1, 2, x)), (Spans{{-1, 8}, {19, 28}, {39, 39}}));
     EXPECT_EQ(spans(factory_.Shift(-5, x)), (Spans{{5, 15}, {25, 35}, {45, 46}}));
+    EXPECT_EQ(spans(factory_.Shift(5, x)), (Spans{{-5, 5}, {15, 25}, {35, 36}}));
     EXPECT_EQ(spans(factory_.EpsilonShift(-1, x)),
               (Spans{{0, before(10)}, {20, before(30)}, {40, before(41)}}));
 }
 
+// All times in one binade, where shifts of one representable time are exact.
+TEST_F(EvaluatorTest, TruthIsKnownWhereWhatIsKnownDecidesIt) {
+    const Expression p =
+        add("p", truth({{300, true}, {308, false}}, 310), truth({{320, true}}, 330));
+    const Expression q = add("q", truth({{300, false}, {322, true}}, 400));
+    struct Row {
+        const char* what;
+        Expression formula;
+        std::vector<TimedTrace_T<bool>> known;
+    };
+    const std::vector<Row> rows{
+        {"signal", p, {truth({{300, true}, {308, false}}, 310), truth({{320, true}}, 330)}},
+        {"and", factory_.And(p, q), {truth({{300, false}, {322, true}}, 330)}},
+        {"or",
+         factory_.Or(p, q),
+         {truth({{300, true}, {308, false}}, 310), truth({{320, true}}, 400)}},
+        {"always fails before the end",
+         factory_.Globally(0, 2, p),
+         {truth({{300, true}, {306, false}}, 310), truth({{320, true}}, 328)}},
+        {"eventually holds before the begin",
+         factory_.Eventually(1, 3, p),
+         {truth({{297, true}, {307, false}}, 307), truth({{317, true}}, 329)}},
+        {"a window of the past",
+         factory_.Globally(-2, 0, p),
+         {truth({{302, true}, {308, false}}, 312), truth({{322, true}}, 330)}},
+        {"shift",
+         factory_.Shift(5, p),
+         {truth({{295, true}, {303, false}}, 305), truth({{315, true}}, 325)}},
+        {"until broken, not reached, or reached",
+         factory_.Until(p, 0, 5, q),
+         {truth({{300, false}}, before(317)), truth({{320, true}}, 330)}},
+        {"just before",
+         factory_.EpsilonShift(1, p),
+         {truth({{300, true}, {after(308), false}}, 310), truth({{after(320), true}}, 330)}},
+        {"just after",
+         factory_.EpsilonShift(-1, p),
+         {truth({{300, true}, {before(308), false}}, before(310)),
+          truth({{320, true}}, before(330))}},
+        {"rise",
+         factory_.And(p, factory_.EpsilonShift(1, factory_.Not(p))),
+         {truth({{300, false}}, 310), truth({{after(320), false}}, 330)}},
+    };
+    for (const Row& row : rows) {
+        const TracePieces known = pieces(row.formula);
+        ASSERT_EQ(known.size(), row.known.size()) << row.what;
+        for (std::size_t i = 0; i < known.size(); ++i) {
+            EXPECT_TRUE(same(known[i].get<bool>(), row.known[i])) << row.what;
+        }
+    }
+}
+
+// Brake at 8, lamp off at 9, end at 10: with 3 s to come the lamp has failed for certain.
+TEST_F(EvaluatorTest, AViolationInTheLastWindowIsOne) {
+    const Expression brake = add("brake", truth({{0, false}, {8, true}}, 10));
+    const Expression lamp = add("lamp", truth({{0, true}, {9, false}}, 10));
+    const Expression pressed = factory_.And(brake, factory_.EpsilonShift(1, factory_.Not(brake)));
+    const auto responds = [&](const Expression& response) {
+        return pieces(factory_.Implies(pressed, response));
+    };
+    EXPECT_TRUE(same(responds(factory_.Globally(0, 3, lamp)).front().get<bool>(),
+                     truth({{0, true}, {8, false}, {after(8), true}}, 10)));
+    EXPECT_TRUE(same(responds(factory_.Eventually(0, 3, lamp)).front().get<bool>(),
+                     truth({{-3, true}}, 10)));
+    const TracePieces open = responds(factory_.Globally(0, 3, brake));
+    EXPECT_EQ(spansOf(open), (Spans{{0, before(8)}, {after(8), 10}})) << "else it holds";
+}
+
+TEST_F(EvaluatorTest, WithoutSamplesTruthIsOpenAndNumbersAreNowhere) {
+    const Expression none = add("none");
+    const Expression p = add("p", truth({{0, false}}, 5));
+    EXPECT_TRUE(same(*evaluated(none).truth, Truth(0)));
+    EXPECT_TRUE(evaluated(none).pieces->empty());
+    EXPECT_TRUE(same(*evaluated(factory_.Gt(none, factory_.Constant(1.0))).truth, Truth(0)));
+    EXPECT_TRUE(same(only(factory_.And(none, p)).get<bool>(), truth({{0, false}}, 5)));
+}
+
 // Whether the condition holds after its end is not known, so that no goal after it counts.
-TEST_F(EvaluatorTest, UntilEndsWithItsCondition) {
+TEST_F(EvaluatorTest, UntilIsOpenWhereItsConditionDecidesAndIsNot) {
     const Expression p = add("p", truth({{0, true}}, 10));
     const Expression q = add("q", truth({{0, false}, {12, true}}, 20));
-    EXPECT_TRUE(same(only(factory_.Until(p, 0, 3, q)).get<bool>(), truth({{0, false}}, 7)));
+    const TracePieces known = pieces(factory_.Until(p, 0, 3, q));
+    ASSERT_EQ(known.size(), 1U);
+    EXPECT_TRUE(same(known[0].get<bool>(), truth({{0, false}}, before(9))));
 }
 
 TEST_F(EvaluatorTest, SignalsAreSharedAndConstantsStayConstant) {
     const Expression x = add("x", trace("0:1 1:2", 3));
     EXPECT_EQ(evaluated(x).pieces, signals_.begin()->second);
-    EXPECT_EQ(evaluated(x, robustness).pieces, signals_.begin()->second);
+    EXPECT_EQ(evaluated(x, least).pieces, signals_.begin()->second);
     const Expression sum = factory_.Plus(factory_.Constant(1.0), factory_.Constant(2.0));
     EXPECT_TRUE(same(only(factory_.Globally(0, 5, sum)).get<double>(), TimedTrace_T<double>(3.0)));
 }
@@ -270,12 +355,12 @@ TEST_F(EvaluatorTest, EachSubFormulaIsEvaluatedOnceForEachMeaning) {
                                                     EXPECT_EQ(total, 11U);
                                                 }};
     const auto results =
-        evaluate({{&first, boolean}, {&second, boolean}, {&second, robustness}}, lookup(), options);
+        evaluate({{&first, boolean}, {&second, boolean}, {&second, least}}, lookup(), options);
     EXPECT_EQ(lookups_, 1U);
     EXPECT_EQ(done.size(), 11U);
     EXPECT_EQ(done.back(), 11U);
-    EXPECT_EQ(results[0].pieces, results[1].pieces);
-    EXPECT_NE(results[0].pieces, results[2].pieces);
+    EXPECT_EQ(results[0].truth, results[1].truth);
+    EXPECT_FALSE(results[2].truth);
 }
 
 TEST_F(EvaluatorTest, ResultsAreFreedAfterTheirLastUser) {
@@ -322,9 +407,9 @@ TEST_F(EvaluatorTest, FailuresNameTheWayToTheFault) {
     const Expression shown = factory_.Implies(p, factory_.Gt(clash, factory_.Constant(1.0)));
     const Expression sound = factory_.Not(p);
     for (const unsigned jobs : {1U, 4U}) {
-        const auto results = evaluate(
-            {{&shown, boolean}, {&sound, boolean}, {&clash, boolean}, {&shown, robustness}},
-            lookup(), {jobs, {}});
+        const auto results =
+            evaluate({{&shown, boolean}, {&sound, boolean}, {&clash, boolean}, {&shown, least}},
+                     lookup(), {jobs, {}});
         const std::vector<std::string> names = chain(results[0]);
         ASSERT_EQ(names.size(), 4U);
         EXPECT_EQ(names[0], to_string(shown));
@@ -353,13 +438,13 @@ TEST_F(EvaluatorTest, FailuresOfDeepFormulasKeepTheirEnds) {
 TEST_F(EvaluatorTest, RefusesWhatHasNoMeaning) {
     const Expression x = add("x", trace("0:1 1:2", 3));
     const Expression line = add("line", trace(linear, "0:1 1:2", 3));
-    const Expression high = factory_.Gt(line, factory_.Constant(1.0));
     const Expression unknown = signal(99, "unknown");
     EXPECT_TRUE(mentions(evaluated(nilClass()), "no formula"));
     EXPECT_TRUE(mentions(evaluated(factory_.Multiply(x, line)), "multiplication by constant"));
     EXPECT_TRUE(mentions(evaluated(unary_op(VORM_OP::And, x, "odd")), "'odd'"));
     EXPECT_TRUE(mentions(evaluated(factory_.Slope(x)), "Slope"));
-    EXPECT_TRUE(mentions(evaluated(factory_.Until(high, 0, 1, high), robustness), "held signals"));
+    EXPECT_TRUE(mentions(evaluated(factory_.Not(x)), "'double'"));
+    EXPECT_TRUE(mentions(evaluated(factory_.Until(x, 0, 1, x)), "'double'"));
     EXPECT_EQ(chain(evaluated(factory_.Not(unknown)))[1], "unknown99");
 }
 

@@ -119,7 +119,7 @@ public:
             case 7:
                 return factory_.Globally(-b, -a, deeper());
             case 8:
-                return until(a, b, levels - 1);
+                return factory_.Until(deeper(), a, b, deeper());
             case 9:
                 return factory_.Eventually(a, b, deeper());
             default:
@@ -129,13 +129,6 @@ public:
 
 private:
     Expression anySignal(Quality quality) { return signalOf(quality, anyIndex(2)); }
-
-    // Without edges: until tells a representable step after an edge from the interval after it.
-    Expression until(double a, double b, std::size_t levels) {
-        FormulaGrower operands(*this);
-        operands.with_.edges = false;
-        return factory_.Until(operands.truth(levels), a, b, operands.truth(levels));
-    }
 
     Expression edge() {
         const Expression p = anySignal(Quality::Truth);

@@ -14,12 +14,17 @@
 #include <cmath>
 #include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace vorm::test {
 
 inline constexpr int slotsPerUnit = 64;
 inline constexpr int alwaysSlot = 1'000'000;  // where constants end
+
+// What courses tabulate: all slots on which anything happens; beyond nothing changes any more.
+inline constexpr int firstSlot = 1060 * slotsPerUnit;
+inline constexpr int lastSlot = 1170 * slotsPerUnit;
 
 inline double timeOf(int slot) {
     return static_cast<double>(slot) / slotsPerUnit;
@@ -57,16 +62,44 @@ inline SlotPiece constantPiece(double value) {
     return {-alwaysSlot, alwaysSlot, {value}, true};
 }
 
-class SlotOracle : public boost::static_visitor<SlotPieces> {
+inline std::optional<double> numberAt(const SlotPieces& pieces, int slot) {
+    for (const SlotPiece& piece : pieces) {
+        if (piece.first <= slot && slot <= piece.last) {
+            return piece.at(slot);
+        }
+    }
+    return std::nullopt;
+}
+
+/// Truth or robustness on all slots: -1, 0 and 1 are false, open and true.
+class Course {
 public:
-    SlotOracle(const std::map<boost::uuids::uuid, SlotPieces>& signals, evaluation::Meaning meaning)
-        : signals_(signals), robust_(meaning == evaluation::Meaning::Robustness) {}
+    template <class Function>
+    explicit Course(Function value) {
+        for (int slot = firstSlot; slot <= lastSlot; ++slot) {
+            values_.push_back(value(slot));
+        }
+    }
+
+    double at(int slot) const {
+        return values_[static_cast<std::size_t>(std::clamp(slot, firstSlot, lastSlot) - firstSlot)];
+    }
+
+private:
+    std::vector<double> values_;
+};
+
+/// The numbers that terms have.
+class SlotNumbers : public boost::static_visitor<SlotPieces> {
+public:
+    using Signals = std::map<boost::uuids::uuid, SlotPieces>;
+
+    explicit SlotNumbers(const Signals& signals) : signals_(signals) {}
 
     SlotPieces of(const Expression& formula) const { return boost::apply_visitor(*this, formula); }
 
     SlotPieces operator()(const constantValue& node) const {
-        const auto* truth = boost::get<bool>(&node.value);
-        const double value = boost::apply_visitor(
+        return {constantPiece(boost::apply_visitor(
             []<class T>(const T& typed) {
                 if constexpr (std::is_convertible_v<T, double>) {
                     return static_cast<double>(typed);
@@ -74,19 +107,13 @@ public:
                     return nan;
                 }
             },
-            node.value);
-        return {constantPiece(truth != nullptr ? certainty(value) : value)};
+            node.value))};
     }
-    SlotPieces operator()(const variable& node) const {
-        SlotPieces pieces = signals_.at(node.id);
-        const bool isTruth = node.name[0] == 'p';
-        return isTruth ? mapped(pieces, [this](double x) { return certainty(x); }) : pieces;
-    }
+    SlotPieces operator()(const variable& node) const { return signals_.at(node.id); }
+    SlotPieces operator()(const cast_op& node) const { return of(node.child); }
     SlotPieces operator()(const unary_op& node) const {
-        const SlotPieces x = node.op == VORM_OP::Not ? of(node.child) : term(node.child);
+        const SlotPieces x = of(node.child);
         switch (node.op) {
-            case VORM_OP::Not:
-                return mapped(x, [this](double v) { return robust_ ? -v : 1 - v; });
             case VORM_OP::Abs:
                 return mapped(x, [](double v) { return std::fabs(v); });
             case VORM_OP::UnaryMinus:
@@ -95,18 +122,9 @@ public:
                 return slopes(x);
         }
     }
-    SlotPieces operator()(const cast_op& node) const {
-        const bool toBool = node.target.which() == int{valueTypeIndex<bool>};
-        return mapped(term(node.child),
-                      [&](double v) { return toBool ? certainty(v != 0 ? 1 : 0) : v; });
-    }
     SlotPieces operator()(const timed_unary_op& node) const {
-        const SlotPieces x = of(node.child);
-        if (node.op == VORM_OP::EpsilonShift) {
-            return neighbours(x, node.offset >= 0 ? -1 : 1);
-        }
         const int delay = slotOf(node.offset);
-        return windowed(x, delay, delay, [](double, double next) { return next; });
+        return windowed(of(node.child), delay, delay, [](double, double next) { return next; });
     }
     SlotPieces operator()(const timedwindow_unary_op& node) const {
         const bool greatest = node.op == VORM_OP::Eventually;
@@ -114,77 +132,17 @@ public:
             return greatest ? std::max(a, b) : std::min(a, b);
         });
     }
-    SlotPieces operator()(const timedwindow_binary_op& node) const {
-        return paired(of(node.lhs), of(node.rhs), [&](const SlotPiece& phi, const SlotPiece& psi) {
-            return until(phi, psi, slotOf(node.a), slotOf(node.b));
+    SlotPieces operator()(const binary_op& node) const {
+        return paired(of(node.lhs), of(node.rhs), [&](double a, double b) {
+            return node.op == VORM_OP::Plus ? a + b : node.op == VORM_OP::Minus ? a - b : a * b;
         });
     }
-    SlotPieces operator()(const binary_op& node) const {
-        switch (node.op) {
-            case VORM_OP::And:
-                return pointwise(of(node.lhs), of(node.rhs),
-                                 [](double a, double b) { return std::min(a, b); });
-            case VORM_OP::Or:
-                return pointwise(of(node.lhs), of(node.rhs),
-                                 [](double a, double b) { return std::max(a, b); });
-            default:
-                return pointwise(term(node.lhs), term(node.rhs), [&](double a, double b) {
-                    return robust_ ? distance(node.op, a, b) : relation(node.op, a, b);
-                });
-        }
+    template <class Node>
+    SlotPieces operator()(const Node&) const {
+        return {};
     }
-    SlotPieces operator()(const alias& node) const { return of(node.body); }
-    SlotPieces operator()(const nilClass&) const { return {}; }
 
 private:
-    double certainty(double truth) const {
-        return !robust_ ? truth : truth != 0 ? infinity : -infinity;
-    }
-
-    SlotPieces term(const Expression& formula) const {
-        return SlotOracle(signals_, evaluation::Meaning::Boolean).of(formula);
-    }
-
-    static double relation(VORM_OP op, double a, double b) {
-        switch (op) {
-            case VORM_OP::Plus:
-                return a + b;
-            case VORM_OP::Minus:
-                return a - b;
-            case VORM_OP::Multiply:
-                return a * b;
-            case VORM_OP::Gt:
-                return a > b;
-            case VORM_OP::Geq:
-                return a >= b;
-            case VORM_OP::Lt:
-                return a < b;
-            case VORM_OP::Leq:
-                return a <= b;
-            case VORM_OP::Eq:
-                return a == b;
-            default:
-                return a != b;
-        }
-    }
-
-    static double distance(VORM_OP op, double a, double b) {
-        switch (op) {
-            case VORM_OP::Gt:
-            case VORM_OP::Geq:
-                return a - b;
-            case VORM_OP::Lt:
-            case VORM_OP::Leq:
-                return b - a;
-            case VORM_OP::Eq:
-                return -std::fabs(a - b);
-            case VORM_OP::Neq:
-                return std::fabs(a - b);
-            default:
-                return relation(op, a, b);
-        }
-    }
-
     template <class Function>
     static SlotPieces mapped(SlotPieces pieces, Function function) {
         for (SlotPiece& piece : pieces) {
@@ -206,19 +164,6 @@ private:
         return dropEmpty(result);
     }
 
-    // At each instant what the interval before (-1) or after (1) it says.
-    static SlotPieces neighbours(const SlotPieces& pieces, int side) {
-        SlotPieces result;
-        for (const SlotPiece& x : pieces) {
-            const int last = side > 0 && !isInterval(x.last) ? x.last - 1 : x.last;
-            result.push_back(x.isConstant ? x : tabulated(x.first, last, [&](int slot) {
-                const bool stays = isInterval(slot) || (side < 0 && slot == x.first);
-                return x.at(stays ? slot : slot + side);
-            }));
-        }
-        return dropEmpty(result);
-    }
-
     template <class Fold>
     static SlotPieces windowed(const SlotPieces& pieces, int a, int b, Fold fold) {
         SlotPieces result;
@@ -230,59 +175,26 @@ private:
                 }
                 return folded;
             };
-            result.push_back(
-                x.isConstant ? x : tabulated(std::max(x.first, x.first - a), x.last - b, value));
-        }
-        return dropEmpty(result);
-    }
-
-    // psi at some time from a to b ahead; until then phi, and in any case up to a ahead.
-    static SlotPiece until(const SlotPiece& phi, const SlotPiece& psi, int a, int b) {
-        if (phi.isConstant && psi.isConstant) {
-            return constantPiece(std::min(phi.values[0], psi.values[0]));
-        }
-        const int last = psi.isConstant ? phi.last - a : std::min(phi.last, psi.last) - b;
-        return tabulated(std::max(phi.first, psi.first), last, [&](int slot) {
-            double best = -infinity;
-            double least = phi.at(slot);
-            for (int seen = slot; seen <= slot + a; ++seen) {
-                least = std::min(least, phi.at(seen));
-            }
-            const int farthest = psi.isConstant ? slot + a : slot + b;
-            for (int goal = slot + a; goal <= farthest; ++goal) {
-                if (isInterval(goal)) {
-                    least = std::min(least, phi.at(goal));
-                }
-                best = std::max(best, std::min(psi.at(goal), least));
-                least = std::min(least, phi.at(goal));
-            }
-            return best;
-        });
-    }
-
-    template <class Combine>
-    static SlotPieces paired(const SlotPieces& left, const SlotPieces& right, Combine combine) {
-        SlotPieces result;
-        for (const SlotPiece& l : left) {
-            for (const SlotPiece& r : right) {
-                if (l.first <= r.last && r.first <= l.last) {
-                    result.push_back(combine(l, r));
-                }
-            }
+            result.push_back(x.isConstant ? x : tabulated(x.first - a, x.last - b, value));
         }
         return dropEmpty(result);
     }
 
     template <class Function>
-    static SlotPieces pointwise(const SlotPieces& left, const SlotPieces& right,
-                                Function function) {
-        return paired(left, right, [&](const SlotPiece& l, const SlotPiece& r) {
-            if (l.isConstant && r.isConstant) {
-                return constantPiece(function(l.values[0], r.values[0]));
+    static SlotPieces paired(const SlotPieces& left, const SlotPieces& right, Function function) {
+        SlotPieces result;
+        for (const SlotPiece& l : left) {
+            for (const SlotPiece& r : right) {
+                if (l.isConstant && r.isConstant) {
+                    result.push_back(constantPiece(function(l.values[0], r.values[0])));
+                } else {
+                    result.push_back(
+                        tabulated(std::max(l.first, r.first), std::min(l.last, r.last),
+                                  [&](int slot) { return function(l.at(slot), r.at(slot)); }));
+                }
             }
-            return tabulated(std::max(l.first, r.first), std::min(l.last, r.last),
-                             [&](int slot) { return function(l.at(slot), r.at(slot)); });
-        });
+        }
+        return dropEmpty(result);
     }
 
     static SlotPieces dropEmpty(SlotPieces pieces) {
@@ -290,8 +202,151 @@ private:
         return pieces;
     }
 
-    const std::map<boost::uuids::uuid, SlotPieces>& signals_;
-    bool robust_;
+    const Signals& signals_;
+};
+
+/// The truth or the robustness of formulas.
+class SlotOracle : public boost::static_visitor<Course> {
+public:
+    using Meaning = evaluation::Meaning;
+
+    SlotOracle(const SlotNumbers::Signals& signals, Meaning meaning)
+        : signals_(signals),
+          meaning_(meaning),
+          certain_(meaning == Meaning::Boolean ? 1 : infinity),
+          open_(meaning == Meaning::Boolean           ? 0
+                : meaning == Meaning::LeastRobustness ? -infinity
+                                                      : infinity) {}
+
+    Course of(const Expression& formula) const { return boost::apply_visitor(*this, formula); }
+
+    Course operator()(const constantValue& node) const { return isNotZero(node); }
+    Course operator()(const variable& node) const { return isNotZero(node); }
+    Course operator()(const cast_op& node) const { return isNotZero(node.child); }
+    Course operator()(const alias& node) const { return of(node.body); }
+    Course operator()(const nilClass&) const { return isNotZero(nilClass()); }
+    Course operator()(const unary_op& node) const {
+        const Meaning opposite = meaning_ == Meaning::LeastRobustness ? Meaning::GreatestRobustness
+                                 : meaning_ == Meaning::GreatestRobustness
+                                     ? Meaning::LeastRobustness
+                                     : meaning_;
+        const Course x = SlotOracle(signals_, opposite).of(node.child);
+        return Course([&](int slot) { return -x.at(slot); });
+    }
+    Course operator()(const timed_unary_op& node) const {
+        const Course x = of(node.child);
+        if (node.op == VORM_OP::Shift) {
+            return Course([&](int slot) { return x.at(slot + slotOf(node.offset)); });
+        }
+        // At each instant what the interval before or after it says, where the instant is known;
+        // at the first one that is known what it says itself.
+        const int side = node.offset >= 0 ? -1 : 1;
+        const Course truth = SlotOracle(signals_, Meaning::Boolean).of(node.child);
+        int first = firstSlot;
+        while (first < lastSlot && truth.at(first) == 0) {
+            ++first;
+        }
+        return Course([&](int slot) {
+            const bool stays = isInterval(slot) || (side < 0 && slot == first);
+            return x.at(stays ? slot : slot + side);
+        });
+    }
+    Course operator()(const timedwindow_unary_op& node) const {
+        const Course x = of(node.child);
+        const double sign = node.op == VORM_OP::Eventually ? 1 : -1;
+        return Course([&](int slot) {
+            double best = -infinity;
+            for (int seen = slot + slotOf(node.a); seen <= slot + slotOf(node.b); ++seen) {
+                best = std::max(best, sign * x.at(seen));
+            }
+            return sign * best;
+        });
+    }
+    // The goal at some time from a to b ahead; until then the condition, and in any case up to a
+    // ahead. In an interval the goal can be reached at its first time.
+    Course operator()(const timedwindow_binary_op& node) const {
+        const Course condition = of(node.lhs);
+        const Course goal = of(node.rhs);
+        return Course([&](int slot) {
+            const int earliest = slot + slotOf(node.a);
+            double least = infinity;
+            for (int seen = slot; seen <= earliest; ++seen) {
+                least = std::min(least, condition.at(seen));
+            }
+            double best = std::min(least, goal.at(earliest));
+            for (int seen = earliest + 1; seen <= slot + slotOf(node.b); ++seen) {
+                best = std::max(best, std::min(least, goal.at(seen)));
+                least = std::min(least, condition.at(seen));
+            }
+            return best;
+        });
+    }
+    Course operator()(const binary_op& node) const {
+        if (node.op == VORM_OP::And || node.op == VORM_OP::Or) {
+            const Course l = of(node.lhs);
+            const Course r = of(node.rhs);
+            const bool isAnd = node.op == VORM_OP::And;
+            return Course([&](int slot) {
+                return isAnd ? std::min(l.at(slot), r.at(slot)) : std::max(l.at(slot), r.at(slot));
+            });
+        }
+        const SlotPieces l = SlotNumbers(signals_).of(node.lhs);
+        const SlotPieces r = SlotNumbers(signals_).of(node.rhs);
+        return Course([&](int slot) {
+            const auto a = numberAt(l, slot);
+            const auto b = numberAt(r, slot);
+            return a && b ? compared(node.op, *a, *b) : open_;
+        });
+    }
+
+private:
+    Course isNotZero(const Expression& term) const {
+        const SlotPieces x = SlotNumbers(signals_).of(term);
+        return Course([&](int slot) {
+            const auto value = numberAt(x, slot);
+            return !value ? open_ : *value != 0 ? certain_ : -certain_;
+        });
+    }
+
+    double compared(VORM_OP op, double a, double b) const {
+        if (meaning_ == Meaning::Boolean) {
+            return relation(op, a, b) ? 1 : -1;
+        }
+        switch (op) {
+            case VORM_OP::Gt:
+            case VORM_OP::Geq:
+                return a - b;
+            case VORM_OP::Lt:
+            case VORM_OP::Leq:
+                return b - a;
+            case VORM_OP::Eq:
+                return -std::fabs(a - b);
+            default:
+                return std::fabs(a - b);
+        }
+    }
+
+    static bool relation(VORM_OP op, double a, double b) {
+        switch (op) {
+            case VORM_OP::Gt:
+                return a > b;
+            case VORM_OP::Geq:
+                return a >= b;
+            case VORM_OP::Lt:
+                return a < b;
+            case VORM_OP::Leq:
+                return a <= b;
+            case VORM_OP::Eq:
+                return a == b;
+            default:
+                return a != b;
+        }
+    }
+
+    const SlotNumbers::Signals& signals_;
+    Meaning meaning_;
+    double certain_;
+    double open_;
 };
 
 }  // namespace vorm::test

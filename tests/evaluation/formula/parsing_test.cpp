@@ -26,12 +26,12 @@ void expectSame(const std::vector<Reading>& readings) {
 
 TEST(Parsing, SpellingsOfOneOperatorAreTheSame) {
     expectSame({
-        {"G[0,1] p", "Globally[0,1](p)"},
-        {"always [ 0 , 1 ] (p)", "Globally[0,1](p)"},
-        {"F[0,1]p", "Eventually[0,1](p)"},
-        {"eventually[0,1](p)", "Eventually[0,1](p)"},
-        {"p U[0,2] q", "p Until[0,2] q"},
-        {"p until[0,2] q", "p Until[0,2] q"},
+        {"G[0,1] p", "Globally[0, 1 s](p)"},
+        {"always [ 0 , 1 ] (p)", "Globally[0, 1 s](p)"},
+        {"F[0,1]p", "Eventually[0, 1 s](p)"},
+        {"eventually[0,1](p)", "Eventually[0, 1 s](p)"},
+        {"p U[0,2] q", "p Until[0, 2 s] q"},
+        {"p until[0,2] q", "p Until[0, 2 s] q"},
         {"p implies q", "p -> q"},
         {"p or q", "p | q"},
         {"p||q", "p | q"},
@@ -49,31 +49,31 @@ TEST(Parsing, TighterOperatorsComeFirst) {
         {"p -> q -> r", "p -> (q -> r)"},
         {"p | q & r", "p | (q & r)"},
         {"p & q | r -> s", "((p & q) | r) -> s"},
-        {"p U[0,1] q & r", "(p Until[0,1] q) & r"},
-        {"x < y U[0,1] p", "(x < y) Until[0,1] p"},
+        {"p U[0,1] q & r", "(p Until[0, 1 s] q) & r"},
+        {"x < y U[0,1] p", "(x < y) Until[0, 1 s] p"},
         {"x - y - z + 1", "x - y - z + 1"},
         {"x - (y - z)", "x - (y - z)"},
         {"x + y * 2 > -z", "(x + (y * 2)) > -(z)"},
         {"~x == y", "~(x) == y"},
-        {"G[0,1] p & q", "Globally[0,1](p) & q"},
+        {"G[0,1] p & q", "Globally[0, 1 s](p) & q"},
         {"p | (q | r) | s", "p | (q | r) | s"},
     });
 }
 
 TEST(Parsing, TimesAreInSecondsWhateverTheirUnit) {
     expectSame({
-        {"G[0, 200 ms] p", "Globally[0,0.2](p)"},
-        {"G[-1 min, 1 h] p", "Globally[-60,3600](p)"},
-        {"F[1us, 3ns] p", "Eventually[1e-06,3e-09](p)"},
-        {"Shift[1.5e3ms](x)", "Shift[1.5](x)"},
-        {"G[-inf, nan] p", "Globally[-inf,nan](p)"},
+        {"G[0, 200 ms] p", "Globally[0, 200 ms](p)"},
+        {"G[-1 min, 1 h] p", "Globally[-1 min, 1 h](p)"},
+        {"F[1us, 3ns] p", "Eventually[1 us, 3 ns](p)"},
+        {"Shift[1.5e3ms](x)", "Shift[1.5 s](x)"},
+        {"G[-inf, nan] p", "Globally[-inf, nan](p)"},
     });
 }
 
 TEST(Parsing, OperatorsAreNamesWhereTheirBracketDoesNotFollow) {
     expectSame({
         {"G & F", R"("G" & "F")"},
-        {"U U[0,1] U", R"("U" Until[0,1] "U")"},
+        {"U U[0,1] U", R"("U" Until[0, 1 s] "U")"},
         {"abs + double", R"("abs" + "double")"},
         {R"("Volume Flow" > "control[0]")", R"("Volume Flow" > "control[0]")"},
         {"\"speed\" > _a.b9", "speed > _a.b9"},
@@ -116,10 +116,10 @@ TEST(Parsing, AValueTypeOfALiteralIsALiteral) {
 TEST(Parsing, RisesAndFallsKeepTheirForm) {
     expectSame({
         {"rise(p) & fall(p)", "rise(p) & fall(p)"},
-        {"Rise[2 s](x, 5)", "Rise[2](x, 5)"},
-        {"(x Rise [02] 5)", "Rise[2](x, 5)"},
-        {"x Fall [00.5] 5 & p", "Fall[0.5](x, 5) & p"},
-        {"(x Fall [0-1e-07] nan)", "Fall[-1e-07](x, nan)"},
+        {"Rise[2 s](x, 5)", "Rise[2 s](x, 5)"},
+        {"(x Rise [02] 5)", "Rise[2 s](x, 5)"},
+        {"x Fall [00.5] 5 & p", "Fall[500 ms](x, 5) & p"},
+        {"(x Fall [0-1e-07] nan)", "Fall[-100 ns](x, nan)"},
         {"(x Fall [0inf] 1)", "Fall[inf](x, 1)"},
     });
 }
@@ -207,7 +207,7 @@ TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
              {"G[0] p", "]", "expected ',' and the end of the interval, found ']'",
               "an interval is written [0, 5 s]"},
              {"G[0, 5 sec] p", "sec", "expected a unit of time, found 'sec'",
-              "the units are ns, us, ms, s, min and h"},
+              "the units are fs, ps, ns, us, ms, s, min and h"},
              {"p & and", "and", "expected an operand, found 'and'",
               "quote the name of a signal: \"and\""},
              {"x > \"a", "\"a", "this quote is not closed", "add \""},

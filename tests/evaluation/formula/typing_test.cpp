@@ -56,7 +56,7 @@ std::string typed(const std::string& text,
                   const std::map<std::string, std::string>& definitions = {}) {
     try {
         const Formula formula = buildFormula(ParsedFormula(text), names(definitions));
-        return formulaText(formula.tree) + " : " + typeText(formula.type);
+        return formulaText(formula.tree, formula.times) + " : " + typeText(formula.type);
     } catch (const FormulaError& error) {
         return error.what();
     }

@@ -86,9 +86,9 @@ TEST(Recording, ReadsDeclaredTypesExactly) {
 }
 
 TEST(Recording, EndsWhatIsKnownAtHolesAndEmptyCells) {
-    const auto gap = [](auto& layout) { layout.maxGap = 1.0; };
+    const auto gap = [](auto& layout) { layout.maxGap = second; };
     auto wide = declared("b");
-    wide.maxGap = 2.0;
+    wide.maxGap = 2 * second;
     expectRead({
         {"t,a,b\n0,1,\n1,1,5\n3,1,6\n",
          "a: double 0:1 known 1 / 3:1 known 3\n"
@@ -108,15 +108,15 @@ TEST(Recording, EndsWhatIsKnownAtHolesAndEmptyCells) {
     });
 }
 
-TEST(Recording, FindsNoHoleInARoundedStep) {
+TEST(Recording, FindsHolesExactly) {
     std::string steps = "t,a\n";
     for (int i = 0; i < 1000; ++i) {
         steps += shortestNumber(1e6 + i / 10.0) + ',' + std::to_string(i) + '\n';
     }
-    const auto gap = layoutWith([](auto& layout) { layout.maxGap = 0.1; });
+    const auto gap = layoutWith([](auto& layout) { layout.maxGap = ExactTime::of("0.1", second); });
     EXPECT_EQ(read(steps, gap).signals.at(0).pieces->size(), 1u);
-    expectRead({{"t,a\n0.1,0\n0.2,1\n0.3,2\n0.4000001,3\n",
-                 "a: double 0.1:0 0.2:1 0.3:2 known 0.3 / 0.4000001:3 known 0.4000001", gap}});
+    expectRead({{"t,a\n0.1,0\n0.2,1\n0.3,2\n0.400000001,3\n",
+                 "a: double 0.1:0 0.2:1 0.3:2 known 0.3 / 0.400000001:3 known 0.400000001", gap}});
 }
 
 TEST(Recording, DrawsNoLineToOrFromWhatIsNotFinite) {
@@ -126,16 +126,16 @@ TEST(Recording, DrawsNoLineToOrFromWhatIsNotFinite) {
         [](auto& layout) { layout.interpolation = assessments::INTERPOLATION_METHOD::LINEAR; });
     expectRead({
         {"t,a\n1,1\n2,nan\n3,5\n4,6\n5,7\n",
-         "a: double linear 1:1 1.0000000000000002:nan 3:5 5:7 known 5", linear},
+         "a: double linear 1:1 known 1 / linear 1+:nan known 3- / linear 3:5 5:7 known 5", linear},
         {"t,a\n1,nan\n2,nan\n3,5\n4,nan\n5,nan\n",
-         "a: double linear 1:nan 3:5 3.0000000000000004:nan known 5", linear},
+         "a: double linear 1:nan known 3- / linear 3:5 known 3 / linear 3+:nan known 5", linear},
         {"t,a\n1,1\n2,inf\n3,-inf\n4,5\n5,nan\n",
-         "a: double linear 1:1 1.0000000000000002:nan 2:inf 2.0000000000000004:nan 3:-inf "
-         "3.0000000000000004:nan 4:5 4.000000000000001:nan known 5",
+         "a: double linear 1:1 known 1 / linear 1+:nan known 2- / linear 2:inf known 2 / "
+         "linear 2+:nan known 3- / linear 3:-inf known 3 / linear 3+:nan known 4- / "
+         "linear 4:5 known 4 / linear 4+:nan known 5",
          linear},
-        {"t,a\n1,1\n1.0000000000000002,nan\n3,5\n",
-         "a: double linear 1:1 1.0000000000000002:nan 3:5 known 3", linear},
-        {"t,a\n1,1\n2,nan\n3,5\n", "a: half linear 1:1 1.0000000000000002:nan 3:5 known 3",
+        {"t,a\n1,1\n2,nan\n3,5\n",
+         "a: half linear 1:1 known 1 / linear 1+:nan known 3- / linear 3:5 known 3",
          declaring({half})},
     });
 }

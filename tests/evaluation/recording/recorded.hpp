@@ -30,8 +30,16 @@ std::string valueText(const T& value, const SignalType& type) {
     }
 }
 
+/// The time that a double of the timeline stands for, with a plus where it is just after that and a
+/// minus just before it.
+inline std::string timeText(double counted, const Timeline& timeline) {
+    const ExactTime time = timeline.timeAt(counted);
+    const double at = timeline.at(time);
+    return time.text() + (counted > at ? "+" : counted < at ? "-" : "");
+}
+
 /// `speed: double 0:1 2:3 known 4`, with `/` between pieces and `linear` where it is.
-inline std::string textOf(const Signal& signal) {
+inline std::string textOf(const Signal& signal, const Timeline& timeline) {
     std::string text = signal.name + ": " + typeText(signal.type);
     for (std::size_t i = 0; i < signal.pieces->size(); ++i) {
         text += i == 0 ? "" : " /";
@@ -39,10 +47,10 @@ inline std::string textOf(const Signal& signal) {
             text +=
                 trace.interpolation == assessments::INTERPOLATION_METHOD::LINEAR ? " linear" : "";
             for (const auto& point : trace.points) {
-                text +=
-                    ' ' + shortestNumber(point.time) + ':' + valueText(point.value, signal.type);
+                text += ' ' + timeText(point.time, timeline) + ':' +
+                        valueText(point.value, signal.type);
             }
-            text += " known " + shortestNumber(trace.lastKnownTime);
+            text += " known " + timeText(trace.lastKnownTime, timeline);
         });
     }
     return text;
@@ -51,7 +59,7 @@ inline std::string textOf(const Signal& signal) {
 inline std::string textOf(const Recording& recording) {
     std::string text;
     for (const Signal& signal : recording.signals) {
-        text += (text.empty() ? "" : "\n") + textOf(signal);
+        text += (text.empty() ? "" : "\n") + textOf(signal, recording.timeline);
     }
     return text;
 }

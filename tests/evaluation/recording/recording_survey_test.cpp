@@ -3,16 +3,12 @@
 namespace vorm::evaluation::test {
 namespace {
 
-std::string number(double value) {
-    return shortestNumber(value);
-}
-
 std::string textOf(const SignalSurvey& survey) {
     return survey.name + ": " + survey.type + ' ' + std::to_string(survey.samples) + '/' +
            std::to_string(survey.empty) + '/' + std::to_string(survey.nans) + " from " +
-           number(survey.first) + " to " + number(survey.last) + " median " +
-           number(survey.medianDistance) + " longest " + number(survey.longestDistance) + " at " +
-           number(survey.longestAt) + " holes " + std::to_string(survey.holes) + " equal " +
+           survey.first.text() + " to " + survey.last.text() + " median " +
+           survey.medianDistance.text() + " longest " + survey.longestDistance.text() + " at " +
+           survey.longestAt.text() + " holes " + std::to_string(survey.holes) + " equal " +
            std::to_string(survey.equalTimes) + " back " + std::to_string(survey.timesBack);
 }
 
@@ -36,15 +32,16 @@ TEST(RecordingSurvey, FindsHoles) {
         surveyOf(content),
         "a: double 5/0/0 from 0 to 22.5 median 5.5 longest 10.5 at 12 holes 0 equal 0 back 0");
     EXPECT_EQ(
-        surveyOf(content, layoutWith([](auto& layout) { layout.maxGap = 10.0; })),
+        surveyOf(content, layoutWith([](auto& layout) { layout.maxGap = 10 * second; })),
         "a: double 5/0/0 from 0 to 22.5 median 5.5 longest 10.5 at 12 holes 1 equal 0 back 0");
     EXPECT_EQ(surveyOf("t,a\n0,1\n1,1\n2,1\n12.5,1\n"),
               "a: double 4/0/0 from 0 to 12.5 median 1 longest 10.5 at 2 holes 1 equal 0 back 0");
 }
 
 TEST(RecordingSurvey, FindsNoHoleInARoundedStep) {
-    const auto surveys = surveyFiles({textFile("r.csv", "t,a\n0.1,1\n0.2,1\n0.3,1\n0.41,1\n")},
-                                     layoutWith([](auto& layout) { layout.maxGap = 0.1; }));
+    const auto surveys =
+        surveyFiles({textFile("r.csv", "t,a\n0.1,1\n0.2,1\n0.3,1\n0.41,1\n")},
+                    layoutWith([](auto& layout) { layout.maxGap = ExactTime::of("0.1", second); }));
     EXPECT_EQ(surveys.at(0).holes, 1u);
 }
 

@@ -67,7 +67,8 @@ double decidedUntil(const TimedPoint<bool>& lastExtremum, double lastKnownTime,
 template <class T, class KeepFirst>
 TimedTrace_T<T> slidingExtremum(const TimedTrace_T<T>& trace, double width,
                                 const KeepFirst& keepFirst) {
-    if (trace.points.empty() || std::isinf(trace.points.front().time)) {
+    const bool isConstant = trace.points.size() == 1 && std::isinf(trace.points.front().time);
+    if (trace.points.empty() || isConstant) {
         return trace;
     }
     detail::requireWindowWidth(width);

@@ -1,5 +1,6 @@
 #include "assessed_recording.hpp"
 
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 
@@ -29,6 +30,25 @@ Recording readFor(const AssessmentFile& file, const std::vector<const Assessment
     return readRecording(source, file.layout, reading);
 }
 
+std::vector<TimeSpan> spansOf(const std::vector<Span>& spans, const Timeline& timeline) {
+    std::vector<TimeSpan> times;
+    times.reserve(spans.size());
+    for (const auto& [start, end] : spans) {
+        const bool isInstant = end <= assessments::detail::nextTime(start);
+        const ExactTime begin = timeline.timeAt(start);
+        times.push_back({begin, isInstant ? begin : timeline.timeAt(end)});
+    }
+    return times;
+}
+
+ExactTime lengthOf(const std::vector<TimeSpan>& spans) {
+    ExactTime sum;
+    for (const TimeSpan& span : spans) {
+        sum += span.length();
+    }
+    return sum;
+}
+
 }  // namespace
 
 AssessedRecording::AssessedRecording(const AssessmentFile& file,
@@ -54,20 +74,32 @@ std::vector<const Signal*> AssessedRecording::signalsOf(const Formula& formula) 
 std::optional<TimeRange> AssessedRecording::rangeOf(const Assessment& assessment,
                                                     const Formula& formula) const {
     auto range = knownRange(signalsOf(formula));
+    const Timeline& timeline = recording_.timeline;
     if (!range && assessment.from && assessment.to) {
-        range = TimeRange{*assessment.from, *assessment.to};
+        range.emplace();
     }
-    if (range) {
-        range->from = assessment.from.value_or(range->from);
-        range->to = assessment.to.value_or(range->to);
+    if (range && assessment.from) {
+        range->from = timeline.at(*assessment.from);
+    }
+    if (range && assessment.to) {
+        range->to = timeline.at(*assessment.to);
     }
     return range && range->from <= range->to ? range : std::nullopt;
 }
 
 void AssessedRecording::judge(const Assessment& assessment, const Formula& formula,
-                              const TracePieces& truth, AssessmentOutcome& outcome) const {
+                              const Truth& truth, AssessmentOutcome& outcome) const {
     if (const auto range = rangeOf(assessment, formula)) {
-        evaluation::judge(truth, *range, outcome);
+        const Judgement judgement = evaluation::judge(truth, *range);
+        const Timeline& timeline = recording_.timeline;
+        outcome.verdict = judgement.verdict;
+        outcome.from = assessment.from.value_or(timeline.timeAt(range->from));
+        outcome.to = assessment.to.value_or(timeline.timeAt(range->to));
+        outcome.failures = spansOf(judgement.failures, timeline);
+        outcome.openSpans = spansOf(judgement.open, timeline);
+        outcome.failed = lengthOf(outcome.failures);
+        outcome.open = lengthOf(outcome.openSpans);
+        outcome.passed = outcome.to - outcome.from - outcome.failed - outcome.open;
     }
     if (outcome.verdict == assessments::resultEnum_t::NO_RESULT) {
         outcome.reason = reasonForNoResult(assessment, formula);
@@ -88,10 +120,10 @@ std::string AssessedRecording::reasonForNoResult(const Assessment& assessment,
            "too short for the formula's windows";
 }
 
-std::string AssessedRecording::failureMessage(const Assessment& assessment,
+std::string AssessedRecording::failureMessage(const Assessment& assessment, const Formula& formula,
                                               const std::exception_ptr& failure) const {
     const FormulaSource& source = assessment.requirement.source;
-    return placed(evaluationError(failure, {0, source.text.size()}), source).what();
+    return placed(evaluationError(failure, {0, source.text.size()}, formula.times), source).what();
 }
 
 SignalLookup AssessedRecording::lookup() const {
@@ -106,6 +138,7 @@ SignalLookup AssessedRecording::lookup() const {
 
 EvaluationOptions AssessedRecording::evaluationOptions() const {
     EvaluationOptions evaluation;
+    evaluation.timeline = recording_.timeline;
     evaluation.jobs = options_.jobs;
     if (options_.progress) {
         evaluation.progress = [this](std::size_t done, std::size_t all) {

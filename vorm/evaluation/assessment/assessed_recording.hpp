@@ -31,11 +31,11 @@ public:
     std::optional<TimeRange> rangeOf(const Assessment& assessment, const Formula& formula) const;
 
     /// Verdict, times, failing intervals and the reason for no result, from the truth values.
-    void judge(const Assessment& assessment, const Formula& formula, const TracePieces& truth,
+    void judge(const Assessment& assessment, const Formula& formula, const Truth& truth,
                AssessmentOutcome& outcome) const;
 
     /// The message of an evaluation that failed, placed at the formula in its file.
-    std::string failureMessage(const Assessment& assessment,
+    std::string failureMessage(const Assessment& assessment, const Formula& formula,
                                const std::exception_ptr& failure) const;
 
     SignalLookup lookup() const;

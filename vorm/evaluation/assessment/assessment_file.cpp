@@ -3,6 +3,7 @@
 #include <vorm/evaluation/assessment/toml_table.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/time/time_format.hpp>
 
 #include <algorithm>
 #include <memory>
@@ -82,18 +83,35 @@ private:
     void readTime(TomlTable& table) {
         TimeLayout& time = file_.layout.time;
         time.columns = table.texts("time").value_or(std::vector<std::string>());
-        std::vector<std::string> units;
-        for (const TimeUnit& unit : timeUnits) {
-            units.emplace_back(unit.name);
+        time.unit = timeUnit(table, "unit");
+        time.resolution = timeUnit(table, "resolution").value_or(time.resolution);
+        if (time.resolution.length > second) {
+            document_.fail(*table.node("resolution"), "the resolution is a second at the most");
         }
-        if (const auto unit = table.choice("unit", units)) {
-            time.unit = timeUnits.at(*unit);
-        }
-        time.format = table.text("time_format").value_or("");
+        time.format = timeFormat(table);
         time.equalTimes = equalTimes(table).value_or(EqualTimes::Refuse);
         if (const toml::node* origin = table.node("origin")) {
             time.origin = originOf(*origin);
         }
+    }
+
+    static std::optional<TimeUnit> timeUnit(TomlTable& table, const char* key) {
+        std::vector<std::string> units;
+        for (const TimeUnit& unit : timeUnits) {
+            units.emplace_back(unit.name);
+        }
+        const auto chosen = table.choice(key, units);
+        return chosen ? std::optional(timeUnits.at(*chosen)) : std::nullopt;
+    }
+
+    std::string timeFormat(TomlTable& table) const {
+        std::string format = table.text("time_format").value_or("");
+        if (const auto conversion = TimeFormat::unreadableConversion(format)) {
+            document_.fail(*table.node("time_format"),
+                           "'" + *conversion + "' in a time format tells no time",
+                           "an offset from UTC, +0100 or Z, is %z; a zone's name is not read");
+        }
+        return format;
     }
 
     TimeOrigin::Choice originOf(const toml::node& node) const {
@@ -136,9 +154,9 @@ private:
         return *chosen == 0 ? INTERPOLATION_METHOD::ZOH : INTERPOLATION_METHOD::LINEAR;
     }
 
-    std::optional<double> maxGap(TomlTable& table) const {
+    std::optional<ExactTime> maxGap(TomlTable& table) const {
         const auto gap = table.duration("max_gap");
-        if (gap && *gap <= 0) {
+        if (gap && *gap <= ExactTime()) {
             document_.fail(*table.node("max_gap"), "'max_gap' has to be above 0");
         }
         return gap;

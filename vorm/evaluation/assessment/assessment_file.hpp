@@ -23,8 +23,8 @@ struct Assessment {
     std::string name;
     std::string description;
     SourcedFormula requirement;
-    std::optional<double> from;  ///< seconds; nothing: from the first time of its signals
-    std::optional<double> to;    ///< seconds, included; nothing: to the last time of its signals
+    std::optional<ExactTime> from;  ///< nothing: from the first time of its signals
+    std::optional<ExactTime> to;    ///< included; nothing: to the last time of its signals
 };
 
 /// Requirements, what their formulas have in common, and how recordings for them are to be read.

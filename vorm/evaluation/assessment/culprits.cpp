@@ -22,29 +22,19 @@ struct Question {
     double to;
 };
 
-std::optional<bool> valueAt(const TracePieces& pieces, double time) {
-    for (const TimedTrace& piece : pieces) {
-        if (const auto value = piece.get<bool>().valueAt(time)) {
-            return value;
-        }
-    }
-    return std::nullopt;
+// Nothing where it is open.
+std::optional<bool> valueAt(const Truth& truth, double time) {
+    const std::int8_t value = *truth.valueAt(time);
+    return value == isOpen ? std::nullopt : std::optional(value == certainlyTrue);
 }
 
 // The first time in [from, to] at which the value is `wanted`.
-std::optional<double> firstTime(const TracePieces& pieces, double from, double to, bool wanted) {
-    for (const TimedTrace& piece : pieces) {
-        const auto& trace = piece.get<bool>();
-        const double start = std::max(from, piece.getStartTime());
-        const double end = std::min(to, trace.lastKnownTime);
-        if (!(start <= end)) {
-            continue;
-        }
-        for (auto point = trace.TimedPointIteratorForValueAt(start, true);
-             point != trace.points.end() && point->time <= end; ++point) {
-            if (point->value == wanted) {
-                return std::max(start, point->time);
-            }
+std::optional<double> firstTime(const Truth& truth, double from, double to, bool wanted) {
+    const std::int8_t value = wanted ? certainlyTrue : certainlyFalse;
+    for (auto point = truth.TimedPointIteratorForValueAt(from, true);
+         point != truth.points.end() && point->time <= to; ++point) {
+        if (point->value == value) {
+            return std::max(from, point->time);
         }
     }
     return std::nullopt;
@@ -145,7 +135,7 @@ private:
     }
 
     bool holdsThroughout(const Expression& operand) const {
-        const SharedPieces truth = truthOf_(operand);
+        const SharedTruth truth = truthOf_(operand);
         return valueAt(*truth, question_.from) == question_.value &&
                !firstTime(*truth, question_.from, question_.to, !question_.value);
     }

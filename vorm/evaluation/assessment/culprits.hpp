@@ -3,7 +3,7 @@
 // Who is to blame at one time; for the sources of this folder.
 
 #include <vorm/assessments/expression/expression.hpp>
-#include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/evaluator/truth.hpp>
 
 #include <functional>
 #include <vector>
@@ -19,7 +19,7 @@ struct DecidingPart {
 };
 
 /// The truth values of a sub-formula.
-using TruthOf = std::function<SharedPieces(const assessments::Expression&)>;
+using TruthOf = std::function<SharedTruth(const assessments::Expression&)>;
 
 /// The comparisons and bool signals that decide the value of a formula at a time, left to right.
 /// It descends into the operands that make the value what it is: into the false ones of a false

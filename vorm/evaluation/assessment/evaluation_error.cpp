@@ -37,10 +37,10 @@ Failure unwound(const AssessmentException& error) {
     return failure;
 }
 
-std::string adviceFor(const std::vector<const Expression*>& formulas) {
+std::string adviceFor(const std::vector<const Expression*>& formulas, const TimeTexts& times) {
     std::string advice;
     for (std::size_t i = 0; i < std::min(formulas.size(), mostFormulas); ++i) {
-        advice += (i == 0 ? "in " : "\n  in ") + formulaText(*formulas[i]);
+        advice += (i == 0 ? "in " : "\n  in ") + formulaText(*formulas[i], times);
     }
     if (!formulas.empty() && isSlope(*formulas.front())) {
         advice += "\n  declare the signal with interpolation = \"linear\"";
@@ -52,13 +52,14 @@ constexpr const char* prefix = "cannot be evaluated: ";
 
 }  // namespace
 
-FormulaError evaluationError(const std::exception_ptr& failure, FormulaError::Span span) {
+FormulaError evaluationError(const std::exception_ptr& failure, FormulaError::Span span,
+                             const TimeTexts& times) {
     try {
         std::rethrow_exception(failure);
     } catch (const AssessmentException& error) {
         const Failure unwoundFailure = unwound(error);
         return {std::string(prefix) + unwoundFailure.fault->what(), span,
-                adviceFor(unwoundFailure.formulas)};
+                adviceFor(unwoundFailure.formulas, times)};
     } catch (const std::exception& error) {
         return {std::string(prefix) + error.what(), span};
     }

@@ -85,14 +85,15 @@ private:
 };
 
 ExplainedFormula explained(const ShownNode& node, const NodeResults& results,
-                           const Recording& recording) {
+                           const Recording& recording, const TimeTexts& times) {
     ExplainedFormula formula;
     formula.depth = node.depth;
-    formula.text = formulaText(*node.tree);
+    formula.text = formulaText(*node.tree, times);
     const EvaluationResult& result = results.of(*node.tree);
-    formula.pieces = result.pieces;
+    formula.pieces = result.truth ? std::make_shared<const TracePieces>(knownPieces(*result.truth))
+                                  : result.pieces;
     if (result.failure) {
-        formula.failure = evaluationError(result.failure, {}).what();
+        formula.failure = evaluationError(result.failure, {}, times).what();
     }
     if (const auto* signal = boost::get<variable>(node.tree)) {
         formula.enumeration = recording.find(signal->name)->type.enumeration;
@@ -100,11 +101,12 @@ ExplainedFormula explained(const ShownNode& node, const NodeResults& results,
     return formula;
 }
 
-std::vector<Culprit> culpritsAt(double time, const Expression& root, const NodeResults& results) {
+std::vector<Culprit> culpritsAt(double time, const Expression& root, const NodeResults& results,
+                                const TimeTexts& times) {
     std::vector<Culprit> culprits;
-    const auto truthOf = [&](const Expression& tree) { return results.of(tree).pieces; };
+    const auto truthOf = [&](const Expression& tree) { return results.of(tree).truth; };
     for (const auto& part : detail::decidingParts(root, time, truthOf)) {
-        culprits.push_back({formulaText(*part.formula), part.value, part.from, part.to});
+        culprits.push_back({formulaText(*part.formula, times), part.value, part.from, part.to});
     }
     return culprits;
 }
@@ -120,17 +122,21 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
 
     Explanation explanation;
     explanation.outcome = detail::describedOutcome(assessment);
+    explanation.timeline = recording.recording().timeline;
     for (const ShownNode& node : shown) {
-        explanation.subFormulas.push_back(explained(node, results, recording.recording()));
+        explanation.subFormulas.push_back(
+            explained(node, results, recording.recording(), formula.times));
     }
     const EvaluationResult& truth = results.of(formula.tree);
     if (truth.failure) {
-        explanation.outcome.error = recording.failureMessage(assessment, truth.failure);
+        explanation.outcome.error = recording.failureMessage(assessment, formula, truth.failure);
         return explanation;
     }
-    recording.judge(assessment, formula, *truth.pieces, explanation.outcome);
-    for (const FailingInterval& interval : explanation.outcome.failures) {
-        explanation.culprits.push_back(culpritsAt(interval.start, formula.tree, results));
+    recording.judge(assessment, formula, *truth.truth, explanation.outcome);
+    const auto range = recording.rangeOf(assessment, formula);
+    for (const Span& span : evaluation::judge(*truth.truth, *range).failures) {
+        explanation.culprits.push_back(
+            culpritsAt(span.start, formula.tree, results, formula.times));
     }
     return explanation;
 }

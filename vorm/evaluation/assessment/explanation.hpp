@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <memory>
 #include <string>
@@ -19,7 +20,7 @@ struct ExplainedFormula {
 };
 
 /// A part of a formula that decides the failure of the whole at one time: it has the value
-/// `value` throughout the closed span of time.
+/// `value` throughout the closed span of time, as the timeline counts.
 struct Culprit {
     std::string text;
     bool value;
@@ -30,6 +31,7 @@ struct Culprit {
 /// Why an assessment fails where it fails.
 struct Explanation {
     AssessmentOutcome outcome;
+    Timeline timeline;  ///< of the times of culprits and values
     /// The formula and below it, in order, its parts; each distinct one once. Of an implication, a
     /// rise or a fall the parts are those that one reads.
     std::vector<ExplainedFormula> subFormulas;

@@ -1,14 +1,16 @@
 #include "judgement.hpp"
 
+#include <vorm/assessments/expression/expression.hpp>
+#include <vorm/assessments/expression/expression_equal.hpp>
+
 #include <algorithm>
 #include <cmath>
 
 namespace vorm::evaluation {
-namespace {
 
-using assessments::resultEnum_t;
-using assessments::TimedTrace;
-using assessments::TimedTrace_T;
+using namespace assessments;
+
+namespace {
 
 // The common part of a piece and a range; from > to where there is none.
 TimeRange common(const TimedTrace& piece, const TimeRange& range) {
@@ -30,6 +32,19 @@ void forEachPart(const TracePieces& pieces, const TimeRange& range, Visit visit)
         } else {
             visit(trace.extractWindow(part.from, part.to, 0), part);
         }
+    }
+}
+
+// Calls visit(span, value) for the stretches of equal truth in the range.
+template <class Visit>
+void forEachStretch(const Truth& truth, const TimeRange& range, Visit visit) {
+    auto point = truth.TimedPointIteratorForValueAt(range.from, true);
+    while (point != truth.points.end() && point->time <= range.to) {
+        const double start = std::max(range.from, point->time);
+        const std::int8_t value = point->value;
+        ++point;
+        const bool ends = point != truth.points.end() && point->time <= range.to;
+        visit(Span{start, ends ? point->time : range.to}, value);
     }
 }
 
@@ -61,25 +76,48 @@ std::optional<TimeRange> knownRange(const std::vector<const Signal*>& signals) {
     return range;
 }
 
-void judge(const TracePieces& truth, const TimeRange& range, AssessmentOutcome& outcome) {
-    outcome.from = range.from;
-    outcome.to = range.to;
-    double known = 0;
-    bool isKnown = false;
-    forEachPart<bool>(truth, range, [&](const TimedTrace_T<bool>& trace, const TimeRange& part) {
-        isKnown = true;
-        known += part.to - part.from;
-        for (const auto& interval : trace.getErrorIntervalList()) {
-            const FailingInterval failure{interval[0], interval[1]};
-            outcome.failures.push_back(failure);
-            outcome.failed += isInstant(failure) ? 0 : failure.end - failure.start;
+Judgement judge(const Truth& truth, const TimeRange& range) {
+    Judgement judgement;
+    bool isPassed = false;
+    forEachStretch(truth, range, [&](const Span& span, std::int8_t value) {
+        if (value == certainlyTrue) {
+            isPassed = true;
+        } else {
+            (value == isOpen ? judgement.open : judgement.failures).push_back(span);
         }
     });
-    outcome.passed = known - outcome.failed;
-    outcome.unknown = range.to - range.from - known;
-    if (isKnown) {
-        outcome.verdict = outcome.failures.empty() ? resultEnum_t::PASS : resultEnum_t::FAIL;
+    if (!judgement.failures.empty()) {
+        judgement.verdict = resultEnum_t::FAIL;
+    } else if (isPassed) {
+        judgement.verdict = resultEnum_t::PASS;
     }
+    return judgement;
+}
+
+bool isFalseThroughout(const Truth& truth, const TimeRange& range) {
+    bool isFalse = true;
+    forEachStretch(truth, range, [&](const Span&, std::int8_t value) {
+        isFalse = isFalse && value == certainlyFalse;
+    });
+    return isFalse;
+}
+
+const Expression* triggerOf(const Expression& formula) {
+    const Expression* inner = &assessments::detail::withoutAliases(formula);
+    while (const auto* window = boost::get<timedwindow_unary_op>(inner)) {
+        if (window->op != VORM_OP::Globally) {
+            return nullptr;
+        }
+        inner = &assessments::detail::withoutAliases(window->child);
+    }
+    const auto* either = boost::get<binary_op>(inner);
+    if (either == nullptr || either->op != VORM_OP::Or) {
+        return nullptr;
+    }
+    const auto* untriggered =
+        boost::get<unary_op>(&assessments::detail::withoutAliases(either->lhs));
+    const bool isImplication = untriggered != nullptr && untriggered->op == VORM_OP::Not;
+    return isImplication ? &untriggered->child : nullptr;
 }
 
 std::optional<double> leastValue(const TracePieces& pieces, const TimeRange& range) {

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/assessments/expression/expression_type.hpp>
+#include <vorm/evaluation/evaluator/truth.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 
 #include <optional>
+#include <vector>
 
 namespace vorm::evaluation {
 
-/// A closed range of time in seconds.
+/// A closed range of time, as traces count.
 struct TimeRange {
     double from;
     double to;
@@ -16,9 +18,31 @@ struct TimeRange {
 /// From the first to the last time at which any of the signals is known; nothing where none is.
 std::optional<TimeRange> knownRange(const std::vector<const Signal*>& signals);
 
-/// Fills in the verdict, the times and the failing intervals of a requirement with those truth
-/// values in the range.
-void judge(const TracePieces& truth, const TimeRange& range, AssessmentOutcome& outcome);
+/// A stretch of time in a closed range: `start` is the first time of it, `end` the first one after
+/// it, or the range's last one where it lasts to there, which is `start` for that one instant.
+struct Span {
+    double start;
+    double end;
+};
+
+/// What a requirement's truth says of a range of time.
+struct Judgement {
+    /// FAIL where it certainly fails at some time, NO_RESULT where it is open throughout, else
+    /// PASS.
+    assessments::resultEnum_t verdict = assessments::resultEnum_t::NO_RESULT;
+    std::vector<Span> failures;  ///< in time order
+    std::vector<Span> open;      ///< in time order
+};
+
+/// The judgement of a requirement with that truth. Linear.
+Judgement judge(const Truth& truth, const TimeRange& range);
+
+/// Whether a truth is certainly false throughout a range.
+bool isFalseThroughout(const Truth& truth, const TimeRange& range);
+
+/// The left side of the implication that a formula is, perhaps below aliases or `always`; null
+/// where it is none. An assessment whose trigger is false throughout was never put to the test.
+const assessments::Expression* triggerOf(const assessments::Expression& formula);
 
 /// The least value in the range; NaN where one of them is NaN, nothing where none is known.
 std::optional<double> leastValue(const TracePieces& pieces, const TimeRange& range);

@@ -1,8 +1,6 @@
 #include "outcome.hpp"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace vorm::evaluation {
 namespace {
@@ -15,10 +13,6 @@ bool anyAssessment(const RunOutcome& run, Holds holds) {
 }
 
 }  // namespace
-
-bool isInstant(const FailingInterval& interval) {
-    return interval.end <= std::nextafter(interval.start, std::numeric_limits<double>::infinity());
-}
 
 bool RunOutcome::hasErrors() const {
     return std::any_of(recordings.begin(), recordings.end(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/assessments/value_types.hpp>
+#include <vorm/evaluation/time/exact_time.hpp>
 
 #include <optional>
 #include <string>
@@ -8,16 +9,16 @@
 
 namespace vorm::evaluation {
 
-/// A stretch of time on which a requirement fails, in seconds: `start` is the first failing time,
-/// `end` the next one at which it holds, or the last one at which anything is known. Both are
-/// exact.
-struct FailingInterval {
-    double start;
-    double end;
-};
+/// A stretch of time throughout which a requirement fails, or is open: from its first time to the
+/// next one at which it does not, or to the end of what was looked at. Both ends are equal for one
+/// instant. A stretch that begins just after a time begins at that time.
+struct TimeSpan {
+    ExactTime start;
+    ExactTime end;
 
-/// Whether an interval is one instant: its end is at most the next representable time.
-bool isInstant(const FailingInterval& interval);
+    bool isInstant() const { return start == end; }
+    ExactTime length() const { return end - start; }
+};
 
 /// What became of one assessment on one recording.
 struct AssessmentOutcome {
@@ -31,18 +32,21 @@ struct AssessmentOutcome {
     std::string error;   ///< why it could not be evaluated; empty where it could
     std::string reason;  ///< why there is no result; empty where there is one
 
-    // The closed range of time that was looked at, in seconds, and how much of it holds, fails and
-    // is not known.
-    double from = 0;
-    double to = 0;
-    double passed = 0;
-    double failed = 0;
-    double unknown = 0;
+    // The closed range of time that was looked at, and how much of it holds, fails and is open.
+    ExactTime from;
+    ExactTime to;
+    ExactTime passed;
+    ExactTime failed;
+    ExactTime open;
 
-    std::vector<FailingInterval> failures;  ///< in time order
+    std::vector<TimeSpan> failures;   ///< in time order
+    std::vector<TimeSpan> openSpans;  ///< where the recording cannot tell, in time order
 
-    /// The least robustness in the range, where it was asked for and is known.
-    std::optional<double> robustness;
+    /// Where it was asked for and could be computed: between what the robustness at the worst time
+    /// of the range lies. Both are equal where the recording decides it, NaN where a NaN is in the
+    /// way, and nothing where there is no range.
+    std::optional<double> leastRobustness;
+    std::optional<double> greatestRobustness;
     std::string robustnessError;  ///< why it was asked for and is not known
 };
 

@@ -19,7 +19,7 @@ struct Task {
     Formula formula;
 };
 
-// One of the two results of a task. They fill in different parts of its outcome.
+// One of the results of a task. They fill in different parts of its outcome.
 struct TaskRequest {
     const Task* task;
     Meaning meaning;
@@ -28,19 +28,27 @@ struct TaskRequest {
 void takeTruth(const AssessedRecording& recording, const Task& task,
                const EvaluationResult& truth) {
     if (truth.failure) {
-        task.outcome->error = recording.failureMessage(*task.assessment, truth.failure);
+        task.outcome->error =
+            recording.failureMessage(*task.assessment, task.formula, truth.failure);
     } else {
-        recording.judge(*task.assessment, task.formula, *truth.pieces, *task.outcome);
+        recording.judge(*task.assessment, task.formula, *truth.truth, *task.outcome);
     }
 }
 
-void takeRobustness(const AssessedRecording& recording, const Task& task,
+void takeRobustness(const AssessedRecording& recording, const Task& task, Meaning meaning,
                     const EvaluationResult& robustness) {
+    const bool isLeast = meaning == Meaning::LeastRobustness;
     if (robustness.failure) {
-        task.outcome->robustnessError =
-            recording.failureMessage(*task.assessment, robustness.failure);
-    } else if (const auto range = recording.rangeOf(*task.assessment, task.formula)) {
-        task.outcome->robustness = leastValue(*robustness.pieces, *range);
+        // Both fail for the same reason; they may come from different threads.
+        if (isLeast) {
+            task.outcome->robustnessError =
+                recording.failureMessage(*task.assessment, task.formula, robustness.failure);
+        }
+        return;
+    }
+    if (const auto range = recording.rangeOf(*task.assessment, task.formula)) {
+        auto& bound = isLeast ? task.outcome->leastRobustness : task.outcome->greatestRobustness;
+        bound = leastValue(*robustness.pieces, *range);
     }
 }
 
@@ -51,7 +59,8 @@ void evaluateTasks(const AssessedRecording& recording, const std::vector<Task>& 
     std::vector<EvaluationRequest> requests;
     std::vector<TaskRequest> askedFor;
     for (const Task& task : tasks) {
-        for (const Meaning meaning : {Meaning::Boolean, Meaning::Robustness}) {
+        for (const Meaning meaning :
+             {Meaning::Boolean, Meaning::LeastRobustness, Meaning::GreatestRobustness}) {
             if (meaning == Meaning::Boolean || withRobustness) {
                 requests.push_back({&task.formula.tree, meaning});
                 askedFor.push_back({&task, meaning});
@@ -60,7 +69,11 @@ void evaluateTasks(const AssessedRecording& recording, const std::vector<Task>& 
     }
     const auto take = [&](std::size_t request, const EvaluationResult& result) {
         const auto& [task, meaning] = askedFor[request];
-        (meaning == Meaning::Boolean ? takeTruth : takeRobustness)(recording, *task, result);
+        if (meaning == Meaning::Boolean) {
+            takeTruth(recording, *task, result);
+        } else {
+            takeRobustness(recording, *task, meaning, result);
+        }
     };
     evaluateEach(requests, recording.lookup(), take, recording.evaluationOptions());
 }

@@ -2,12 +2,9 @@
 
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
-#include <vorm/evaluation/text/time_unit.hpp>
-
-#include <fast_float/fast_float.h>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
-#include <cmath>
 
 namespace vorm::evaluation::detail {
 namespace {
@@ -56,17 +53,13 @@ std::size_t offsetOf(std::string_view text, const toml::source_position& positio
     return std::min(offset, text.size());
 }
 
-std::optional<double> durationOf(std::string_view text) {
+// Of a number and a unit, or of seconds without one.
+std::optional<ExactTime> durationOf(std::string_view text) {
     text = trimmed(text);
-    double number = 0;
-    const auto end = fast_float::from_chars(text.data(), text.data() + text.size(), number);
-    if (end.ec != std::errc() || !std::isfinite(number)) {
-        return std::nullopt;
-    }
-    const std::string_view unit =
-        trimmed(text.substr(static_cast<std::size_t>(end.ptr - text.data())));
+    const std::size_t end = std::min(text.size(), text.find_last_of("0123456789.") + 1);
+    const std::string_view unit = trimmed(text.substr(end));
     const auto known = timeUnitOf(unit.empty() ? "s" : unit);
-    return known ? std::optional(known->inSeconds(number)) : std::nullopt;
+    return known ? ExactTime::of(trimmed(text.substr(0, end)), known->length) : std::nullopt;
 }
 
 }  // namespace
@@ -93,10 +86,14 @@ void TomlDocument::fail(const toml::node& node, std::string message, std::string
     throw InputError(std::move(problem));
 }
 
+std::string_view TomlDocument::textAt(const toml::node& node) const {
+    const std::size_t begin = offsetOf(text, node.source().begin);
+    const std::size_t end = std::max(begin, offsetOf(text, node.source().end));
+    return text.substr(begin, end - begin);
+}
+
 FormulaSource TomlDocument::formulaAt(const toml::value<std::string>& value) const {
-    const std::size_t begin = offsetOf(text, value.source().begin);
-    const std::size_t end = std::max(begin, offsetOf(text, value.source().end));
-    const std::string_view raw = text.substr(begin, end - begin);
+    const std::string_view raw = textAt(value);
     const std::string& formula = value.get();
     FormulaSource source{formula, placeOf(value), false};
     const bool isMultiLine = raw.starts_with(R"(""")") || raw.starts_with("'''");
@@ -163,23 +160,30 @@ std::optional<std::size_t> TomlTable::choice(const char* key,
     return static_cast<std::size_t>(found - choices.begin());
 }
 
-std::optional<double> TomlTable::duration(const char* key) {
+std::optional<ExactTime> TomlTable::duration(const char* key) {
     const toml::node* value = node(key);
     if (value == nullptr) {
         return std::nullopt;
     }
-    std::optional<double> seconds;
+    std::optional<ExactTime> time;
     if (value->is_number()) {
-        seconds = value->value<double>();
+        // All digits that the file has, which may be more than those of a double.
+        std::string digits(trimmed(document_.textAt(*value)));
+        std::erase(digits, '_');
+        time = ExactTime::of(digits, second);
+        const auto number = value->value<double>();
+        if (!time && number) {
+            time = ExactTime::ofSeconds(*number);  // of `0x1F` and the like
+        }
     } else if (const auto* given = value->as_string()) {
-        seconds = durationOf(given->get());
+        time = durationOf(given->get());
     }
-    if (!seconds || !std::isfinite(*seconds)) {
+    if (!time) {
         document_.fail(*value, "'" + std::string(key) + "' is no time",
-                       "write a number of seconds, or a number and one of the units ns, us, ms, "
-                       "s, min and h in quotes: \"500 ms\"");
+                       "write a number of seconds, or a number and one of the units " +
+                           std::string(timeUnitNames) + " in quotes: \"500 ms\"");
     }
-    return seconds;
+    return time;
 }
 
 std::optional<std::vector<std::string>> TomlTable::texts(const char* key) {

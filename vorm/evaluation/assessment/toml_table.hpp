@@ -5,6 +5,7 @@
 
 #include <vorm/evaluation/assessment/formula_source.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
+#include <vorm/evaluation/time/exact_time.hpp>
 
 #include <toml++/toml.h>
 
@@ -28,6 +29,8 @@ struct TomlDocument {
     SourceLocation placeOf(const toml::node& node) const;
     [[noreturn]] void fail(const toml::node& node, std::string message,
                            std::string advice = {}) const;
+    /// What stands in the file for a value.
+    std::string_view textAt(const toml::node& node) const;
     /// A string value as a formula's text.
     FormulaSource formulaAt(const toml::value<std::string>& value) const;
 };
@@ -42,7 +45,7 @@ public:
     /// The position of the value among the choices.
     std::optional<std::size_t> choice(const char* key, const std::vector<std::string>& choices);
     /// A number of seconds, or a text such as "500 ms".
-    std::optional<double> duration(const char* key);
+    std::optional<ExactTime> duration(const char* key);
     /// A text, or an array of texts that is not empty.
     std::optional<std::vector<std::string>> texts(const char* key);
     /// The value itself, or null.

@@ -70,6 +70,7 @@ FormulaNames namesWithoutData(const AssessmentFile& file) {
         return found == declared.end() ? SignalType() : found->second;
     };
     names.definitions = definitionsOf(file);
+    names.tick = file.layout.time.resolution.length;
     return names;
 }
 
@@ -80,6 +81,7 @@ FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
         return signal == nullptr ? std::nullopt : std::optional(signal->type);
     };
     names.definitions = definitionsOf(file);
+    names.tick = recording.timeline.tick();
     names.signalNames = recording.availableNames;
     if (!recording.leftOut.empty()) {
         names.whySignalsMayMiss = std::string("not read: ") + recording.leftOut.front().what();

@@ -1,7 +1,10 @@
 #include "comparison.hpp"
 
 #include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/operators/combine.hpp>
+#include <vorm/evaluation/evaluator/line_comparison.hpp>
+#include <vorm/evaluation/evaluator/pieces.hpp>
+
+#include <type_traits>
 
 namespace vorm::evaluation {
 
@@ -9,68 +12,72 @@ using namespace assessments;
 
 namespace {
 
-struct ValueEqual {
-    template <class T>
-    bool operator()(const T& a, const T& b) const {
-        return a == b;
-    }
-};
-
-template <class Relation>
-TimedTrace_T<bool> related(const TimedTrace& left, const TimedTrace& right, Relation relation) {
-    return left.visit([&]<class T>(const TimedTrace_T<T>& typed) {
-        return typed.template combine<bool>(right.get<T>(), relation);
-    });
-}
-
-TimedTrace_T<bool> negated(TimedTrace_T<bool> truth) {
-    for (TimedPoint<bool>& point : truth.points) {
-        point.value = !point.value;
-    }
-    return truth;
-}
-
 bool isEquality(VORM_OP op) {
     return op == VORM_OP::Eq || op == VORM_OP::Neq;
 }
 
-}  // namespace
-
-TimedTrace compare(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
-    requireComparable(op, left, right);
-    // None is the negation of another: of a NaN all are false but Neq.
-    switch (op) {
-        case VORM_OP::Gt:
-            return related(left, right, ValueGreater());
-        case VORM_OP::Lt:
-            return related(right, left, ValueGreater());
-        case VORM_OP::Geq:
-            return related(left, right, ValueGreaterEq());
-        case VORM_OP::Leq:
-            return related(right, left, ValueGreaterEq());
-        case VORM_OP::Eq:
-            return related(left, right, ValueEqual());
-        default:
-            return negated(related(left, right, ValueEqual()));
-    }
+template <class T>
+void compareHeld(ComparedOperand<T> left, ComparedOperand<T> right, double start,
+                 const Relation& relation, TruthWriter& truth) {
+    left.cursor().advanceTo(start);
+    right.cursor().advanceTo(start);
+    const auto visit = [&](double time, const TimedPoint<T>* l, const TimedPoint<T>* r)
+        __attribute__((always_inline)) {
+        truth.change(time, relation(orderOf(l->value, r->value)));
+    };
+    detail::walk(left.cursor(), right.cursor(), visit);
 }
 
-TimedTrace isNotZero(const TimedTrace& trace) {
-    return trace.visit([&]<class T>(const TimedTrace_T<T>& typed) -> TimedTrace {
+// Two pieces, on a span in which both are known.
+template <class T>
+void comparePieces(ComparedOperand<T> left, ComparedOperand<T> right, const PieceSpan& span,
+                   const Relation& relation, TruthWriter& truth) {
+    if constexpr (IsFloatingPoint<T>::value) {
+        if (left.isLine() || right.isLine()) {
+            LineComparison<T>(std::move(left), std::move(right), relation, truth)
+                .run(span.start, span.end);
+            return;
+        }
+    }
+    compareHeld(std::move(left), std::move(right), span.start, relation, truth);
+}
+
+TracePieces zerosFor(const TracePieces& pieces) {
+    if (pieces.empty()) {
+        return {};
+    }
+    return {pieces.front().visit([]<class T>(const TimedTrace_T<T>& typed) -> TimedTrace {
         if constexpr (std::is_same_v<T, Verdict>) {
             throw AssessmentTypeException(typed.errorType());
         } else {
             typed.throwExceptionIfEnum();
-            return compare(VORM_OP::Neq, trace, TimedTrace_T<T>(ZERO<T>()));
+            return TimedTrace_T<T>(ZERO<T>());
         }
-    });
+    })};
 }
 
-TimedTrace logicalNot(const TimedTrace& trace) {
-    if (trace.which() != int{valueTypeIndex<bool>}) {
-        throw AssessmentTypeException(trace.errorType());
+}  // namespace
+
+Truth compare(VORM_OP op, const Compared& left, const Compared& right) {
+    const Relation relation(op);
+    TruthWriter truth;
+    for (PiecePairs pairs(left.pieces, right.pieces); !pairs.done(); pairs.advance()) {
+        requireComparable(op, pairs.left(), pairs.right());
+        const PieceSpan span = pairs.span();
+        pairs.left().visit([&]<class T>(const TimedTrace_T<T>& typed) {
+            comparePieces(
+                ComparedOperand<T>(typed, span.start, span.end, left.isComputed),
+                ComparedOperand<T>(pairs.right().get<T>(), span.start, span.end, right.isComputed),
+                span, relation, truth);
+        });
+        truth.openAfter(span.end);
     }
-    return negated(trace.get<bool>());
+    return truth.finish();
+}
+
+Truth isNotZero(const Compared& quantity) {
+    const TracePieces zero = zerosFor(quantity.pieces);
+    return compare(VORM_OP::Neq, quantity, {zero, false});
 }
 
 void requireComparable(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {

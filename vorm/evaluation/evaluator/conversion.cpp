@@ -1,8 +1,6 @@
 #include "conversion.hpp"
 
 #include <vorm/assessments/errors/assessment_internal_exception.hpp>
-#include <vorm/evaluation/evaluator/comparison.hpp>
-#include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <boost/mp11/algorithm.hpp>
 
@@ -59,7 +57,7 @@ To numberAs(const From& number) {
 }
 
 template <class To, class From>
-TimedTrace_T<To> numbersAs(const TimedTrace_T<From>& trace) {
+TimedTrace_T<To> numbersAs(const TimedTrace_T<From>& trace, const Timeline& timeline) {
     const bool isLinear = trace.interpolation == INTERPOLATION_METHOD::LINEAR;
     if (isLinear && !IsFloatingPoint<To>::value) {
         throw AssessmentInternalException(
@@ -72,8 +70,8 @@ TimedTrace_T<To> numbersAs(const TimedTrace_T<From>& trace) {
             break;
         }
         if (!hasNan && detail::isNan(point.value)) {
-            throw AssessmentInternalException("The NaN at time " + shortestNumber(point.time) +
-                                              " has no value of that type.");
+            throw AssessmentInternalException("The NaN at " + timeline.timeAt(point.time).text() +
+                                              " s has no value of that type.");
         }
         result.push_back({point.time, numberAs<To>(point.value), point.derivative});
     }
@@ -82,28 +80,29 @@ TimedTrace_T<To> numbersAs(const TimedTrace_T<From>& trace) {
 }
 
 template <class To, class From>
-TimedTrace convertedTo(const TimedTrace& trace, const TimedTrace_T<From>& typed) {
+TimedTrace convertedTo(const TimedTrace& trace, const TimedTrace_T<From>& typed,
+                       const Timeline& timeline) {
     typed.throwExceptionIfEnum();
     if constexpr (std::is_same_v<To, From>) {
         return trace;
     } else if constexpr (std::is_same_v<To, Verdict>) {
         return trace.ConvertToResult();
     } else if constexpr (std::is_same_v<To, bool>) {
-        return isNotZero(trace);
+        throw AssessmentInternalException("Whether a number is not zero is truth.");
     } else if constexpr (std::is_same_v<From, Verdict>) {
         throw AssessmentTypeException(typed.errorType());
     } else {
-        return numbersAs<To>(typed);
+        return numbersAs<To>(typed, timeline);
     }
 }
 
 }  // namespace
 
-TimedTrace converted(const TimedTrace& trace, std::size_t target) {
+TimedTrace converted(const TimedTrace& trace, std::size_t target, const Timeline& timeline) {
     constexpr std::size_t typeCount = boost::mp11::mp_size<ValueTypes>::value;
     return trace.visit([&](const auto& typed) {
         return boost::mp11::mp_with_index<typeCount>(target, [&](auto index) {
-            return convertedTo<boost::mp11::mp_at_c<ValueTypes, index>>(trace, typed);
+            return convertedTo<boost::mp11::mp_at_c<ValueTypes, index>>(trace, typed, timeline);
         });
     });
 }
@@ -112,7 +111,7 @@ ChangedTrace asDouble(const TimedTrace& trace) {
     if (trace.which() == int{valueTypeIndex<double>}) {
         return std::nullopt;
     }
-    return converted(trace, valueTypeIndex<double>);
+    return converted(trace, valueTypeIndex<double>, Timeline(second));
 }
 
 }  // namespace vorm::evaluation

@@ -24,10 +24,11 @@ constexpr std::size_t mostInnerLinks = 100;
 class Evaluation {
 public:
     Evaluation(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals,
-               const ResultConsumer& consume)
+               const ResultConsumer& consume, const Timeline& timeline)
         : requests_(requests),
           signals_(signals),
           consume_(consume),
+          timeline_(timeline),
           graph_(requests),
           requestsOf_(graph_.vertices.size()),
           outcomes_(graph_.vertices.size()) {
@@ -42,7 +43,7 @@ public:
                          compute(vertex);
                          deliver(vertex);
                      },
-                     [this](std::size_t vertex) { outcomes_[vertex].pieces.reset(); }});
+                     [this](std::size_t vertex) { outcomes_[vertex].value = Value(); }});
         if (consumerFailure_) {
             std::rethrow_exception(consumerFailure_);
         }
@@ -52,7 +53,7 @@ private:
     // Written by the thread that computes the vertex, read after that. A fault is kept where it
     // happened; the vertices that fail by it only know the operand that did.
     struct Outcome {
-        SharedPieces pieces;
+        Value value;
         std::exception_ptr fault;
         const std::size_t* failedOperand = nullptr;
 
@@ -62,16 +63,17 @@ private:
     void compute(std::size_t place) {
         const FormulaVertex& vertex = graph_.vertices[place];
         Outcome& outcome = outcomes_[place];
-        std::vector<SharedPieces> operands;
+        std::vector<Value> operands;
         try {
             for (const std::size_t& operand : vertex.operandVertices()) {
                 if (outcomes_[operand].failed()) {
                     outcome.failedOperand = &operand;
                     return;
                 }
-                operands.push_back(outcomes_[operand].pieces);
+                operands.push_back(outcomes_[operand].value);
             }
-            outcome.pieces = evaluateNode(*vertex.formula, vertex.meaning, operands, signals_);
+            outcome.value =
+                evaluateNode(*vertex.formula, vertex.meaning, operands, signals_, timeline_);
         } catch (...) {
             outcome.fault = std::current_exception();
         }
@@ -91,13 +93,22 @@ private:
     EvaluationResult resultOf(std::size_t request) const {
         const std::size_t root = graph_.roots[request];
         if (outcomes_[root].failed()) {
-            return {nullptr, failureOf(root, *requests_[request].formula)};
+            return {nullptr, nullptr, failureOf(root, *requests_[request].formula)};
         }
-        const SharedPieces& pieces = outcomes_[root].pieces;
+        const Value& value = outcomes_[root].value;
+        if (isTruth(value)) {
+            return {asTruth(value), nullptr, nullptr};
+        }
+        const SharedPieces pieces = asPieces(value);
+        if (isRobustness(requests_[request].meaning)) {
+            return {nullptr, withFinalCertainty(pieces), nullptr};
+        }
+        return {pieces->empty() ? asTruth(value) : nullptr, pieces, nullptr};
+    }
+
+    static SharedPieces withFinalCertainty(const SharedPieces& pieces) {
         const bool isFinal = std::none_of(pieces->begin(), pieces->end(), hasFiniteCertainty);
-        const bool isRobustness = requests_[request].meaning == Meaning::Robustness;
-        return {isRobustness && !isFinal ? onPieces(*pieces, withInfiniteCertainty) : pieces,
-                nullptr};
+        return isFinal ? pieces : onPieces(*pieces, withInfiniteCertainty);
     }
 
     std::exception_ptr failureOf(std::size_t root, const Expression& formula) const {
@@ -120,6 +131,7 @@ private:
     const std::vector<EvaluationRequest>& requests_;
     const SignalLookup& signals_;
     const ResultConsumer& consume_;
+    const Timeline& timeline_;
     const FormulaGraph graph_;
     std::vector<std::vector<std::size_t>> requestsOf_;  // of each vertex
     std::vector<Outcome> outcomes_;
@@ -131,7 +143,7 @@ private:
 
 void evaluateEach(const std::vector<EvaluationRequest>& requests, const SignalLookup& signals,
                   const ResultConsumer& consume, const EvaluationOptions& options) {
-    Evaluation(requests, signals, consume).run(options);
+    Evaluation(requests, signals, consume, options.timeline).run(options);
 }
 
 std::vector<EvaluationResult> evaluate(const std::vector<EvaluationRequest>& requests,

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <vorm/assessments/expression/expression.hpp>
+#include <vorm/evaluation/evaluator/truth.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <cstddef>
 #include <exception>
@@ -14,13 +16,17 @@ namespace vorm::evaluation {
 enum class Meaning {
     /// Comparisons give bool traces; a NaN makes each of them false, except `~=`.
     Boolean,
-    /// By how much a formula holds, or fails where negative: comparisons are differences of double,
-    /// logic is minimum and maximum, `~` the negation. Its sign is that of the boolean meaning
-    /// wherever it is not zero. Comparisons of bool, verdicts and enumerations, and whatever else
-    /// is bool, are plus infinity where they are true and minus infinity where they are false,
-    /// since no change of a number alters them; in a linear result 1e200 and more counts as
-    /// infinite. NaN where a number is NaN: it is not known by how much. Until needs held signals.
-    Robustness,
+    /// The least that the robustness can be: by how much a formula holds, or fails where negative.
+    /// Comparisons are differences of double, logic is minimum and maximum, `~` the negation.
+    /// Comparisons of bool, verdicts and enumerations, and whatever else is bool, are plus infinity
+    /// where they are true and minus infinity where they are false, since no change of a number
+    /// alters them; in a linear result 1e200 and more counts as infinite. What is open counts as
+    /// minus infinity. NaN where a number is NaN: it is not known by how much.
+    LeastRobustness,
+    /// The greatest that it can be: what is open counts as plus infinity. Where the two are equal
+    /// the recording decides the robustness. Where truth is not open, both have its sign wherever
+    /// they are not zero.
+    GreatestRobustness,
 };
 
 struct EvaluationRequest {
@@ -28,11 +34,12 @@ struct EvaluationRequest {
     Meaning meaning = Meaning::Boolean;
 };
 
-/// What became of a request: pieces, or the failure. An AssessmentEvaluationException names the
+/// What became of a request. An AssessmentEvaluationException names the
 /// formula, and its causes the sub-formulas down to the first fault: of a chain of more than 101
 /// formulas the outermost one and the 100 next to the fault.
 struct EvaluationResult {
-    SharedPieces pieces;  ///< null where it failed
+    SharedTruth truth;    ///< under the boolean meaning of what is bool, else null
+    SharedPieces pieces;  ///< of any other value; robustness is one piece over all of time
     std::exception_ptr failure;
 };
 
@@ -40,7 +47,9 @@ struct EvaluationOptions {
     unsigned jobs = 1;  ///< threads, at least 1
     /// Called after each sub-formula with how many are done and how many there are, from the
     /// thread that calls evaluate.
-    std::function<void(std::size_t, std::size_t)> progress;
+    std::function<void(std::size_t, std::size_t)> progress = {};
+    /// How the traces count their times: slopes are per second of it, and messages name its times.
+    Timeline timeline = Timeline(second);
 };
 
 /// The pieces of a signal. Throws for a signal that there is no data for; calls may come from
@@ -56,9 +65,10 @@ using ResultConsumer = std::function<void(std::size_t, EvaluationResult)>;
 /// of them once for each meaning, its trace freed as soon as nothing needs it any more. Signals are
 /// shared, not copied. The results do not depend on the number of jobs. Linear in the formulas.
 ///
-/// Where an operand has holes, so has the result: a time is known where every value that decides
-/// it lies in one piece of its operand. No piece of a result begins before the pieces that it is
-/// made of.
+/// Truth is that of Kleene's strong logic: it is decided wherever what is known decides it,
+/// whatever the rest may be. A number is known where all that it is made of lies in one piece of
+/// each operand. A quantity without samples has no type to tell truth from numbers: it gives no
+/// pieces, and truth that is open throughout.
 ///
 /// Operands have the same type, or an AssessmentBinaryTypeException names both; enumerations only
 /// compare by `==` and `~=` within their own. A cast rounds a number to the nearest integer, halves

@@ -1,6 +1,7 @@
 #include "formula_graph.hpp"
 
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
+#include <vorm/evaluation/evaluator/robustness.hpp>
 #include <vorm/evaluation/evaluator/sub_formulas.hpp>
 
 #include <optional>
@@ -8,10 +9,24 @@
 namespace vorm::evaluation {
 namespace {
 
+constexpr std::size_t meaningCount = 3;
+
 // A sub-formula under a meaning as one number. That of every operand is less: children have lower
 // numbers, and a term's robustness is made from its boolean meaning.
 std::size_t meaningNumber(std::size_t subFormula, Meaning meaning) {
-    return 2 * subFormula + (meaning == Meaning::Robustness ? 1 : 0);
+    return meaningCount * subFormula + static_cast<std::size_t>(meaning);
+}
+
+// Under which meaning the operands of a node are read.
+Meaning operandMeaning(NodeRole role, Meaning meaning) {
+    if (!isRobustness(meaning) || role == NodeRole::Comparison || role == NodeRole::Term) {
+        return Meaning::Boolean;
+    }
+    if (role != NodeRole::Negation) {
+        return meaning;
+    }
+    return meaning == Meaning::LeastRobustness ? Meaning::GreatestRobustness
+                                               : Meaning::LeastRobustness;
 }
 
 class GraphBuilder {
@@ -21,7 +36,7 @@ public:
             roots_.push_back(
                 meaningNumber(subFormulas_.numberOf(*request.formula), request.meaning));
         }
-        needed_.assign(2 * subFormulas_.all().size(), false);
+        needed_.assign(meaningCount * subFormulas_.all().size(), false);
         for (const std::size_t root : roots_) {
             needed_[root] = true;
         }
@@ -62,21 +77,23 @@ private:
 
     // The vertex of a number, with such numbers for its operands.
     FormulaVertex vertexOf(std::size_t number) const {
-        const SubFormula& sub = subFormulas_.all()[number / 2];
-        const Meaning meaning = number % 2 == 0 ? Meaning::Boolean : Meaning::Robustness;
+        const std::size_t subFormula = number / meaningCount;
+        const SubFormula& sub = subFormulas_.all()[subFormula];
+        const auto meaning = static_cast<Meaning>(number % meaningCount);
+        const NodeRole role = roleOf(*sub.formula);
         FormulaVertex vertex{sub.formula, meaning, {}, sub.childCount, {}};
-        Meaning operandMeaning = Meaning::Boolean;
-        if (meaning == Meaning::Robustness) {
-            const NodeRole role = roleOf(*sub.formula);
-            if (role == NodeRole::Term) {
-                vertex.operands = {meaningNumber(number / 2, Meaning::Boolean)};
-                vertex.operandCount = 1;
-                return vertex;
-            }
-            operandMeaning = role == NodeRole::Logic ? meaning : Meaning::Boolean;
+        if (isRobustness(meaning) && role == NodeRole::Term) {
+            vertex.operands = {meaningNumber(subFormula, Meaning::Boolean)};
+            vertex.operandCount = 1;
+            return vertex;
         }
         for (std::size_t i = 0; i < sub.childCount; ++i) {
-            vertex.operands[i] = meaningNumber(sub.children[i], operandMeaning);
+            vertex.operands[i] = meaningNumber(sub.children[i], operandMeaning(role, meaning));
+        }
+        if (isRobustness(meaning) && role == NodeRole::Instant) {
+            // Where anything begins to be known, only truth tells.
+            vertex.operands[vertex.operandCount++] =
+                meaningNumber(sub.children[0], Meaning::Boolean);
         }
         return vertex;
     }

@@ -8,7 +8,12 @@
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
 #include <vorm/evaluation/evaluator/pieces.hpp>
 #include <vorm/evaluation/evaluator/robustness.hpp>
+#include <vorm/evaluation/evaluator/slope.hpp>
 #include <vorm/evaluation/evaluator/step_line.hpp>
+#include <vorm/evaluation/evaluator/until_robustness.hpp>
+
+#include <algorithm>
+#include <utility>
 
 namespace vorm::evaluation {
 
@@ -19,7 +24,17 @@ namespace {
 // The tag of a plain literal; all others are those of enumerations.
 constexpr std::int32_t plainTag = 1;
 
-SharedPieces constantPieces(const constantValue& literal) {
+Value shared(Truth truth) {
+    return std::make_shared<const Truth>(std::move(truth));
+}
+
+// Truth of what is bool, the rest as it is.
+Value valueOf(SharedPieces pieces) {
+    const bool isBool = !pieces->empty() && pieces->front().which() == int{valueTypeIndex<bool>};
+    return isBool ? shared(truthOf(*pieces)) : Value(std::move(pieces));
+}
+
+Value literalValue(const constantValue& literal) {
     TracePieces pieces{boost::apply_visitor(
         [&]<class T>(const T& value) -> TimedTrace {
             TimedTrace_T<T> constant(value);
@@ -29,7 +44,23 @@ SharedPieces constantPieces(const constantValue& literal) {
             return constant;
         },
         literal.value)};
-    return std::make_shared<const TracePieces>(std::move(pieces));
+    return valueOf(std::make_shared<const TracePieces>(std::move(pieces)));
+}
+
+// Whether a formula's samples are rounded results; those of a signal that is only moved or
+// converted are not.
+bool isComputed(const Expression& formula) {
+    const Expression* inner = &detail::withoutAliases(formula);
+    while (true) {
+        if (const auto* moved = boost::get<timed_unary_op>(inner)) {
+            inner = &detail::withoutAliases(moved->child);
+        } else if (const auto* cast = boost::get<cast_op>(inner)) {
+            inner = &detail::withoutAliases(cast->child);
+        } else {
+            return boost::get<variable>(inner) == nullptr &&
+                   boost::get<constantValue>(inner) == nullptr;
+        }
+    }
 }
 
 // Whether a factor is decided here and not by Scale, for which whatever is left of a signal that is
@@ -45,91 +76,90 @@ SharedPieces scaled(const TracePieces& left, const TracePieces& right) {
                    [](const TimedTrace& l, const TimedTrace& r) { return l.Scale(r); });
 }
 
-void requireHeld(const TimedTrace& operand) {
-    if (operand.getInterpolation() == INTERPOLATION_METHOD::LINEAR) {
-        throw AssessmentInternalException("Until on numbers needs held signals.");
-    }
+// The trace looked at that much ahead, known also before it begins.
+TimedTrace shifted(const TimedTrace& trace, double delay) {
+    return trace.visit([&](const auto& typed) -> TimedTrace { return typed.Shift(delay, false); });
 }
 
-// What the goal does while the condition is not known must not count.
-TimedTrace untilWhileKnown(const TimedTrace& condition, const TimedTrace& goal, double a,
-                           double b) {
-    requireHeld(condition);
-    requireHeld(goal);
-    if (isConstant(goal)) {
-        // What is reached ever is reached as soon as it counts.
-        return condition.Globally(0, a).And(goal);
-    }
-    const double start = condition.getStartTime();
-    const double end = condition.getLastKnownTime();
-    const bool goalIsInside = goal.getStartTime() >= start && goal.getLastKnownTime() <= end;
-    return goalIsInside ? condition.Until(a, b, goal)
-                        : condition.Until(a, b, goal.extractWindow(start, end, 0));
-}
-
-class NodeEvaluation : public boost::static_visitor<SharedPieces> {
+class NodeEvaluation : public boost::static_visitor<Value> {
 public:
-    NodeEvaluation(Meaning meaning, const std::vector<SharedPieces>& operands,
-                   const SignalLookup& signals)
-        : meaning_(meaning), operands_(operands), signals_(signals) {}
+    NodeEvaluation(Meaning meaning, const std::vector<Value>& operands, const SignalLookup& signals,
+                   const Timeline& timeline)
+        : timeline_(timeline),
+          meaning_(meaning),
+          operands_(operands),
+          signals_(signals),
+          isLogical_(meaning == Meaning::Boolean &&
+                     std::any_of(operands.begin(), operands.end(), isTruth)) {}
 
-    SharedPieces operator()(const constantValue& node) const { return constantPieces(node); }
-    SharedPieces operator()(const variable& node) const { return signals_(node); }
+    Value operator()(const constantValue& node) const { return literalValue(node); }
+    Value operator()(const variable& node) const { return valueOf(signals_(node)); }
 
-    SharedPieces operator()(const unary_op& node) const {
+    Value operator()(const unary_op& node) const {
         switch (node.op) {
             case VORM_OP::UnaryMinus:
                 return onOperand([](const TimedTrace& x) { return x.UnaryMinus(); });
             case VORM_OP::Abs:
                 return onOperand([](const TimedTrace& x) { return x.Abs(); });
             case VORM_OP::Slope:
-                return onOperand([](const TimedTrace& x) { return x.Slope(); });
+                return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
             case VORM_OP::Not:
-                return isRobustness()
+                return isRobustness(meaning_)
                            ? onOperand([](const TimedTrace& x) { return x.UnaryMinus(); })
-                           : onOperand(logicalNot);
+                           : shared(truth(0)->UMinus());
             default:
                 throwNoOperator(node.label);
         }
     }
 
-    SharedPieces operator()(const timed_unary_op& node) const {
+    Value operator()(const timed_unary_op& node) const {
         switch (node.op) {
             case VORM_OP::Shift:
-                return onOperand([&](const TimedTrace& x) { return x.Shift(node.offset); });
+                return isLogical_ ? shared(truth(0)->Shift(node.offset, false))
+                                  : onOperand([&](const TimedTrace& x) {
+                                        return shifted(x, node.offset);
+                                    });
             case VORM_OP::EpsilonShift:
-                return onOperand([&](const TimedTrace& x) { return x.EpsilonShift(node.offset); });
+                return epsilonShift(node.offset);
             default:
                 throwNoOperator(node.label);
         }
     }
 
-    SharedPieces operator()(const timedwindow_unary_op& node) const {
+    Value operator()(const timedwindow_unary_op& node) const {
         switch (node.op) {
             case VORM_OP::Eventually:
-                return onOperand([&](const TimedTrace& x) { return x.Eventually(node.a, node.b); });
+                return window(node,
+                              [](const auto& x, double a, double b) { return x.Eventually(a, b); });
             case VORM_OP::Globally:
-                return onOperand([&](const TimedTrace& x) { return x.Globally(node.a, node.b); });
+                return window(node,
+                              [](const auto& x, double a, double b) { return x.Globally(a, b); });
             default:
                 throwNoOperator(node.label);
         }
     }
 
-    SharedPieces operator()(const timedwindow_binary_op& node) const {
+    Value operator()(const timedwindow_binary_op& node) const {
         if (node.op != VORM_OP::Until) {
             throwNoOperator(node.label);
         }
-        return onOperands([&](const TimedTrace& condition, const TimedTrace& goal) {
-            return untilWhileKnown(condition, goal, node.a, node.b);
-        });
+        if (isRobustness(meaning_)) {
+            return onOperands([&](const TimedTrace& condition, const TimedTrace& goal) {
+                return untilRobustness(condition, goal, node.a, node.b);
+            });
+        }
+        return shared(truth(0)->Until(*truth(1), node.a, node.b));
     }
 
-    SharedPieces operator()(const cast_op& node) const {
+    Value operator()(const cast_op& node) const {
         const auto target = static_cast<std::size_t>(node.target.which());
-        return onOperand([&](const TimedTrace& x) { return converted(x, target); });
+        if (target != valueTypeIndex<bool>) {
+            return onOperand([&](const TimedTrace& x) { return converted(x, target, timeline_); });
+        }
+        return isLogical_ ? operands_[0] : shared(isNotZero({*pieces(0), isComputed(node.child)}));
     }
 
-    SharedPieces operator()(const binary_op& node) const {
+    Value operator()(const binary_op& node) const {
         switch (node.op) {
             case VORM_OP::Plus:
                 return onAlignedOperands(
@@ -138,78 +168,117 @@ public:
                 return onAlignedOperands(
                     [](const TimedTrace& l, const TimedTrace& r) { return l.Minus(r); });
             case VORM_OP::Multiply:
-                return scaled(*operands_[0], *operands_[1]);
+                requireSameType(operands_[0], operands_[1]);
+                return scaled(*pieces(0), *pieces(1));
             case VORM_OP::And:
-                return onAlignedOperands(
-                    [](const TimedTrace& l, const TimedTrace& r) { return l.And(r); });
+                return logic([](const auto& l, const auto& r) { return l.And(r); });
             case VORM_OP::Or:
-                return onAlignedOperands(
-                    [](const TimedTrace& l, const TimedTrace& r) { return l.Or(r); });
+                return logic([](const auto& l, const auto& r) { return l.Or(r); });
             default:
                 return comparison(node);
         }
     }
 
     template <class Node>
-    SharedPieces operator()(const Node&) const {
+    Value operator()(const Node&) const {
         throw AssessmentInternalException("There is no formula.");
     }
 
 private:
-    bool isRobustness() const { return meaning_ == Meaning::Robustness; }
+    SharedTruth truth(std::size_t operand) const { return asTruth(operands_[operand]); }
+    SharedPieces pieces(std::size_t operand) const { return asPieces(operands_[operand]); }
 
-    template <class Operation>
-    SharedPieces onOperand(Operation operation) const {
-        return onPieces(*operands_[0], operation);
+    std::pair<SharedPieces, SharedPieces> alignedPieces() const {
+        const SharedPieces left = pieces(0);
+        const SharedPieces right = pieces(1);
+        return {withNanApart(left, *right), withNanApart(right, *left)};
     }
 
     template <class Operation>
-    SharedPieces onOperands(Operation operation) const {
-        return onPairs(*operands_[0], *operands_[1], operation);
+    Value onOperand(Operation operation) const {
+        return onPieces(*pieces(0), operation);
     }
 
     template <class Operation>
-    SharedPieces onAlignedOperands(Operation operation) const {
-        return onOperands([&](const TimedTrace& left, const TimedTrace& right) {
-            if (isRobustness() && isMixed(left, right)) {
-                const ChangedTrace finiteLeft = withFiniteCertainty(left);
-                const ChangedTrace finiteRight = withFiniteCertainty(right);
-                return onAligned(changedOr(finiteLeft, left), changedOr(finiteRight, right),
-                                 operation);
-            }
-            return onAligned(left, right, operation);
+    Value onOperands(Operation operation) const {
+        requireSameType(operands_[0], operands_[1]);
+        return onPairs(*pieces(0), *pieces(1), operation);
+    }
+
+    template <class Operation>
+    Value onAlignedOperands(Operation operation) const {
+        requireSameType(operands_[0], operands_[1]);
+        const auto [l, r] = alignedPieces();
+        return onPairs(*l, *r, [&](const TimedTrace& left, const TimedTrace& right) {
+            return isRobustness(meaning_) ? onFinite(left, right, operation)
+                                          : onAligned(left, right, operation);
         });
     }
 
-    SharedPieces comparison(const binary_op& node) const {
+    template <class Operation>
+    Value logic(Operation operation) const {
+        if (!isLogical_) {
+            return onAlignedOperands(operation);
+        }
+        requireSameType(operands_[0], operands_[1]);
+        return shared(operation(*truth(0), *truth(1)));
+    }
+
+    // A number is known wherever the window is, also before the operand begins.
+    template <class Operation>
+    Value window(const timedwindow_unary_op& node, Operation operation) const {
+        if (isLogical_) {
+            return shared(operation(*truth(0), node.a, node.b));
+        }
+        return onOperand([&](const TimedTrace& x) {
+            return node.a == 0 ? operation(x, 0, node.b)
+                               : operation(shifted(x, node.a), 0, node.b - node.a);
+        });
+    }
+
+    Value epsilonShift(double direction) const {
+        if (isLogical_) {
+            return shared(epsilonShifted(*truth(0), direction));
+        }
+        return onOperand([&](const TimedTrace& x) {
+            return isRobustness(meaning_) && direction >= 0 ? justBefore(x, *truth(1))
+                                                            : x.EpsilonShift(direction);
+        });
+    }
+
+    Value comparison(const binary_op& node) const {
         if (roleOf(node.op) != NodeRole::Comparison) {
             throwNoOperator(node.label);
         }
-        const auto operation = isRobustness() ? comparisonRobustness : compare;
-        return onOperands([&](const TimedTrace& left, const TimedTrace& right) {
-            return operation(node.op, left, right);
-        });
+        requireSameType(operands_[0], operands_[1]);
+        const auto [left, right] =
+            isRobustness(meaning_) ? alignedPieces() : std::pair(pieces(0), pieces(1));
+        const Compared l{*left, isComputed(node.lhs)};
+        const Compared r{*right, isComputed(node.rhs)};
+        return isRobustness(meaning_) ? comparisonRobustness(node.op, l, r, openAs(meaning_))
+                                      : shared(compare(node.op, l, r));
     }
 
     [[noreturn]] static void throwNoOperator(const std::string& label) {
         throw AssessmentInternalException("'" + label + "' is no operator on these operands.");
     }
 
+    const Timeline& timeline_;
     Meaning meaning_;
-    const std::vector<SharedPieces>& operands_;
+    const std::vector<Value>& operands_;
     const SignalLookup& signals_;
+    const bool isLogical_;  // whether truth is made of truth
 };
 
 }  // namespace
 
-SharedPieces evaluateNode(const Expression& formula, Meaning meaning,
-                          const std::vector<SharedPieces>& operands, const SignalLookup& signals) {
-    if (meaning == Meaning::Robustness && roleOf(formula) == NodeRole::Term) {
-        const TracePieces& pieces = *operands[0];
-        const bool isTruth = !pieces.empty() && pieces.front().which() == int{valueTypeIndex<bool>};
-        return isTruth ? onPieces(pieces, asCertainty) : operands[0];
+Value evaluateNode(const Expression& formula, Meaning meaning, const std::vector<Value>& operands,
+                   const SignalLookup& signals, const Timeline& timeline) {
+    if (isRobustness(meaning) && roleOf(formula) == NodeRole::Term) {
+        return isTruth(operands[0]) ? certainty(*asTruth(operands[0]), openAs(meaning))
+                                    : operands[0];
     }
-    return boost::apply_visitor(NodeEvaluation(meaning, operands, signals),
+    return boost::apply_visitor(NodeEvaluation(meaning, operands, signals, timeline),
                                 detail::withoutAliases(formula));
 }
 

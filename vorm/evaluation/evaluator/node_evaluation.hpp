@@ -4,6 +4,7 @@
 // operands a node has under which meaning is the formula graph's matter.
 
 #include <vorm/evaluation/evaluator/evaluator.hpp>
+#include <vorm/evaluation/evaluator/value.hpp>
 
 #include <vector>
 
@@ -11,7 +12,8 @@ namespace vorm::evaluation {
 
 /// The value of a formula from those of its vertex's operands. What a failing operation throws
 /// passes through.
-SharedPieces evaluateNode(const assessments::Expression& formula, Meaning meaning,
-                          const std::vector<SharedPieces>& operands, const SignalLookup& signals);
+Value evaluateNode(const assessments::Expression& formula, Meaning meaning,
+                   const std::vector<Value>& operands, const SignalLookup& signals,
+                   const Timeline& timeline);
 
 }  // namespace vorm::evaluation

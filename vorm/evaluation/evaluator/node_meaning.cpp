@@ -30,13 +30,15 @@ NodeRole roleOf(VORM_OP op) {
             return NodeRole::Comparison;
         case VORM_OP::And:
         case VORM_OP::Or:
-        case VORM_OP::Not:
         case VORM_OP::Eventually:
         case VORM_OP::Globally:
         case VORM_OP::Until:
         case VORM_OP::Shift:
-        case VORM_OP::EpsilonShift:
             return NodeRole::Logic;
+        case VORM_OP::Not:
+            return NodeRole::Negation;
+        case VORM_OP::EpsilonShift:
+            return NodeRole::Instant;
         default:
             return NodeRole::Term;
     }

@@ -12,6 +12,8 @@ enum class NodeRole {
     Term,        ///< has one meaning only: leaves, arithmetic and casts
     Comparison,  ///< makes truth of terms
     Logic,       ///< makes truth of truth: also windows and shifts
+    Negation,    ///< does so, and the best there is becomes the worst
+    Instant,     ///< does so, from one representable time to the next
 };
 
 NodeRole roleOf(assessments::VORM_OP op);

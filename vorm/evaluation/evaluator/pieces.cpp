@@ -59,25 +59,17 @@ void PiecePairs::passEarlierEnd() {
     ++(leftEndsLater ? r_ : l_);
 }
 
-const TimedTrace& PiecePairs::left() {
-    return cut(left_[l_], cutLeft_);
+PieceSpan PiecePairs::span() const {
+    return {std::max(left().getStartTime(), right().getStartTime()),
+            std::min(left().getLastKnownTime(), right().getLastKnownTime())};
 }
 
-const TimedTrace& PiecePairs::right() {
-    return cut(right_[r_], cutRight_);
-}
-
-const TimedTrace& PiecePairs::cut(const TimedTrace& piece, Storage& storage) {
-    const bool single = left_.size() == 1 && right_.size() == 1;
-    if (single || isConstant(piece)) {
-        return piece;
+std::optional<TimedTrace> cutTo(const PieceSpan& span, const TimedTrace& piece) {
+    const bool isWhole = piece.getStartTime() == span.start && piece.getLastKnownTime() == span.end;
+    if (isWhole || isConstant(piece)) {
+        return std::nullopt;
     }
-    const double start = std::max(left_[l_].getStartTime(), right_[r_].getStartTime());
-    const double end = std::min(left_[l_].getLastKnownTime(), right_[r_].getLastKnownTime());
-    if (piece.getStartTime() == start && piece.getLastKnownTime() == end) {
-        return piece;
-    }
-    return storage.emplace(piece.extractWindow(start, end, 0));
+    return piece.extractWindow(span.start, span.end, 0);
 }
 
 }  // namespace vorm::evaluation

@@ -32,41 +32,54 @@ SharedPieces onPieces(const TracePieces& operand, Operation operation) {
     return results;
 }
 
+/// A closed span of time.
+struct PieceSpan {
+    double start;
+    double end;
+};
+
 /// Walks over the pairs of pieces, one of each operand, that have a time in common.
 class PiecePairs {
 public:
+    /// Throws AssessmentBinaryTypeException for operands of different types.
     PiecePairs(const TracePieces& left, const TracePieces& right);
 
     bool done() const { return l_ == left_.size() || r_ == right_.size(); }
     void advance();
 
-    /// The pieces of the pair. Where an operand has several, they are cut to their common span, so
-    /// that a long piece does not count whole against each of many short ones.
-    const assessments::TimedTrace& left();
-    const assessments::TimedTrace& right();
+    /// The pieces of the pair, whole.
+    const assessments::TimedTrace& left() const { return left_[l_]; }
+    const assessments::TimedTrace& right() const { return right_[r_]; }
+
+    /// What they have in common.
+    PieceSpan span() const;
 
 private:
-    using Storage = std::optional<assessments::TimedTrace>;
-
     void skipPairsApart();
     void passEarlierEnd();
-    const assessments::TimedTrace& cut(const assessments::TimedTrace& piece, Storage& storage);
 
     const TracePieces& left_;
     const TracePieces& right_;
     std::size_t l_ = 0;
     std::size_t r_ = 0;
-    Storage cutLeft_;
-    Storage cutRight_;
 };
+
+/// A piece on a span, so that a long one does not count whole against each of many short ones;
+/// nothing where it is no longer, or a constant.
+std::optional<assessments::TimedTrace> cutTo(const PieceSpan& span,
+                                             const assessments::TimedTrace& piece);
 
 /// The operation on every pair of pieces that have a time in common. Throws
 /// AssessmentBinaryTypeException for operands of different types.
 template <class Operation>
 SharedPieces onPairs(const TracePieces& left, const TracePieces& right, Operation operation) {
     auto results = std::make_shared<TracePieces>();
+    const bool areWhole = left.size() == 1 && right.size() == 1;
     for (PiecePairs pairs(left, right); !pairs.done(); pairs.advance()) {
-        appendPiece(*results, operation(pairs.left(), pairs.right()));
+        const auto cutLeft = areWhole ? std::nullopt : cutTo(pairs.span(), pairs.left());
+        const auto cutRight = areWhole ? std::nullopt : cutTo(pairs.span(), pairs.right());
+        appendPiece(*results, operation(cutLeft ? *cutLeft : pairs.left(),
+                                        cutRight ? *cutRight : pairs.right()));
     }
     return results;
 }

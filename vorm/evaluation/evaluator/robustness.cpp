@@ -1,13 +1,14 @@
 #include "robustness.hpp"
 
 #include <vorm/assessments/trace/time_step.hpp>
-#include <vorm/evaluation/evaluator/comparison.hpp>
+#include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
-#include <vorm/evaluation/evaluator/step_line.hpp>
+#include <vorm/evaluation/evaluator/pieces.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace vorm::evaluation {
 
@@ -15,18 +16,23 @@ using namespace assessments;
 
 namespace {
 
+// A number between two of these that follow each other at neighbouring times must not lie on the
+// line from one to the other, or it would count as redundant: no two of them are opposite.
 constexpr double certain = 1e200;
+constexpr double certainlyNot = -3e200;
+constexpr double unknown = 5e200;
 
 bool isCertain(const TimedPoint<double>& point) {
     return std::fabs(point.value) >= certain;
 }
 
-bool hasCertainty(const TimedTrace& trace) {
+template <class Holds>
+bool anyPoint(const TimedTrace& trace, Holds holds) {
     if (trace.which() != int{valueTypeIndex<double>}) {
         return false;
     }
     const auto& points = trace.get<double>().points;
-    return std::any_of(points.begin(), points.end(), isCertain);
+    return std::any_of(points.begin(), points.end(), holds);
 }
 
 bool isNumeric(const TimedTrace& trace) {
@@ -43,22 +49,8 @@ TimedTrace difference(const TimedTrace& left, const TimedTrace& right) {
                      [](const TimedTrace& l, const TimedTrace& r) { return l.Minus(r); });
 }
 
-}  // namespace
-
-TimedTrace asCertainty(const TimedTrace& trace) {
-    const TimedTrace_T<bool>& truth = trace.get<bool>();
-    TimedTrace_T<double> result(INTERPOLATION_METHOD::ZOH, truth.lastKnownTime);
-    for (const TimedPoint<bool>& point : truth.points) {
-        result.points.push_back({point.time, point.value ? detail::infinity : -detail::infinity});
-    }
-    return result;
-}
-
-TimedTrace comparisonRobustness(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
+TimedTrace distance(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
     requireComparable(op, left, right);
-    if (!isNumeric(left)) {
-        return asCertainty(compare(op, left, right));
-    }
     switch (op) {
         case VORM_OP::Gt:
         case VORM_OP::Geq:
@@ -73,21 +65,164 @@ TimedTrace comparisonRobustness(VORM_OP op, const TimedTrace& left, const TimedT
     }
 }
 
+// Where nothing known lies just before, or nothing is known any more.
+std::vector<double> timesWithoutBefore(const Truth& truth) {
+    std::vector<double> times;
+    bool isKnown = false;
+    bool hasBegun = false;
+    for (const Truth::Point& point : truth.points) {
+        const bool begins = point.value != isOpen && !hasBegun;
+        const bool ends = point.value == isOpen && isKnown;
+        if ((begins || ends) && std::isfinite(point.time)) {
+            times.push_back(point.time);
+        }
+        isKnown = point.value != isOpen;
+        hasBegun = hasBegun || isKnown;
+    }
+    return times;
+}
+
+bool isLine(const TimedTrace& trace) {
+    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR;
+}
+
+// Writes what is known in pieces as one trace. A line steps to and from what is between them.
+class Joining {
+public:
+    Joining(INTERPOLATION_METHOD method, double between)
+        : between_(between), joined_(method, -detail::infinity), output_(joined_) {
+        output_.append({-detail::infinity, between_});
+    }
+
+    void add(const TimedTrace_T<double>& piece) {
+        const double start = piece.points.front().time;
+        const double end = piece.lastKnownTime;
+        append(detail::previousTime(start), between_);
+        for (const TimedPoint<double>& point : piece.points) {
+            if (point.time <= end) {
+                append(point.time, point.value);
+            }
+        }
+        append(end, *piece.valueAt(end));
+        append(detail::nextTime(end), between_);
+    }
+
+    SharedPieces finish() {
+        joined_.lastKnownTime = detail::infinity;
+        return std::make_shared<const TracePieces>(TracePieces{std::move(joined_)});
+    }
+
+private:
+    // A piece that begins where another one ends replaces what was between them.
+    void append(double time, double value) {
+        if (time > joined_.lastKnownTime) {
+            output_.append({time, value});
+        } else if (time == joined_.points.back().time) {
+            joined_.points.back().value = value;
+        }
+    }
+
+    double between_;
+    TimedTrace_T<double> joined_;
+    detail::TraceBuilder<double> output_;
+};
+
+SharedPieces overAllTime(const TracePieces& pieces, double open) {
+    const bool isLinear = std::any_of(pieces.begin(), pieces.end(), isLine);
+    if (!isLinear) {
+        Joining joining(INTERPOLATION_METHOD::ZOH, open);
+        for (const TimedTrace& piece : pieces) {
+            joining.add(piece.get<double>());
+        }
+        return joining.finish();
+    }
+    Joining joining(INTERPOLATION_METHOD::LINEAR, open);
+    for (const TimedTrace& piece : pieces) {
+        const ChangedTrace finite = withFiniteCertainty(piece);
+        const ChangedTrace line = steppingLine(changedOr(finite, piece));
+        joining.add(changedOr(line, changedOr(finite, piece)).get<double>());
+    }
+    return joining.finish();
+}
+
+}  // namespace
+
+bool isRobustness(Meaning meaning) {
+    return meaning != Meaning::Boolean;
+}
+
+double openAs(Meaning meaning) {
+    return meaning == Meaning::LeastRobustness ? -unknown : unknown;
+}
+
+SharedPieces certainty(const Truth& truth, double open) {
+    TimedTrace_T<double> result(INTERPOLATION_METHOD::ZOH, -detail::infinity);
+    detail::TraceBuilder<double> output(result);
+    for (const Truth::Point& point : truth.points) {
+        output.append({point.time, point.value == isOpen ? open : point.value * detail::infinity});
+    }
+    result.lastKnownTime = detail::infinity;
+    return std::make_shared<const TracePieces>(TracePieces{std::move(result)});
+}
+
+SharedPieces comparisonRobustness(VORM_OP op, const Compared& left, const Compared& right,
+                                  double open) {
+    if (!std::all_of(left.pieces.begin(), left.pieces.end(), isNumeric)) {
+        return certainty(compare(op, left, right), open);
+    }
+    const SharedPieces known =
+        onPairs(left.pieces, right.pieces,
+                [&](const TimedTrace& l, const TimedTrace& r) { return distance(op, l, r); });
+    return overAllTime(*known, open);
+}
+
+TimedTrace justBefore(const TimedTrace& robustness, const Truth& truth) {
+    const TimedTrace_T<double>& now = robustness.get<double>();
+    const TimedTrace_T<double> before = now.EpsilonShift(1);
+    const std::vector<double> kept = timesWithoutBefore(truth);
+    TimedTrace_T<double> result(before.interpolation, -detail::infinity);
+    detail::TraceBuilder<double> output(result);
+    const auto append = [&](double time, double value) {
+        if (result.points.empty() || time > result.lastKnownTime) {
+            output.append({time, value});
+        }
+    };
+    auto point = before.points.begin();
+    for (const double time : kept) {
+        for (; point != before.points.end() && point->time < time; ++point) {
+            append(point->time, point->value);
+        }
+        append(detail::previousTime(time), *before.valueAt(detail::previousTime(time)));
+        append(time, *now.valueAt(time));
+        const double after = detail::nextTime(time);
+        if (!std::binary_search(kept.begin(), kept.end(), after)) {
+            append(after, *before.valueAt(after));
+        }
+    }
+    for (; point != before.points.end(); ++point) {
+        append(point->time, point->value);
+    }
+    result.lastKnownTime = detail::infinity;
+    return result;
+}
+
 ChangedTrace withFiniteCertainty(const TimedTrace& trace) {
-    if (!hasCertainty(trace)) {
+    const auto isInfinite = [](const auto& point) { return std::isinf(point.value); };
+    if (!anyPoint(trace, isInfinite)) {
         return std::nullopt;
     }
     TimedTrace_T<double> finite = trace.get<double>();
     for (TimedPoint<double>& point : finite.points) {
-        if (isCertain(point)) {
-            point.value = std::copysign(certain, point.value);
+        if (isInfinite(point)) {
+            point.value = point.value > 0 ? certain : certainlyNot;
         }
     }
     return TimedTrace(std::move(finite));
 }
 
 bool hasFiniteCertainty(const TimedTrace& trace) {
-    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR && hasCertainty(trace);
+    return anyPoint(
+        trace, [](const auto& point) { return isCertain(point) && std::isfinite(point.value); });
 }
 
 TimedTrace withInfiniteCertainty(const TimedTrace& trace) {

@@ -2,7 +2,6 @@
 
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/assessments/expression/expression_factory.hpp>
-#include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <boost/variant/get.hpp>
 
@@ -78,7 +77,7 @@ std::optional<AliasForm> edge(const alias& node) {
     return AliasForm{std::string(word), p, "", nullptr, ")", false};
 }
 
-std::optional<AliasForm> crossing(const alias& node) {
+std::optional<AliasForm> crossing(const alias& node, const TimeTexts& times) {
     const Expression* x = treeOf(node.arguments[1]);
     const Expression* limit = treeOf(node.arguments[6]);
     const std::string_view word = textOf(node.arguments[2]);
@@ -92,18 +91,18 @@ std::optional<AliasForm> crossing(const alias& node) {
         !same(rightOf(body), limit)) {
         return std::nullopt;
     }
-    const std::string distance = shortestNumber(shift->offset);
+    const std::string distance = times.of(shift->offset);
     return AliasForm{(rising ? "Rise[" : "Fall[") + distance + "](", x, ", ", limit, ")", false};
 }
 
 }  // namespace
 
-std::optional<AliasForm> formOf(const alias& node) {
+std::optional<AliasForm> formOf(const alias& node, const TimeTexts& times) {
     switch (node.arguments.size()) {
         case 3:
             return treeOf(node.arguments[0]) != nullptr ? implication(node) : edge(node);
         case 8:
-            return crossing(node);
+            return crossing(node, times);
         default:
             return std::nullopt;
     }

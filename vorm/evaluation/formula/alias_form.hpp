@@ -3,6 +3,7 @@
 // Recognises the aliases that have operators of their own in the text of a formula.
 
 #include <vorm/assessments/expression/expression.hpp>
+#include <vorm/evaluation/time/time_text.hpp>
 
 #include <optional>
 #include <string>
@@ -21,6 +22,6 @@ struct AliasForm {
 
 /// The form of an implication, a rise or a fall; nothing for another alias, and for one whose text
 /// says something else than its body. Linear in the alias.
-std::optional<AliasForm> formOf(const assessments::alias& node);
+std::optional<AliasForm> formOf(const assessments::alias& node, const TimeTexts& times);
 
 }  // namespace vorm::evaluation

@@ -13,7 +13,7 @@ using assessments::Expression;
 
 class FormulaBuilder {
 public:
-    explicit FormulaBuilder(const FormulaNames& names) : definitions_(names) {}
+    explicit FormulaBuilder(const FormulaNames& names) : definitions_(names), nodes_(names.tick) {}
 
     Formula build(const ParsedFormula& formula);
 
@@ -26,6 +26,7 @@ private:
     Expression name(const SyntaxNode& node, const OperandType& type);
 
     Definitions definitions_;
+    NodeBuilder nodes_;
     std::set<std::string> signals_;
 };
 
@@ -74,7 +75,7 @@ Formula FormulaBuilder::build(const ParsedFormula& formula) {
     std::vector<OperandType> types = definitions_.typesOf(formula);
     const SignalType type = orDouble(types.back());
     Expression tree = build(formula, std::move(types), type);
-    return {std::move(tree), type, std::move(signals_)};
+    return {std::move(tree), type, std::move(signals_), nodes_.times()};
 }
 
 Expression FormulaBuilder::build(const ParsedFormula& formula, std::vector<OperandType> types,
@@ -85,8 +86,9 @@ Expression FormulaBuilder::build(const ParsedFormula& formula, std::vector<Opera
     // Growth would copy the trees.
     trees.reserve(nodes.size());
     for (std::size_t index = 0; index < nodes.size(); ++index) {
-        trees.push_back(operandsOf(nodes[index].kind) == 0 ? leaf(formula, types, index)
-                                                           : operatorOf(nodes[index], trees));
+        trees.push_back(operandsOf(nodes[index].kind) == 0
+                            ? leaf(formula, types, index)
+                            : nodes_.operatorOf(nodes[index], trees));
     }
     return std::move(trees.back());
 }

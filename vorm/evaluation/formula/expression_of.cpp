@@ -27,11 +27,13 @@ Expression leafOf(const SyntaxNode& node) {
 
 Expression expressionOf(const ParsedFormula& formula) {
     sizeOf(formula.nodes(), [](const SyntaxNode&) { return TreeSize(); });
+    NodeBuilder builder(second);
     std::vector<Expression> trees;
     // Growth would copy the trees.
     trees.reserve(formula.nodes().size());
     for (const SyntaxNode& node : formula.nodes()) {
-        trees.push_back(operandsOf(node.kind) == 0 ? leafOf(node) : operatorOf(node, trees));
+        trees.push_back(operandsOf(node.kind) == 0 ? leafOf(node)
+                                                   : builder.operatorOf(node, trees));
     }
     return std::move(trees.back());
 }

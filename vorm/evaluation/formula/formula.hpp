@@ -3,6 +3,7 @@
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/time/time_text.hpp>
 
 #include <functional>
 #include <map>
@@ -38,9 +39,9 @@ public:
     ///     Rise[2 s](x, 5), Fall[2 s](x, 5), int8(x) and the other value types, (p), 12.5, true,
     ///     nan, inf, speed, "Volume Flow", 'N'
     ///
-    /// Intervals are closed, in seconds or with one of the units ns, us, ms, s, min, h. A minus
-    /// sign that touches a number is part of it. A value type of a literal alone is a literal of
-    /// that type, `fixed(24, "u16f4")` the fixed-point number of that stored integer and type.
+    /// Intervals are closed, in seconds or with one of the units fs, ps, ns, us, ms, s, min, h. A
+    /// minus sign that touches a number is part of it. A value type of a literal alone is a literal
+    /// of that type, `fixed(24, "u16f4")` the fixed-point number of that stored integer and type.
     /// `#` and `//` begin comments. Operators that are words, except always, eventually, until,
     /// and, or, implies, not, are names of signals where their bracket does not follow.
     ///
@@ -73,6 +74,8 @@ struct FormulaNames {
     std::vector<std::string> signalNames;
     /// What else may be the reason that a signal is not there, for the advice; or empty.
     std::string whySignalsMayMiss;
+    /// The unit in which the tree counts its times: that of the traces it is for.
+    ExactTime tick = second;
 };
 
 /// A formula whose parts fit together.
@@ -80,6 +83,7 @@ struct Formula {
     assessments::Expression tree;
     SignalType type;                ///< of its values
     std::set<std::string> signals;  ///< the names of the signals that it reads, also by definitions
+    TimeTexts times;                ///< how its times were written
 };
 
 /// Types a formula and builds its tree.
@@ -96,16 +100,19 @@ Formula buildFormula(const ParsedFormula& formula, const FormulaNames& names);
 /// literals are double unless their type is written, every name is a signal, and `'N'` is a member
 /// of an enumeration without a name. Throws FormulaError for a literal that is not exactly a value
 /// of its type and for more than maximumFormulaNodes nodes.
+/// The tree counts its times in seconds.
 assessments::Expression expressionOf(const ParsedFormula& formula);
 
 inline constexpr std::size_t maximumFormulaNodes = 250'000;
 
 /// The text of a formula, which reads back as the same formula (under ModuloAliases) by
-/// expressionOf, and by buildFormula where it is well typed. Numbers are written in full, names are
+/// expressionOf, and by buildFormula where it is well typed. Numbers are written in full, times as
+/// `times` has them (without it the tree counts in seconds), names are
 /// quoted where they need it. Implications, rises and falls keep their form, other aliases appear
 /// as their bodies. Members of an enumeration come back by buildFormula only, and the text of a
 /// tree that is nested deeper than maximumNesting is not read back. Throws std::invalid_argument
 /// for a tree with nilClass or an operator that formulas do not have. Linear in the formula.
-std::string formulaText(const assessments::Expression& formula);
+std::string formulaText(const assessments::Expression& formula,
+                        const TimeTexts& times = TimeTexts());
 
 }  // namespace vorm::evaluation

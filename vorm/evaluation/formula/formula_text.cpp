@@ -25,13 +25,11 @@ struct Place {
     VORM_OP chain = VORM_OP::None;  // it is the left operand of this operator
 };
 
-std::string interval(double a, double b) {
-    return "[" + shortestNumber(a) + "," + shortestNumber(b) + "]";
-}
-
 // Writes a formula part by part from a list of its own, since trees can be deeper than the stack.
 class FormulaWriter : public boost::static_visitor<> {
 public:
+    explicit FormulaWriter(const TimeTexts& times) : times_(times) {}
+
     std::string write(const Expression& formula) &&;
 
     void operator()(const nilClass&) const {
@@ -41,8 +39,10 @@ public:
     void operator()(const variable& node) { text_ += nameText(node.name); }
     void operator()(const unary_op& node) { prefix(prefixOf(node.op), node.child, {}); }
     void operator()(const timed_unary_op& node) {
-        const std::string distance = "[" + shortestNumber(node.offset) + "]";
-        prefix(std::string(prefixOf(node.op)) + distance, node.child, {});
+        // Of an epsilon shift only the sign counts.
+        const std::string distance =
+            node.op == VORM_OP::EpsilonShift ? shortestNumber(node.offset) : times_.of(node.offset);
+        prefix(std::string(prefixOf(node.op)) + "[" + distance + "]", node.child, {});
     }
     void operator()(const timedwindow_unary_op& node) {
         prefix(std::string(prefixOf(node.op)) + interval(node.a, node.b), node.child, {});
@@ -66,12 +66,16 @@ private:
         std::string text;
     };
 
+    std::string interval(double a, double b) const {
+        return "[" + times_.of(a) + ", " + times_.of(b) + "]";
+    }
     void prefix(std::string_view word, const Expression& operand, const Place& place);
     void infix(const Expression& left, std::string_view symbol, const Expression& right,
                VORM_OP op);
     void later(const Expression& tree, const Place& place) { parts_.push_back({&tree, place, ""}); }
     void later(std::string_view text) { parts_.push_back({nullptr, {}, std::string(text)}); }
 
+    const TimeTexts& times_;
     std::string text_;
     Place place_;
     std::vector<Part> parts_;
@@ -110,7 +114,7 @@ void FormulaWriter::infix(const Expression& left, std::string_view symbol, const
 }
 
 void FormulaWriter::operator()(const alias& node) {
-    const std::optional<AliasForm> form = formOf(node);
+    const std::optional<AliasForm> form = formOf(node, times_);
     if (!form) {
         later(node.body, place_);
         return;
@@ -130,8 +134,8 @@ void FormulaWriter::operator()(const alias& node) {
 
 }  // namespace
 
-std::string formulaText(const Expression& formula) {
-    return FormulaWriter().write(formula);
+std::string formulaText(const Expression& formula, const TimeTexts& times) {
+    return FormulaWriter(times).write(formula);
 }
 
 }  // namespace vorm::evaluation

@@ -1,7 +1,7 @@
 #include "number_text.hpp"
 #include "parser.hpp"
 
-#include <vorm/evaluation/text/time_unit.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 namespace vorm::evaluation {
 namespace {
@@ -44,33 +44,41 @@ void Parser::printedDistance(SyntaxNode& node) {
         expected("the distance behind a 0", "write Rise[2 s](x, 5) or Fall[2 s](x, 5)");
     }
     take();
-    node.a = start.text == "0" ? time() : timeOf(behind.text);
+    node.a = start.text == "0" ? time() : timeOf(behind.text, false);
     expectClosing(opening, "]");
     node.sign = spanFrom(opening);
 }
 
-double Parser::time() {
+WrittenTime Parser::time() {
     const bool isNegative = takeIf("-");
     const Token digits = next();
     if (digits.kind != TokenKind::Number && !digits.is("inf") && !digits.is("nan")) {
         expected("a time", "for example 5 s or 200 ms");
     }
     take();
-    const double seconds = timeOf(digits.text);
-    return isNegative ? -seconds : seconds;
+    return timeOf(digits.text, isNegative);
 }
 
-double Parser::timeOf(std::string_view digits) {
-    const double number = numberOf<double>(digits);
-    if (next().kind != TokenKind::Name) {
-        return number;
+WrittenTime Parser::timeOf(std::string_view digits, bool isNegative) {
+    WrittenTime written;
+    written.text = (isNegative ? "-" : "") + std::string(digits);
+    ExactTime unit = second;
+    if (next().kind == TokenKind::Name) {
+        const std::optional<TimeUnit> named = timeUnitOf(next().text);
+        if (!named) {
+            expected("a unit of time", "the units are " + std::string(timeUnitNames));
+        }
+        take();
+        unit = named->length;
+        written.text += " " + std::string(named->name);
     }
-    const std::optional<TimeUnit> unit = timeUnitOf(next().text);
-    if (!unit) {
-        expected("a unit of time", "the units are ns, us, ms, s, min and h");
+    written.time = ExactTime::of(digits, unit);
+    written.number = numberOf<double>(digits);
+    if (isNegative) {
+        written.time = written.time ? std::optional(-*written.time) : std::nullopt;
+        written.number = -written.number;
     }
-    take();
-    return unit->inSeconds(number);
+    return written;
 }
 
 }  // namespace vorm::evaluation

@@ -73,13 +73,13 @@ Expression edgeOf(bool rising, Expression p) {
     return alias(std::move(body), rising ? "rise(" : "fall(", std::move(p), ")");
 }
 
-Expression crossingOf(const SyntaxNode& node, Expression x, Expression limit) {
+Expression crossingOf(bool rising, double distance, Expression x, Expression limit) {
     const ExpressionFactory factory;
-    Expression later = factory.Shift(node.a, x);
-    Expression difference = node.rising ? factory.Minus(std::move(later), Expression(x))
-                                        : factory.Minus(Expression(x), std::move(later));
+    Expression later = factory.Shift(distance, x);
+    Expression difference = rising ? factory.Minus(std::move(later), Expression(x))
+                                   : factory.Minus(Expression(x), std::move(later));
     Expression body = factory.Gt(std::move(difference), Expression(limit));
-    return alias(std::move(body), "(", std::move(x), node.rising ? " Rise [" : " Fall [", 0, node.a,
+    return alias(std::move(body), "(", std::move(x), rising ? " Rise [" : " Fall [", 0, distance,
                  "] ", std::move(limit), ")");
 }
 
@@ -91,15 +91,33 @@ Expression castOf(std::size_t target, Expression x) {
     return cast_op(std::move(x), flag);
 }
 
-Expression oneOperand(const SyntaxNode& node, Expression x) {
+Expression taken(std::vector<Expression>& operands) {
+    Expression last = std::move(operands.back());
+    operands.pop_back();
+    return last;
+}
+
+}  // namespace
+
+double NodeBuilder::ticks(const WrittenTime& written) {
+    const double ticks = written.time ? timeline_.ticksIn(*written.time) : written.number;
+    times_.add(ticks, written.text);
+    return ticks;
+}
+
+Expression NodeBuilder::oneOperand(const SyntaxNode& node, Expression x) {
     const ExpressionFactory factory;
     switch (node.kind) {
-        case SyntaxKind::Window:
-            return node.op == VORM_OP::Globally ? factory.Globally(node.a, node.b, std::move(x))
-                                                : factory.Eventually(node.a, node.b, std::move(x));
+        case SyntaxKind::Window: {
+            const double a = ticks(node.a);
+            const double b = ticks(node.b);
+            return node.op == VORM_OP::Globally ? factory.Globally(a, b, std::move(x))
+                                                : factory.Eventually(a, b, std::move(x));
+        }
         case SyntaxKind::Shifted:
-            return node.op == VORM_OP::Shift ? factory.Shift(node.a, std::move(x))
-                                             : factory.EpsilonShift(node.a, std::move(x));
+            // Of an epsilon shift only the sign counts.
+            return node.op == VORM_OP::Shift ? factory.Shift(ticks(node.a), std::move(x))
+                                             : factory.EpsilonShift(node.a.number, std::move(x));
         case SyntaxKind::Cast:
             return castOf(node.target, std::move(x));
         case SyntaxKind::Edge:
@@ -109,29 +127,24 @@ Expression oneOperand(const SyntaxNode& node, Expression x) {
     }
 }
 
-Expression twoOperands(const SyntaxNode& node, Expression left, Expression right) {
+Expression NodeBuilder::twoOperands(const SyntaxNode& node, Expression left, Expression right) {
     const ExpressionFactory factory;
     switch (node.kind) {
-        case SyntaxKind::Until:
-            return factory.Until(std::move(left), node.a, node.b, std::move(right));
+        case SyntaxKind::Until: {
+            const double a = ticks(node.a);
+            const double b = ticks(node.b);
+            return factory.Until(std::move(left), a, b, std::move(right));
+        }
         case SyntaxKind::Implication:
             return factory.Implies(std::move(left), std::move(right));
         case SyntaxKind::Crossing:
-            return crossingOf(node, std::move(left), std::move(right));
+            return crossingOf(node.rising, ticks(node.a), std::move(left), std::move(right));
         default:
             return binaryOf(node.op, std::move(left), std::move(right));
     }
 }
 
-Expression taken(std::vector<Expression>& operands) {
-    Expression last = std::move(operands.back());
-    operands.pop_back();
-    return last;
-}
-
-}  // namespace
-
-Expression operatorOf(const SyntaxNode& node, std::vector<Expression>& operands) {
+Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expression>& operands) {
     Expression last = taken(operands);
     return operandsOf(node.kind) == 1 ? oneOperand(node, std::move(last))
                                       : twoOperands(node, taken(operands), std::move(last));

@@ -4,15 +4,36 @@
 
 #include <vorm/assessments/expression/expression_type.hpp>
 #include <vorm/evaluation/formula/syntax_tree.hpp>
+#include <vorm/evaluation/time/time_text.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <string>
 #include <vector>
 
 namespace vorm::evaluation {
 
-/// The tree of a node that has operands, which are at the end of the list and are taken from it.
-assessments::Expression operatorOf(const SyntaxNode& node,
-                                   std::vector<assessments::Expression>& operands);
+/// Makes the nodes that have operands.
+class NodeBuilder {
+public:
+    /// The tree counts its times in ticks of that length.
+    explicit NodeBuilder(ExactTime tick) : timeline_(tick), times_(tick) {}
+
+    /// The tree of a node. Its operands are at the end of the list and are taken from it.
+    assessments::Expression operatorOf(const SyntaxNode& node,
+                                       std::vector<assessments::Expression>& operands);
+
+    /// How the times of the nodes so far were written.
+    const TimeTexts& times() const { return times_; }
+
+private:
+    assessments::Expression oneOperand(const SyntaxNode& node, assessments::Expression x);
+    assessments::Expression twoOperands(const SyntaxNode& node, assessments::Expression left,
+                                        assessments::Expression right);
+    double ticks(const WrittenTime& written);
+
+    Timeline timeline_;
+    TimeTexts times_;
+};
 
 /// The signal of that name.
 assessments::Expression signalOf(const std::string& name);

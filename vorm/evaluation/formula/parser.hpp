@@ -51,8 +51,8 @@ private:
     void interval(SyntaxNode& node);
     void distance(SyntaxNode& node);
     void printedDistance(SyntaxNode& node);
-    double time();
-    double timeOf(std::string_view digits);
+    WrittenTime time();
+    WrittenTime timeOf(std::string_view digits, bool isNegative);
 
     // refused_words.cpp
     void refuseMissingOperator() const;

@@ -6,6 +6,7 @@
 
 #include <vorm/assessments/expression/vorm_op.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
+#include <vorm/evaluation/time/exact_time.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -33,6 +34,16 @@ enum class SyntaxKind : std::uint8_t {
     Crossing,  ///< Rise, Fall: `left` by more than `right` within `a` seconds
 };
 
+/// A time in the text of a formula.
+struct WrittenTime {
+    std::string text{};                           ///< as it is written
+    std::optional<ExactTime> time = ExactTime();  ///< nothing where it is infinite or beyond all
+    double number = 0;                            ///< the number that is written, without its unit
+
+    bool operator<(const WrittenTime& other) const { return time < other.time; }
+    bool isNegative() const { return time < ExactTime(); }
+};
+
 struct SyntaxNode {
     SyntaxKind kind = SyntaxKind::Number;
     assessments::VORM_OP op = assessments::VORM_OP::None;
@@ -42,8 +53,8 @@ struct SyntaxNode {
     std::string text{};                       ///< of leaves, without quotes
     std::optional<std::string> storedType{};  ///< of stored integers
     std::size_t target = 0;                   ///< index of a value type
-    double a = 0;                             ///< start of a window or distance, in seconds
-    double b = 0;                             ///< end of a window, in seconds
+    WrittenTime a{};                          ///< start of a window, or a distance
+    WrittenTime b{};                          ///< end of a window
     std::size_t left = 0;                     ///< index of the first or only operand
     std::size_t right = 0;                    ///< index of the second operand
     std::size_t height = 1;                   ///< levels, where a chain such as a + b - c is one

@@ -1,7 +1,5 @@
 #include "type_rules.hpp"
 
-#include <cmath>
-
 namespace vorm::evaluation {
 
 SignalType TypeRules::shared(const SyntaxNode& node) {
@@ -49,14 +47,14 @@ void TypeRules::requireBool(const SyntaxNode& node, std::size_t operand) const {
 
 void TypeRules::requireTimes(const SyntaxNode& node) const {
     const bool isWindow = node.kind == SyntaxKind::Window || node.kind == SyntaxKind::Until;
-    if (!std::isfinite(node.a) || !std::isfinite(node.b)) {
+    if (!node.a.time || (isWindow && !node.b.time)) {
         throw FormulaError("a time is finite", node.sign,
                            isWindow ? "end the interval with the longest time that matters" : "");
     }
-    if (isWindow && node.a > node.b) {
+    if (isWindow && node.b < node.a) {
         throw FormulaError("the interval ends before it begins", node.sign, "swap its ends");
     }
-    if (node.kind == SyntaxKind::Until && node.a < 0) {
+    if (node.kind == SyntaxKind::Until && node.a.isNegative()) {
         throw FormulaError("an until does not look back", node.sign, "begin the interval at 0");
     }
 }

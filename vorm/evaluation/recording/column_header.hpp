@@ -2,7 +2,7 @@
 
 // What the header of a column says.
 
-#include <vorm/evaluation/text/time_unit.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <optional>
 #include <string>

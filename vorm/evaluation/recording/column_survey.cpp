@@ -43,19 +43,18 @@ void ColumnSurvey::add(double time, const Cell& cell) {
 
 void ColumnSurvey::addTime(double time) {
     if (survey_.samples == 0) {
-        survey_.first = time;
+        firstTime_ = time;
     } else if (time > lastTime_) {
         const double distance = time - lastTime_;
         distances_.push_back(distance);
-        survey_.holes += isHole(lastTime_, time, rules_.maxGap) ? 1U : 0U;
-        if (distance > survey_.longestDistance) {
-            survey_.longestDistance = distance;
-            survey_.longestAt = lastTime_;
+        survey_.holes += distance > rules_.maxGap ? 1U : 0U;
+        if (distance > longestDistance_) {
+            longestDistance_ = distance;
+            longestAt_ = lastTime_;
         }
     } else {
         ++(time < lastTime_ ? survey_.timesBack : survey_.equalTimes);
     }
-    survey_.last = time;
     lastTime_ = time;
     ++survey_.samples;
 }
@@ -77,9 +76,17 @@ void ColumnSurvey::addValue(const Cell& cell) {
 
 SignalSurvey ColumnSurvey::finish() {
     survey_.type = typeName();
-    survey_.medianDistance = medianOf(distances_);
+    const double median = medianOf(distances_);
+    const Timeline& timeline = rules_.timeline;
+    if (survey_.samples > 0) {
+        survey_.first = timeline.timeAt(firstTime_);
+        survey_.last = timeline.timeAt(lastTime_);
+        survey_.medianDistance = timeline.lengthOf(median);
+        survey_.longestDistance = timeline.lengthOf(longestDistance_);
+        survey_.longestAt = timeline.timeAt(longestAt_);
+    }
     if (!std::isfinite(rules_.maxGap)) {
-        const double limit = 10 * survey_.medianDistance;
+        const double limit = 10 * median;
         survey_.holes = static_cast<std::size_t>(
             std::count_if(distances_.begin(), distances_.end(),
                           [&](double distance) { return distance > limit; }));

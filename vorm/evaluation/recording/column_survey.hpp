@@ -29,8 +29,11 @@ private:
 
     SignalSurvey survey_;
     SignalRules rules_;
-    std::vector<double> distances_;
+    std::vector<double> distances_;  // in ticks, as all times here
+    double firstTime_ = 0;
     double lastTime_ = 0;
+    double longestDistance_ = 0;
+    double longestAt_ = 0;
     std::size_t numbers_ = 0;
     std::size_t truths_ = 0;
     std::size_t texts_ = 0;

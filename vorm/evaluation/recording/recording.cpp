@@ -8,6 +8,39 @@
 #include <algorithm>
 
 namespace vorm::evaluation {
+namespace {
+
+// Times are counted from the first one that is read, so that the numbers stay small.
+Timeline countingFor(std::vector<Table>& tables, const std::vector<ExactTime>& origins,
+                     const SignalSelection& selection, const RecordingLayout& layout) {
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        if (!tables[i].hasTime() || !mayBeWanted(tables[i], selection)) {
+            continue;
+        }
+        const auto first = tables[i].firstTime();
+        if (tables.size() > mostOpenTables) {
+            tables[i].close();
+        }
+        if (first) {
+            return Timeline(layout.time.resolution.length, *first - origins[i]);
+        }
+    }
+    return Timeline(layout.time.resolution.length);
+}
+
+Timeline placed(const Timeline& counting, const std::vector<TableSignals>& tables) {
+    CountedSpan whole{0, 0};
+    for (const TableSignals& table : tables) {
+        if (table.span) {
+            whole = {std::min(whole.first, table.span->first),
+                     std::max(whole.last, table.span->last)};
+        }
+    }
+    return counting.over(whole.first, whole.last);
+}
+
+}  // namespace
+
 std::string RecordingSource::name() const {
     std::string text;
     for (const std::string& path : paths) {
@@ -33,6 +66,7 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
         tables.front().time();
     }
     const auto origins = originsOf(tables, layout.time.origin);
+    const Timeline counting = countingFor(tables, origins, selection, layout);
     std::vector<TableSignals> signals(tables.size());
     forEachIndex(tables.size(), options.jobs, [&, &tables = tables](std::size_t i) {
         if (!mayBeWanted(tables[i], selection)) {
@@ -41,14 +75,17 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
         }
         tables[i].time();
         tables[i].reportTo(options.progress);
-        signals[i] = readTable(tables[i], *origins[i], selection, layout, options.maximumRows);
+        signals[i] =
+            readTable(tables[i], origins[i], counting, selection, layout, options.maximumRows);
         tables[i].close();
     });
     const bool hasLongForm = std::any_of(tables.begin(), tables.end(), [](const Table& table) {
         return table.longColumns().has_value();
     });
     const bool isWhole = options.maximumRows == ReadingOptions().maximumRows || !hasLongForm;
-    return namedSignals(name, std::move(signals), std::move(leftOut), selection, layout, isWhole);
+    const Timeline timeline = placed(counting, signals);
+    return namedSignals(name, timeline, std::move(signals), std::move(leftOut), selection, layout,
+                        isWhole);
 }
 
 Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,

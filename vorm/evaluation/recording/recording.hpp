@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/recording/recording_layout.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <cstdint>
 #include <functional>
@@ -26,6 +27,7 @@ struct RecordingSource {
 /// The signals of a recording.
 struct Recording {
     std::string name;
+    Timeline timeline;                        ///< of the signals' times
     std::vector<Signal> signals;              ///< in the order of the files and their columns
     std::vector<std::string> availableNames;  ///< also of signals that were not asked for
     /// Why files of a folder were left out: a signal that is nowhere else may be in one of them.
@@ -47,7 +49,8 @@ struct ReadingOptions {
     std::function<void(std::size_t)> progress;
 };
 
-/// Reads the signals of a recording as traces in seconds.
+/// Reads the signals of a recording as traces on one timeline. Times are exact in whole units of
+/// the layout's resolution; what is finer is rounded once, to the timeline's steps.
 ///
 /// A signal is named by its declaration in the layout, else by its column, and in a recording of
 /// several files also by `file.column` without the file's ending, or with the whole path as it was
@@ -58,10 +61,10 @@ struct ReadingOptions {
 /// and `false` are bool, numbers are double (std::int64_t or std::uint64_t where all are integers
 /// and some have no double of their own), anything else that does not begin like a number makes it
 /// an enumeration of the texts in the order of their appearance, named after the signal. A distance
-/// of samples above the signal's maxGap, by more than the rounding of their times, is a hole: the
-/// trace ends at the sample before it, and a new piece begins at the sample after it. No line leads
-/// to or from a sample of a linear signal that is not finite: the trace has a NaN sample at the
-/// next representable time after the sample before it, and after each infinite one.
+/// of samples above the signal's maxGap is a hole: the trace ends at the sample before it, and a
+/// new piece begins at the sample after it. No line leads to or from a sample of a linear signal
+/// that is not finite: what lies between is a piece of NaN, which begins just after one sample and
+/// ends just before the other.
 ///
 /// Of a folder the files that are no tables are left out, and those without a time column unless
 /// one of their columns is wanted; a file alone has to be usable.
@@ -69,9 +72,10 @@ struct ReadingOptions {
 /// Throws InputError, naming file, line and column, for whatever cannot be read as described: cells
 /// of a wrong kind, numbers of a held column that no type holds exactly together though some are
 /// 64-bit integers that double would round, rows of too few or too many cells, times that are
-/// missing, not finite, go back, or repeat where the layout does not say what to do with them, a
-/// time column whose unit is not known, missing columns, empty files, a file given twice.
-/// Linear in the bytes; the memory is that of the traces and a few buffers.
+/// missing, not finite, go back, or repeat where the layout does not say what to do with them,
+/// times that doubles cannot tell apart over so long a recording in units of the resolution, a time
+/// column whose unit is not known, missing columns, empty files, a file given twice. Linear in the
+/// bytes; the memory is that of the traces and a few buffers.
 Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,
                         const ReadingOptions& options = {});
 

@@ -3,7 +3,7 @@
 #include <vorm/assessments/trace/interpolation.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
-#include <vorm/evaluation/text/time_unit.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <map>
 #include <memory>
@@ -35,8 +35,11 @@ struct TimeLayout {
     /// time, timestamp, t or alike, with a unit or without, else an error.
     std::vector<std::string> columns;
     std::optional<TimeUnit> unit;  ///< nothing: the header's, else seconds
-    /// As strptime reads it, `%m/%d/%Y %H:%M:%S`; a fraction of seconds may follow. Empty: numbers.
+    /// As TimeFormat reads it, `%m/%d/%Y %H:%M:%S`; without an unreadable conversion. Empty:
+    /// numbers.
     std::string format;
+    /// The unit in which times are counted: those that are whole numbers of it are exact.
+    TimeUnit resolution = *timeUnitOf("ns");
     TimeOrigin::Choice origin = TimeOrigin::AsRecorded();
     EqualTimes equalTimes = EqualTimes::Refuse;
 };
@@ -50,7 +53,7 @@ struct SignalLayout {
     std::optional<SignalType> type;
     std::optional<assessments::INTERPOLATION_METHOD> interpolation;
     std::string unit;
-    std::optional<double> maxGap;  ///< seconds
+    std::optional<ExactTime> maxGap;
     std::optional<EqualTimes> equalTimes;
     SourceLocation where;  ///< of its declaration, for messages
 };
@@ -67,7 +70,7 @@ struct RecordingLayout {
     TimeLayout time;
     std::optional<LongForm> longForm;
     assessments::INTERPOLATION_METHOD interpolation = assessments::INTERPOLATION_METHOD::ZOH;
-    std::optional<double> maxGap;  ///< seconds
+    std::optional<ExactTime> maxGap;
     std::vector<SignalLayout> signals;
 };
 

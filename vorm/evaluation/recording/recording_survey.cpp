@@ -12,9 +12,14 @@ namespace {
 
 class TableSurvey {
 public:
-    TableSurvey(Table& table, const Origin& origin, const SignalSelection& selection,
+    TableSurvey(Table& table, ExactTime origin, const SignalSelection& selection,
                 const RecordingLayout& layout)
-        : table_(table), origin_(origin), selection_(selection), layout_(layout) {}
+        : table_(table),
+          origin_(origin),
+          timeline_(layout.time.resolution.length,
+                    table.firstTime().value_or(ExactTime()) - origin),
+          selection_(selection),
+          layout_(layout) {}
 
     std::vector<SignalSurvey> look() {
         if (!table_.longColumns()) {
@@ -48,13 +53,13 @@ private:
         const auto declarations = selection_.declarationsOf(table_.file(), header);
         const SignalLayout* declaration = declarations.empty() ? nullptr : declarations.front();
         columns_.emplace_back(table_.file().path, declaration ? declaration->name : header.name,
-                              rulesFor(header.name, declaration, layout_));
+                              rulesFor(header.name, declaration, layout_, timeline_));
     }
 
     void takeRow() {
         const std::vector<Cell>& cells = table_.cells();
         const TimeColumn& column = table_.time();
-        const double time = column.secondsFrom(origin_, column.instantOf(cells));
+        const double time = timeline_.at(column.timeOf(cells) - origin_);
         if (const auto& named = table_.longColumns()) {
             columnCalled(cells[named->name].text).add(time, cells[named->value]);
             return;
@@ -75,7 +80,8 @@ private:
     }
 
     Table& table_;
-    const Origin& origin_;
+    const ExactTime origin_;
+    const Timeline timeline_;
     const SignalSelection& selection_;
     const RecordingLayout& layout_;
     std::vector<ColumnSurvey> columns_;
@@ -94,7 +100,7 @@ std::vector<SignalSurvey> surveyFiles(const std::vector<RecordingFile>& files,
     std::vector<SignalSurvey> surveys;
     for (std::size_t i = 0; i < tables.size(); ++i) {
         tables[i].time();
-        for (SignalSurvey& survey : TableSurvey(tables[i], *origins[i], selection, layout).look()) {
+        for (SignalSurvey& survey : TableSurvey(tables[i], origins[i], selection, layout).look()) {
             surveys.push_back(std::move(survey));
         }
         tables[i].close();

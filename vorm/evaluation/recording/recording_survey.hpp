@@ -8,7 +8,7 @@
 
 namespace vorm::evaluation {
 
-/// What one column of a recording is like. Times are in seconds.
+/// What one column of a recording is like.
 struct SignalSurvey {
     std::string file;
     std::string name;
@@ -17,11 +17,11 @@ struct SignalSurvey {
     std::size_t samples = 0;  ///< cells with a value
     std::size_t empty = 0;
     std::size_t nans = 0;
-    double first = 0;  ///< time of the first sample
-    double last = 0;
-    double medianDistance = 0;  ///< of neighbouring samples, repeated times left out; or 0
-    double longestDistance = 0;
-    double longestAt = 0;   ///< where it begins
+    ExactTime first;  ///< time of the first sample
+    ExactTime last;
+    ExactTime medianDistance;  ///< of neighbouring samples, repeated times left out; or 0
+    ExactTime longestDistance;
+    ExactTime longestAt;    ///< where it begins
     std::size_t holes = 0;  ///< distances above maxGap, or above ten medians where none is given
     std::size_t equalTimes = 0;  ///< samples at the time of the one before them
     std::size_t timesBack = 0;   ///< samples before the one before them

@@ -12,12 +12,4 @@ std::string shown(std::string_view text) {
     return "'" + result + (text.size() > most ? "...'" : "'");
 }
 
-void failAt(SourceLocation where, std::string message, std::string advice) {
-    InputProblem problem;
-    problem.message = std::move(message);
-    problem.where = std::move(where);
-    problem.advice = std::move(advice);
-    throw InputError(std::move(problem));
-}
-
 }  // namespace vorm::evaluation

@@ -60,6 +60,4 @@ protected:
 /// A cell for a message: in quotes, shortened, without control characters.
 std::string shown(std::string_view text);
 
-[[noreturn]] void failAt(SourceLocation where, std::string message, std::string advice = {});
-
 }  // namespace vorm::evaluation

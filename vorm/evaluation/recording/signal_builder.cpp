@@ -48,8 +48,8 @@ public:
           collector_(interpolationOf(rules, assessments::IsFloatingPoint<T>::value,
                                      typeText(SignalType::of<T>()))) {}
 
-    Result finish(const std::string&) override {
-        return {SignalType::of<T>(), sharedPieces(collector_.take())};
+    Result finish(const std::string&, const Timeline& timeline) override {
+        return {SignalType::of<T>(), sharedPieces(collector_.take(), timeline)};
     }
 
 private:
@@ -72,18 +72,19 @@ public:
         }
     }
 
-    Result finish(const std::string&) override {
+    Result finish(const std::string&, const Timeline& timeline) override {
         const auto type = range_.valueType();
         if (!type) {
-            return {SignalType::of<double>(), sharedPieces(numbers_.take())};
+            return {SignalType::of<double>(), sharedPieces(numbers_.take(), timeline)};
         }
         const SignalType integer{type, nullptr};
         interpolationOf(rules(), false, typeText(integer));
         if (integer.is<std::uint64_t>()) {
-            return {integer, sharedPieces(integers_->take())};
+            return {integer, sharedPieces(integers_->take(), timeline)};
         }
         const auto toSigned = [](std::uint64_t bits) { return static_cast<std::int64_t>(bits); };
-        return {integer, sharedPieces(integers_->converted<std::int64_t>(toSigned).take())};
+        return {integer,
+                sharedPieces(integers_->converted<std::int64_t>(toSigned).take(), timeline)};
     }
 
 private:
@@ -147,7 +148,7 @@ public:
         }
     }
 
-    Result finish(const std::string& name) override {
+    Result finish(const std::string& name, const Timeline& timeline) override {
         auto enumeration = declared_;
         if (isOpen_) {
             const bool isNamed = declared_ != nullptr && !declared_->name.empty();
@@ -158,7 +159,7 @@ public:
         for (auto& piece : pieces) {
             piece.enumTypeName = enumeration->name;
         }
-        return {SignalType::of(enumeration), sharedPieces(std::move(pieces))};
+        return {SignalType::of(enumeration), sharedPieces(std::move(pieces), timeline)};
     }
 
 private:
@@ -201,20 +202,17 @@ private:
 
 void SignalBuilder::appendOutOfOrder(double time, std::string_view text) {
     const std::string column = shown(rules_.column);
+    const auto timeText = [this](double counted) {
+        return rules_.timeline.timeAt(counted).text() + " s";
+    };
     if (time < last_) {
-        throw CellProblem{"the time of column " + column + " goes back from " +
-                              shortestNumber(last_) + " s to " + shortestNumber(time) + " s",
+        throw CellProblem{"the time of column " + column + " goes back from " + timeText(last_) +
+                              " to " + timeText(time),
                           "samples stand in the order of their times", std::nullopt};
     }
     if (rules_.equalTimes == EqualTimes::Refuse) {
-        // Seconds since 1970 as a double cannot tell times below a microsecond apart.
-        const bool isFarFromZero = std::abs(time) > 1e8;
-        throw CellProblem{
-            "column " + column + " has a second sample at " + shortestNumber(time) + " s",
-            std::string(R"(say which one counts: equal_times = "first" or "last")") +
-                (isFarFromZero ? R"(; where only rounding makes them equal: origin = "first")"
-                               : ""),
-            std::nullopt};
+        throw CellProblem{"column " + column + " has a second sample at " + timeText(time),
+                          R"(say which one counts: equal_times = "first" or "last")", std::nullopt};
     }
     if (rules_.equalTimes == EqualTimes::Last) {
         take(SampleStep::Again, time, text);

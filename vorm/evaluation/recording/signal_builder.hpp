@@ -21,9 +21,9 @@ public:
     /// goes back or, unless the rules allow it, repeats.
     void append(double time, std::string_view text) {
         if (time > last_) [[likely]] {
-            const SampleStep step = !hasSamples_                         ? SampleStep::First
-                                    : isHole(last_, time, rules_.maxGap) ? SampleStep::AfterHole
-                                                                         : SampleStep::Next;
+            const SampleStep step = !hasSamples_                   ? SampleStep::First
+                                    : time - last_ > rules_.maxGap ? SampleStep::AfterHole
+                                                                   : SampleStep::Next;
             hasSamples_ = true;
             last_ = time;
             take(step, time, text);
@@ -32,9 +32,10 @@ public:
         }
     }
 
-    /// The signal's type and pieces; `name` is that of an enumeration which has none. Nothing is
-    /// appended after this.
-    virtual Result finish(const std::string& name) = 0;
+    /// The signal's type and its pieces with the bias of the timeline; `name` is that of an
+    /// enumeration which has none. Nothing is appended after this. Throws InputError where the
+    /// timeline cannot tell two samples apart.
+    virtual Result finish(const std::string& name, const Timeline& timeline) = 0;
 
 protected:
     explicit SignalBuilder(SignalRules rules) : rules_(std::move(rules)) {}

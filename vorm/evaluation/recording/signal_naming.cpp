@@ -69,8 +69,11 @@ private:
 
 class NamedSignals {
 public:
-    NamedSignals(const SignalSelection& selection, const RecordingLayout& layout)
-        : selection_(selection), layout_(layout) {}
+    NamedSignals(const SignalSelection& selection, const RecordingLayout& layout,
+                 const Timeline& timeline)
+        : selection_(selection), layout_(layout) {
+        recording_.timeline = timeline;
+    }
 
     Recording take(std::string name, std::vector<TableSignals>& tables,
                    std::vector<InputError> leftOut, bool isWhole) {
@@ -101,7 +104,7 @@ private:
         if (names.empty()) {
             return;
         }
-        const auto result = column.finish(names.front());
+        const auto result = column.finish(names.front(), recording_.timeline);
         const std::string& unit = column.declaration != nullptr && !column.declaration->unit.empty()
                                       ? column.declaration->unit
                                       : column.header.unit;
@@ -178,10 +181,10 @@ private:
 
 }  // namespace
 
-Recording namedSignals(std::string name, std::vector<TableSignals> tables,
+Recording namedSignals(std::string name, const Timeline& timeline, std::vector<TableSignals> tables,
                        std::vector<InputError> leftOut, const SignalSelection& selection,
                        const RecordingLayout& layout, bool isWhole) {
-    return NamedSignals(selection, layout)
+    return NamedSignals(selection, layout, timeline)
         .take(std::move(name), tables, std::move(leftOut), isWhole);
 }
 

@@ -84,13 +84,13 @@ const TimeColumn& Table::time() const {
     return *time_;
 }
 
-std::optional<Instant> Table::firstInstant() {
+std::optional<ExactTime> Table::firstTime() {
     isAhead_ = isAhead_ || goToRow();
     if (!isAhead_) {
         return std::nullopt;
     }
     try {
-        return time().instantOf(cells());
+        return time().timeOf(cells());
     } catch (const CellProblem& problem) {
         fail(problem, time().column());
     }

@@ -32,7 +32,7 @@ public:
 
     /// The time of the first row, or nothing where there is no row. To be asked for before next.
     /// Throws InputError for a row without a time.
-    std::optional<Instant> firstInstant();
+    std::optional<ExactTime> firstTime();
 
     /// Goes to the next row. Throws InputError where there is not even one.
     bool next();

@@ -5,11 +5,11 @@
 namespace vorm::evaluation {
 namespace {
 
-std::optional<Instant> earliest(std::vector<Table>& tables) {
-    std::optional<Instant> least;
+std::optional<ExactTime> earliest(std::vector<Table>& tables) {
+    std::optional<ExactTime> least;
     for (Table& table : tables) {
-        const auto first = table.hasTime() ? table.firstInstant() : std::nullopt;
-        if (first && (!least || isBefore(*first, *least))) {
+        const auto first = table.hasTime() ? table.firstTime() : std::nullopt;
+        if (first && (!least || *first < *least)) {
             least = first;
         }
         if (tables.size() > mostOpenTables) {
@@ -19,7 +19,7 @@ std::optional<Instant> earliest(std::vector<Table>& tables) {
     return least;
 }
 
-std::optional<Instant> firstOf(std::vector<Table>& tables, const std::string& name) {
+std::optional<ExactTime> firstOf(std::vector<Table>& tables, const std::string& name) {
     std::vector<std::string> names;
     for (Table& table : tables) {
         if (table.file().isCalled(name)) {
@@ -27,7 +27,7 @@ std::optional<Instant> firstOf(std::vector<Table>& tables, const std::string& na
                 failAt({}, "several files " + shown(name) + " may give time 0",
                        "name the path: origin = { file = " + shown(table.file().path) + " }");
             }
-            return table.firstInstant();
+            return table.firstTime();
         }
         names.push_back(table.file().name());
     }
@@ -36,9 +36,9 @@ std::optional<Instant> firstOf(std::vector<Table>& tables, const std::string& na
            near.empty() ? "its files are " + quotedList(names) : near);
 }
 
-Instant at(const Table& table, const std::string& time) {
+ExactTime at(const Table& table, const std::string& time) {
     try {
-        return table.time().instantOf(time);
+        return table.time().timeOf(time);
     } catch (const CellProblem& problem) {
         failAt({}, "the origin " + shown(time) + " is no time: " + problem.message,
                "write it as the files write their times");
@@ -47,25 +47,18 @@ Instant at(const Table& table, const std::string& time) {
 
 }  // namespace
 
-std::vector<std::optional<Origin>> originsOf(std::vector<Table>& tables,
-                                             const TimeOrigin::Choice& choice) {
-    std::optional<Instant> common;
+std::vector<ExactTime> originsOf(std::vector<Table>& tables, const TimeOrigin::Choice& choice) {
+    std::optional<ExactTime> common;
     if (std::holds_alternative<TimeOrigin::FirstSample>(choice)) {
         common = earliest(tables);
     } else if (const auto* first = std::get_if<TimeOrigin::FirstOf>(&choice)) {
         common = firstOf(tables, first->file);
     }
-    std::vector<std::optional<Origin>> origins;
+    const auto* given = std::get_if<TimeOrigin::At>(&choice);
+    std::vector<ExactTime> origins;
     for (const Table& table : tables) {
-        if (!table.hasTime()) {
-            origins.emplace_back();
-            continue;
-        }
-        const TimeUnit& unit = table.time().unit();
-        const auto* given = std::get_if<TimeOrigin::At>(&choice);
-        const Instant recorded{unit, 0, 0};
-        origins.emplace_back(
-            Origin(given ? at(table, given->time) : common.value_or(recorded), unit));
+        origins.push_back(given != nullptr && table.hasTime() ? at(table, given->time)
+                                                              : common.value_or(ExactTime()));
     }
     return origins;
 }

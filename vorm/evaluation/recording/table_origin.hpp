@@ -8,9 +8,8 @@
 
 namespace vorm::evaluation {
 
-/// The origin for each of the tables; nothing for those without a time column. Throws InputError
-/// where the choice names no file of the recording, or no time.
-std::vector<std::optional<Origin>> originsOf(std::vector<Table>& tables,
-                                             const TimeOrigin::Choice& choice);
+/// The instant of each of the tables that is time 0, as its file counts. Throws InputError where
+/// the choice names no file of the recording, or no time.
+std::vector<ExactTime> originsOf(std::vector<Table>& tables, const TimeOrigin::Choice& choice);
 
 }  // namespace vorm::evaluation

@@ -2,14 +2,20 @@
 
 #include <vorm/evaluation/recording/text_hash.hpp>
 
+#include <algorithm>
+
 namespace vorm::evaluation {
 namespace {
 
 class TableReading {
 public:
-    TableReading(Table& table, const Origin& origin, const SignalSelection& selection,
-                 const RecordingLayout& layout)
-        : table_(table), origin_(origin), selection_(selection), layout_(layout) {}
+    TableReading(Table& table, ExactTime origin, const Timeline& timeline,
+                 const SignalSelection& selection, const RecordingLayout& layout)
+        : table_(table),
+          origin_(origin),
+          timeline_(timeline),
+          selection_(selection),
+          layout_(layout) {}
 
     TableSignals read(std::size_t maximumRows) {
         if (!table_.longColumns()) {
@@ -22,7 +28,7 @@ public:
         } catch (const CellProblem& problem) {
             table_.fail(problem, cell_);
         }
-        return {table_.file(), std::move(available_), std::move(columns_)};
+        return {table_.file(), std::move(available_), std::move(columns_), span_};
     }
 
 private:
@@ -49,32 +55,41 @@ private:
                    "give it one, or name the signals to read");
         }
         for (const SignalLayout* declaration : requests) {
-            columns_.push_back(
-                {header, declaration, rulesFor(header.name, declaration, layout_), cell, nullptr});
+            columns_.push_back({header, declaration,
+                                rulesFor(header.name, declaration, layout_, timeline_), cell,
+                                nullptr});
         }
     }
 
     void takeRow() {
         const std::vector<Cell>& cells = table_.cells();
-        const Instant instant = table_.time().instantOf(cells);
-        const double time = table_.time().secondsFrom(origin_, instant);
+        const ExactTime time = table_.time().timeOf(cells) - origin_;
+        const double counted = timeline_.counted(time);
         if (table_.longColumns()) {
-            takeNamedValue(time, cells);
+            extendSpan(counted);
+            takeNamedValue(counted, cells);
             return;
         }
-        if (time < lastTime_) {
-            throw CellProblem{"the time goes back from " + last_->text() + " to " + instant.text(),
+        if (last_ && time < *last_) {
+            throw CellProblem{"the time goes back from " + lastText_ + " to " +
+                                  std::string(table_.time().textOf(cells)),
                               "rows stand in the order of their times", table_.time().column()};
         }
-        lastTime_ = time;
-        last_ = instant;
+        extendSpan(counted);
+        last_ = time;
+        lastText_ = table_.time().textOf(cells);
         for (ColumnReading& column : columns_) {
             const Cell& cell = cells[column.cell];
             if (!cell.text.empty()) {
                 cell_ = column.cell;
-                column.append(time, cell);
+                column.append(counted, cell);
             }
         }
+    }
+
+    void extendSpan(double time) {
+        span_ = span_ ? CountedSpan{std::min(span_->first, time), std::max(span_->last, time)}
+                      : CountedSpan{time, time};
     }
 
     void takeNamedValue(double time, const std::vector<Cell>& cells) {
@@ -108,33 +123,36 @@ private:
     }
 
     Table& table_;
-    const Origin& origin_;
+    const ExactTime origin_;
+    const Timeline& timeline_;
     const SignalSelection& selection_;
     const RecordingLayout& layout_;
     std::vector<ColumnHeader> available_;
     std::vector<ColumnReading> columns_;
     TextMap<std::vector<std::size_t>> byName_;
-    double lastTime_ = -std::numeric_limits<double>::infinity();
-    std::optional<Instant> last_;
+    std::optional<CountedSpan> span_;
+    std::optional<ExactTime> last_;
+    std::string lastText_;  // as the file writes it
     std::size_t cell_ = 0;  // the one in work
 };
 
 }  // namespace
 
-SignalBuilder::Result ColumnReading::finish(const std::string& name) {
+SignalBuilder::Result ColumnReading::finish(const std::string& name, const Timeline& timeline) {
     if (builder) {
-        return builder->finish(name);
+        return builder->finish(name, timeline);
     }
     return {rules.type.value_or(SignalType()), std::make_shared<TracePieces>()};
 }
 
-TableSignals readTable(Table& table, const Origin& origin, const SignalSelection& selection,
-                       const RecordingLayout& layout, std::size_t maximumRows) {
-    return TableReading(table, origin, selection, layout).read(maximumRows);
+TableSignals readTable(Table& table, ExactTime origin, const Timeline& timeline,
+                       const SignalSelection& selection, const RecordingLayout& layout,
+                       std::size_t maximumRows) {
+    return TableReading(table, origin, timeline, selection, layout).read(maximumRows);
 }
 
 TableSignals unreadTable(const Table& table) {
-    TableSignals signals{table.file(), {}, {}};
+    TableSignals signals{table.file(), {}, {}, {}};
     if (!table.hasTime() || table.longColumns()) {
         return signals;
     }

@@ -5,6 +5,7 @@
 #include <vorm/evaluation/recording/signal_builder.hpp>
 #include <vorm/evaluation/recording/signal_selection.hpp>
 #include <vorm/evaluation/recording/table.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <memory>
 #include <vector>
@@ -25,8 +26,15 @@ struct ColumnReading {
         }
         builder->append(time, value.text);
     }
-    /// The type and the pieces; `name` is that of a nameless enumeration.
-    SignalBuilder::Result finish(const std::string& name);
+    /// The type and the pieces with the bias of the timeline; `name` is that of a nameless
+    /// enumeration. Throws InputError where the timeline cannot tell two samples apart.
+    SignalBuilder::Result finish(const std::string& name, const Timeline& timeline);
+};
+
+/// The times between two of a timeline without a bias, both included.
+struct CountedSpan {
+    double first;
+    double last;
 };
 
 /// What one table has, and what was read of it.
@@ -34,12 +42,14 @@ struct TableSignals {
     RecordingFile file;
     std::vector<ColumnHeader> available;
     std::vector<ColumnReading> columns;
+    std::optional<CountedSpan> span;  ///< of its rows' times
 };
 
-/// Reads up to the given number of rows, none where no signal of the table is wanted. Throws
-/// InputError.
-TableSignals readTable(Table& table, const Origin& origin, const SignalSelection& selection,
-                       const RecordingLayout& layout, std::size_t maximumRows);
+/// Reads up to the given number of rows, none where no signal of the table is wanted. Time 0 is at
+/// the origin; the timeline has no bias. Throws InputError.
+TableSignals readTable(Table& table, ExactTime origin, const Timeline& timeline,
+                       const SignalSelection& selection, const RecordingLayout& layout,
+                       std::size_t maximumRows);
 
 /// What a table has, where its rows are not read.
 TableSignals unreadTable(const Table& table);

@@ -3,16 +3,11 @@
 #include <vorm/evaluation/recording/number_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
-#include <time.h>
-
 #include <algorithm>
 #include <cmath>
 
 namespace vorm::evaluation {
 namespace {
-
-constexpr TimeUnit nanosecond = *timeUnitOf("ns");
-constexpr TimeUnit second = *timeUnitOf("s");
 
 std::vector<std::string> namesOf(const std::vector<ColumnHeader>& headers) {
     std::vector<std::string> names;
@@ -70,59 +65,22 @@ std::optional<TimeUnit> headerUnit(const ColumnHeader& header, const std::string
 }
 
 // Times such as these count from 1970 in a unit much below a second.
-const char* likelyUnit(double time) {
-    const double magnitude = std::abs(time);
-    return magnitude < 1e14 ? "ms" : magnitude < 1e17 ? "us" : "ns";
-}
-
-struct CalendarText {
-    std::int64_t seconds;    // since 1970
-    std::string_view after;  // what the format leaves
-};
-
-std::optional<CalendarText> calendarText(const std::string& text, const std::string& format) {
-    tm fields{};
-    fields.tm_year = 70;
-    fields.tm_mday = 1;
-    const char* const end = ::strptime(text.c_str(), format.c_str(), &fields);
-    if (end == nullptr) {
-        return std::nullopt;
-    }
-    const int day = fields.tm_mday;
-    const bool isLeapSecond = fields.tm_sec == 60;
-    const long offset = fields.tm_gmtoff;
-    const std::int64_t seconds = ::timegm(&fields);
-    // A day that the month does not have has become one of the next month.
-    if (fields.tm_mday != day && !isLeapSecond) {
-        return std::nullopt;
-    }
-    return CalendarText{seconds - offset, std::string_view(text).substr(
-                                              static_cast<std::size_t>(end - text.c_str()))};
-}
-
-// Of `.25` or `,25`; 0 of nothing. Digits after the ninth are cut off.
-std::optional<std::int64_t> nanosecondsOf(std::string_view fraction) {
-    if (fraction.empty()) {
-        return 0;
-    }
-    const std::string_view digits = fraction.substr(1);
-    const bool areDigits = digits.find_first_not_of("0123456789") == std::string_view::npos;
-    if ((fraction[0] != '.' && fraction[0] != ',') || digits.empty() || !areDigits) {
-        return std::nullopt;
-    }
-    std::string nine(digits.substr(0, 9));
-    nine.resize(9, '0');
-    return numberOf<std::int64_t>(nine);
+const char* likelyUnit(ExactTime asSeconds) {
+    constexpr WideInteger milliseconds = 100'000'000'000'000;
+    const ExactTime magnitude = std::max(asSeconds, -asSeconds);
+    return magnitude < milliseconds * second           ? "ms"
+           : magnitude < 1'000 * milliseconds * second ? "us"
+                                                       : "ns";
 }
 
 }  // namespace
 
 TimeColumn::TimeColumn(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
                        const std::string& path)
-    : format_(layout.format), unit_(second) {
+    : unit_(second) {
     find(layout, headers, path);
-    if (!format_.empty()) {
-        unit_ = nanosecond;
+    if (!layout.format.empty()) {
+        format_.emplace(layout.format);
         return;
     }
     if (columns_.size() > 1) {
@@ -131,7 +89,7 @@ TimeColumn::TimeColumn(const TimeLayout& layout, const std::vector<ColumnHeader>
     }
     const auto known = layout.unit ? layout.unit : headerUnit(headers[column()], path);
     isUnitKnown_ = known.has_value();
-    unit_ = known.value_or(second);
+    unit_ = known ? known->length : second;
 }
 
 void TimeColumn::find(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
@@ -153,36 +111,28 @@ bool TimeColumn::contains(std::size_t column) const {
     return std::find(columns_.begin(), columns_.end(), column) != columns_.end();
 }
 
-Instant TimeColumn::instantOf(const std::vector<Cell>& cells) const {
+std::string_view TimeColumn::textOf(const std::vector<Cell>& cells) const {
     if (columns_.size() == 1) {
-        return instantOf(cells[column()].text);
+        return cells[column()].text;
     }
-    std::string text;
+    joined_.clear();
     for (const std::size_t column : columns_) {
-        text += (text.empty() ? "" : " ") + std::string(cells[column].text);
+        joined_ += (joined_.empty() ? "" : " ") + std::string(cells[column].text);
     }
-    return instantOf(text);
+    return joined_;
 }
 
-Instant TimeColumn::instantOf(std::string_view text) const {
+ExactTime TimeColumn::timeOf(std::string_view text) const {
     if (text.empty()) {
         fail("the row has no time", "each row needs one");
     }
-    return format_.empty() ? numberInstant(text) : calendarInstant(text);
+    return format_ ? dateTime(text) : numberTime(text);
 }
 
-double TimeColumn::secondsFrom(const Origin& origin, const Instant& instant) const {
-    const double seconds = origin.secondsTo(instant);
-    if (!std::isfinite(seconds)) {
-        fail("the time " + instant.text() + " is beyond the range of double", "check its unit");
-    }
-    return seconds;
-}
-
-Instant TimeColumn::numberInstant(std::string_view text) const {
-    if (const auto ticks = numberOf<std::int64_t>(text)) {
-        checkMagnitude(static_cast<double>(*ticks), text);
-        return {unit_, ticks, static_cast<double>(*ticks)};
+ExactTime TimeColumn::numberTime(std::string_view text) const {
+    if (const auto time = ExactTime::of(text, unit_)) {
+        checkMagnitude(*time, text);
+        return *time;
     }
     const auto number = numberOf<double>(text);
     if (!number) {
@@ -192,32 +142,26 @@ Instant TimeColumn::numberInstant(std::string_view text) const {
     if (!std::isfinite(*number)) {
         fail("the time " + shown(text) + " is not finite", "each row needs a time");
     }
-    checkMagnitude(*number, text);
-    return {unit_, std::nullopt, *number};
+    fail("the time " + shown(text) + " is beyond the range of times", "check its unit");
 }
 
-void TimeColumn::checkMagnitude(double time, std::string_view text) const {
-    constexpr double mostSeconds = 1e11;
-    if (!isUnitKnown_ && std::abs(time) > mostSeconds) {
+void TimeColumn::checkMagnitude(ExactTime time, std::string_view text) const {
+    constexpr ExactTime most = 100'000'000'000 * second;
+    if (!isUnitKnown_ && std::max(time, -time) > most) [[unlikely]] {
         fail("times such as " + std::string(text) + " are no seconds",
              std::string("name their unit in the assessment file: [recording] unit = \"") +
                  likelyUnit(time) + '"');
     }
 }
 
-Instant TimeColumn::calendarInstant(std::string_view text) const {
-    const std::string terminated(text);
-    const auto calendar = calendarText(terminated, format_);
-    const auto nanoseconds = calendar ? nanosecondsOf(calendar->after) : std::nullopt;
-    std::int64_t ticks = 0;
-    if (!nanoseconds ||
-        __builtin_mul_overflow(calendar->seconds, std::int64_t{1'000'000'000}, &ticks) ||
-        __builtin_add_overflow(ticks, *nanoseconds, &ticks)) {
+ExactTime TimeColumn::dateTime(std::string_view text) const {
+    const auto time = format_->read(std::string(text));
+    if (!time) {
         fail(shown(text) + " in the time column " + name_ + " is no time of the format '" +
-                 format_ + "'",
-             "times are UTC, between the years 1678 and 2261; a fraction of seconds may follow");
+                 format_->text() + "'",
+             "times are UTC unless %z tells an offset; a fraction may follow the seconds");
     }
-    return {unit_, ticks, static_cast<double>(ticks)};
+    return *time;
 }
 
 void TimeColumn::fail(std::string message, std::string advice) const {

@@ -5,7 +5,9 @@
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <deque>
 #include <limits>
@@ -66,6 +68,7 @@ private:
     void begin() {
         pieces_.emplace_back(interpolation_, -std::numeric_limits<double>::infinity());
         builder_.emplace(pieces_.back());
+        endsFinite_ = false;
     }
 
     void flush() {
@@ -85,62 +88,117 @@ private:
         builder_->append(*waiting_);
     }
 
-    // No line leads to or from a value that is not finite: there the signal is NaN right after its
-    // last sample, which alone keeps its value.
+    // No line leads to or from a value that is not finite: between such samples lies a piece of NaN
+    // of its own, which shares the times of its ends with its neighbours until it is placed.
     void appendLinear(const assessments::TimedPoint<T>& point) {
-        auto& piece = pieces_.back();
         const bool isFinite = std::isfinite(assessments::detail::toDouble(point.value));
-        if (!piece.points.empty() && !(isFinite && endsFinite(piece))) {
-            breakLine(piece, point.time);
-        }
-        if (isFinite) {
+        if (isFinite && endsFinite_) [[likely]] {
             builder_->append(point);
-        } else {
-            storeBeyondLines(piece, point);
+            return;
         }
-    }
-
-    static bool endsFinite(const assessments::TimedTrace_T<T>& piece) {
-        return std::isfinite(assessments::detail::toDouble(piece.points.back().value));
-    }
-
-    void breakLine(assessments::TimedTrace_T<T>& piece, double end) {
-        const double time = assessments::detail::nextTime(piece.points.back().time);
-        if (time < end) {
-            const T nan = assessments::detail::fromDouble<T>(
-                std::numeric_limits<double>::quiet_NaN(), piece.points.back().value);
-            storeBeyondLines(piece, {time, nan, 0});
-        }
-    }
-
-    // The builder would take a sample between two NaN for one on a line of NaN, and drop it.
-    void storeBeyondLines(assessments::TimedTrace_T<T>& piece,
-                          const assessments::TimedPoint<T>& point) {
-        auto& points = piece.points;
-        const bool staysNan = !points.empty() && assessments::detail::isNan(points.back().value) &&
-                              assessments::detail::isNan(point.value);
-        if (!staysNan) {
-            if (!points.empty()) {
-                points.back().setDerivative(point);
+        const bool isNan = assessments::detail::isNan(point.value);
+        if (!isEmpty()) {
+            if (!endsNan()) {
+                beginNan();
             }
-            points.push_back(point);
-            builder_.emplace(piece);
+            pieces_.back().lastKnownTime = point.time;
+            if (isNan) {
+                return;
+            }
+            begin();
         }
-        piece.lastKnownTime = point.time;
+        builder_->append(point);
+        endsFinite_ = isFinite;
+        if (isNan) {
+            markNan();
+        }
+    }
+
+    bool isEmpty() const { return pieces_.back().points.empty(); }
+    bool endsNan() const {
+        return !isEmpty() && assessments::detail::isNan(pieces_.back().points.back().value);
+    }
+
+    void beginNan() {
+        const auto& last = pieces_.back().points.back();
+        const T nan = assessments::detail::fromDouble<T>(std::numeric_limits<double>::quiet_NaN(),
+                                                         last.value);
+        const double time = pieces_.back().lastKnownTime;
+        begin();
+        builder_->append({time, nan, 0});
+        markNan();
+    }
+
+    // The slope of NaN is none either.
+    void markNan() {
+        pieces_.back().points.back().derivative = std::numeric_limits<double>::quiet_NaN();
     }
 
     assessments::INTERPOLATION_METHOD interpolation_;
     std::deque<assessments::TimedTrace_T<T>> pieces_;
     std::optional<assessments::detail::TraceBuilder<T>> builder_;
     std::optional<assessments::TimedPoint<T>> waiting_;
+    bool endsFinite_ = false;  // the piece in work, of a line
 };
 
-/// Takes the pieces over as those of a signal.
+/// Gives the samples of a piece the bias of the timeline. Throws InputError where it cannot tell
+/// two of them apart, or is too coarse for whole ticks.
 template <class T>
-SharedPieces sharedPieces(std::deque<assessments::TimedTrace_T<T>> pieces) {
+void place(assessments::TimedTrace_T<T>& piece, const Timeline& timeline) {
+    const bool isLine = piece.interpolation == assessments::INTERPOLATION_METHOD::LINEAR;
+    double lastCounted = -std::numeric_limits<double>::infinity();
+    assessments::TimedPoint<T>* last = nullptr;
+    for (assessments::TimedPoint<T>& point : piece.points) {
+        const double counted = point.time;
+        point.time = timeline.biased(counted);
+        if (last != nullptr) {
+            if (!(point.time > last->time)) {
+                timeline.failForSpan(timeline.step());
+            }
+            // Distances of rounded times have slopes of their own.
+            if (isLine && point.time - last->time != counted - lastCounted) {
+                last->setDerivative(point);
+            }
+        }
+        lastCounted = counted;
+        last = &point;
+    }
+    piece.lastKnownTime = timeline.biased(piece.lastKnownTime);
+}
+
+/// Where two neighbours share a time, the one of NaN keeps off it. Throws as place does.
+template <class T>
+void setApart(assessments::TimedTrace_T<T>& left, assessments::TimedTrace_T<T>& right,
+              const Timeline& timeline) {
+    if (left.lastKnownTime < right.points.front().time) {
+        return;
+    }
+    if (left.lastKnownTime > right.points.front().time) {
+        timeline.failForSpan(timeline.step());
+    }
+    if (assessments::detail::isNan(right.points.front().value)) {
+        right.points.front().time = assessments::detail::nextTime(left.lastKnownTime);
+    } else {
+        left.lastKnownTime = assessments::detail::previousTime(right.points.front().time);
+    }
+}
+
+/// Takes the pieces over as those of a signal on that timeline; throws as place does.
+template <class T>
+SharedPieces sharedPieces(std::deque<assessments::TimedTrace_T<T>> pieces,
+                          const Timeline& timeline) {
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        place(pieces[i], timeline);
+        if (i > 0) {
+            setApart(pieces[i - 1], pieces[i], timeline);
+        }
+    }
     auto shared = std::make_shared<TracePieces>();
     for (auto& piece : pieces) {
-        shared->emplace_back(std::move(piece));
+        // Between two samples one step apart there is no time for NaN.
+        if (piece.points.front().time <= piece.lastKnownTime) {
+            shared->emplace_back(std::move(piece));
+        }
     }
     return shared;
 }

@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <limits>
 #include <sstream>
 
 namespace vorm::evaluation {
@@ -14,17 +12,28 @@ namespace {
 
 using namespace assessments;
 
+// As the timeline counts.
 struct Window {
     double from;
     double to;
 };
 
-Window around(const FailingInterval& interval, const AssessmentOutcome& outcome,
-              const ExplanationStyle& style) {
-    const double length = interval.end - interval.start;
-    const double range = outcome.to - outcome.from;
-    const double margin = style.margin.value_or(std::max(length / 2, range / 100));
-    return {interval.start - margin, interval.end + margin};
+Window around(const TimeSpan& span, const Explanation& explanation, const ExplanationStyle& style) {
+    const Timeline& timeline = explanation.timeline;
+    const double start = timeline.at(span.start);
+    const double end = timeline.at(span.end);
+    const AssessmentOutcome& outcome = explanation.outcome;
+    const double range = timeline.ticksIn(outcome.to - outcome.from);
+    const double margin = style.margin ? timeline.ticksIn(*style.margin)
+                                       : std::round(std::max((end - start) / 2, range / 100));
+    return {start - margin, end + margin};
+}
+
+// What begins or ends just beside a time says so.
+std::string momentText(double counted, const Timeline& timeline) {
+    const ExactTime time = timeline.timeAt(counted);
+    const double at = timeline.at(time);
+    return (counted < at ? "just before " : counted > at ? "just after " : "") + time.text();
 }
 
 // Texts of the values of one sub-formula.
@@ -36,10 +45,10 @@ public:
     std::string operator()(const Verdict& value) const { return verdictName(value.get()); }
     std::string operator()(const ValueType<FixedPoint>& value) const { return value.get().text(); }
     std::string operator()(const HalfFloat& value) const {
-        return durationText(static_cast<double>(value));
+        return numberText(static_cast<double>(value));
     }
-    std::string operator()(double value) const { return durationText(value); }
-    std::string operator()(float value) const { return durationText(double{value}); }
+    std::string operator()(double value) const { return numberText(value); }
+    std::string operator()(float value) const { return numberText(double{value}); }
     std::string operator()(std::int32_t value) const {
         const bool isMember = enumeration_ != nullptr && value >= 0 &&
                               static_cast<std::size_t>(value) < enumeration_->members.size();
@@ -88,7 +97,8 @@ std::vector<Change> changesIn(const TimedTrace& piece, const Window& window, std
     });
 }
 
-std::string courseText(const ExplainedFormula& formula, const Window& window, std::size_t most) {
+std::string courseText(const ExplainedFormula& formula, const Window& window, std::size_t most,
+                       const Timeline& timeline) {
     if (formula.pieces == nullptr) {
         return "could not be evaluated";
     }
@@ -96,20 +106,20 @@ std::string courseText(const ExplainedFormula& formula, const Window& window, st
     std::string course;
     for (const TimedTrace& piece : *formula.pieces) {
         for (const Change& change : changesIn(piece, window, most, text)) {
-            course += (course.empty() ? "" : ", ") + change.value + " at " + timeText(change.time);
+            course += (course.empty() ? "" : ", ") + change.value + " at " +
+                      momentText(change.time, timeline);
         }
     }
     return course.empty() ? "not known here" : course;
 }
 
-std::string culpritText(const Culprit& culprit) {
+std::string culpritText(const Culprit& culprit, const Timeline& timeline) {
     const std::string state = culprit.text + " is " + (culprit.value ? "true " : "false ");
-    const double after = std::nextafter(culprit.to, std::numeric_limits<double>::infinity());
-    // The digits that are shown do not tell a time from the one before it.
-    if (culprit.from == culprit.to && std::strtod(timeText(culprit.to).c_str(), nullptr) == after) {
-        return state + "just before " + timeText(after) + " s";
+    if (culprit.from == culprit.to) {
+        const std::string moment = momentText(culprit.from, timeline);
+        return state + (moment.starts_with("just") ? "" : "at ") + moment + " s";
     }
-    return state + intervalText({culprit.from, culprit.to});
+    return state + intervalText({timeline.timeAt(culprit.from), timeline.timeAt(culprit.to)});
 }
 
 class ReportWriter {
@@ -140,12 +150,14 @@ private:
         for (std::size_t i = 0; i < shown; ++i) {
             out_ << "\n" << marked("fails " + intervalText(failures[i])) << "\n";
             for (const Culprit& culprit : explanation_.culprits[i]) {
-                out_ << "  because " << culpritText(culprit) << "\n";
+                out_ << "  because " << culpritText(culprit, explanation_.timeline) << "\n";
             }
-            writeCourses(around(failures[i], explanation_.outcome, style_));
+            writeCourses(around(failures[i], explanation_, style_));
         }
         if (failures.empty() && explanation_.outcome.error.empty()) {
-            writeCourses({explanation_.outcome.from, explanation_.outcome.to});
+            const Timeline& timeline = explanation_.timeline;
+            writeCourses(
+                {timeline.at(explanation_.outcome.from), timeline.at(explanation_.outcome.to)});
         }
         if (shown < failures.size()) {
             const std::size_t more = failures.size() - shown;
@@ -154,12 +166,13 @@ private:
     }
 
     void writeCourses(const Window& window) {
-        out_ << "  values from " << timeText(window.from) << " s to " << timeText(window.to)
-             << " s:\n";
+        const Timeline& timeline = explanation_.timeline;
+        out_ << "  values from " << momentText(window.from, timeline) << " s to "
+             << momentText(window.to, timeline) << " s:\n";
         TextTable table;
         for (const ExplainedFormula& formula : explanation_.subFormulas) {
             table.addRow({{std::string(2 * formula.depth, ' ') + formula.text},
-                          {courseText(formula, window, style_.mostValues)}});
+                          {courseText(formula, window, style_.mostValues, timeline)}});
         }
         out_ << table.text("    ", style_.colours);
     }

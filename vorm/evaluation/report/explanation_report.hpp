@@ -9,9 +9,9 @@ namespace vorm::evaluation {
 
 struct ExplanationStyle {
     bool colours = false;
-    std::size_t mostIntervals = 3;  ///< failing intervals that are shown
-    std::size_t mostValues = 8;     ///< values of each sub-formula that are shown around each
-    std::optional<double> margin;   ///< seconds shown before and after; nothing: what fits
+    std::size_t mostIntervals = 3;    ///< failing intervals that are shown
+    std::size_t mostValues = 8;       ///< values of each sub-formula that are shown around each
+    std::optional<ExactTime> margin;  ///< shown before and after; nothing: what fits
 };
 
 /// For each failing interval what decides its beginning, and the course of every sub-formula around

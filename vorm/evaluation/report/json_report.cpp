@@ -16,23 +16,31 @@ Json textOrNull(const std::string& text) {
     return text.empty() ? Json(nullptr) : Json(text);
 }
 
-Json failuresOf(const AssessmentOutcome& outcome) {
-    Json failures = Json::array();
-    for (const FailingInterval& interval : outcome.failures) {
-        failures.push_back({{"start", interval.start}, {"end", interval.end}});
+Json spansOf(const std::vector<TimeSpan>& spans) {
+    Json list = Json::array();
+    for (const TimeSpan& span : spans) {
+        list.push_back({{"start", span.start.seconds()}, {"end", span.end.seconds()}});
     }
-    return failures;
+    return list;
+}
+
+std::string robustnessErrorOf(const AssessmentOutcome& outcome) {
+    if (!outcome.leastRobustness || !outcome.greatestRobustness) {
+        return outcome.robustnessError;
+    }
+    if (!hasDecidedRobustness(outcome)) {
+        return "the recording does not decide it";
+    }
+    const double robustness = *outcome.leastRobustness;
+    if (std::isnan(robustness)) {
+        return "a NaN is in the way";
+    }
+    return std::isinf(robustness) ? robustness > 0 ? "infinite" : "minus infinite" : "";
 }
 
 // JSON has no number for what is not finite.
-std::string robustnessErrorOf(const AssessmentOutcome& outcome) {
-    if (outcome.robustness && std::isnan(*outcome.robustness)) {
-        return "a NaN is in the way";
-    }
-    if (outcome.robustness && std::isinf(*outcome.robustness)) {
-        return *outcome.robustness > 0 ? "infinite" : "minus infinite";
-    }
-    return outcome.robustnessError;
+Json numberOrNull(std::optional<double> number) {
+    return number && std::isfinite(*number) ? Json(*number) : Json(nullptr);
 }
 
 Json assessmentOf(const AssessmentOutcome& outcome) {
@@ -43,17 +51,21 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
                  {"error", textOrNull(outcome.error)},
                  {"reason", textOrNull(outcome.reason)}};
     const bool isJudged = outcome.error.empty();
-    for (const auto& [key, seconds] : {std::pair("from", outcome.from),
-                                       {"to", outcome.to},
-                                       {"passed", outcome.passed},
-                                       {"failed", outcome.failed},
-                                       {"no_result", outcome.unknown}}) {
-        json[key] = isJudged ? Json(seconds) : Json(nullptr);
+    for (const auto& [key, time] : {std::pair("from", outcome.from),
+                                    {"to", outcome.to},
+                                    {"passed", outcome.passed},
+                                    {"failed", outcome.failed},
+                                    {"no_result", outcome.open}}) {
+        json[key] = isJudged ? Json(time.seconds()) : Json(nullptr);
     }
     json["first_failure"] =
-        outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start);
-    json["failures"] = failuresOf(outcome);
-    json["robustness"] = outcome.robustness ? Json(*outcome.robustness) : Json(nullptr);
+        outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start.seconds());
+    json["failures"] = spansOf(outcome.failures);
+    json["no_result_spans"] = spansOf(outcome.openSpans);
+    const bool isDecided = hasDecidedRobustness(outcome);
+    json["robustness"] = isDecided ? numberOrNull(outcome.leastRobustness) : Json(nullptr);
+    json["robustness_least"] = numberOrNull(outcome.leastRobustness);
+    json["robustness_greatest"] = numberOrNull(outcome.greatestRobustness);
     json["robustness_error"] = textOrNull(robustnessErrorOf(outcome));
     return json;
 }

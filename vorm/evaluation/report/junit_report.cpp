@@ -46,7 +46,7 @@ std::string firstLine(const std::string& text) {
 
 std::string failureDetails(const AssessmentOutcome& outcome) {
     std::string details = outcome.formula + "\n";
-    for (const FailingInterval& interval : outcome.failures) {
+    for (const TimeSpan& interval : outcome.failures) {
         details += "fails " + intervalText(interval) + "\n";
     }
     return details;

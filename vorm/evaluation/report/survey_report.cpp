@@ -19,11 +19,11 @@ Json jsonOf(const SignalSurvey& signal) {
             {"samples", signal.samples},
             {"empty", signal.empty},
             {"nans", signal.nans},
-            {"first", signal.first},
-            {"last", signal.last},
-            {"median_distance", signal.medianDistance},
-            {"longest_distance", signal.longestDistance},
-            {"longest_at", signal.longestAt},
+            {"first", signal.first.seconds()},
+            {"last", signal.last.seconds()},
+            {"median_distance", signal.medianDistance.seconds()},
+            {"longest_distance", signal.longestDistance.seconds()},
+            {"longest_at", signal.longestAt.seconds()},
             {"holes", signal.holes},
             {"equal_times", signal.equalTimes},
             {"times_back", signal.timesBack}};
@@ -37,13 +37,13 @@ std::vector<TextTable::Cell> rowOf(const SignalSurvey& signal) {
     const bool hasTimes = signal.samples > 0;
     const bool hasDistances = signal.samples > 1;
     const std::string longest =
-        durationText(signal.longestDistance) + " at " + timeText(signal.longestAt);
+        durationText(signal.longestDistance) + " at " + signal.longestAt.text();
     return {{signal.file},
             {signal.name},
             {signal.type},
             {std::to_string(signal.samples), true},
-            {hasTimes ? timeText(signal.first) : "-", true},
-            {hasTimes ? timeText(signal.last) : "-", true},
+            {hasTimes ? signal.first.text() : "-", true},
+            {hasTimes ? signal.last.text() : "-", true},
             {hasDistances ? durationText(signal.medianDistance) : "-", true},
             {hasDistances ? longest : "-", true},
             {countText(signal.holes), true},

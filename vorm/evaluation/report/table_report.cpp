@@ -32,7 +32,7 @@ public:
         : style_(style),
           withRobustness_(
               std::any_of(recording.assessments.begin(), recording.assessments.end(),
-                          [](const auto& outcome) { return outcome.robustness.has_value(); })),
+                          [](const auto& outcome) { return outcome.leastRobustness.has_value(); })),
           table_(header()) {
         for (const AssessmentOutcome& outcome : recording.assessments) {
             add(outcome);
@@ -58,11 +58,11 @@ private:
         if (outcome.error.empty()) {
             row.push_back({durationText(outcome.passed), true});
             row.push_back({durationText(outcome.failed), true});
-            row.push_back({durationText(outcome.unknown), true});
+            row.push_back({durationText(outcome.open), true});
             row.push_back(
-                {outcome.failures.empty() ? "-" : timeText(outcome.failures[0].start), true});
+                {outcome.failures.empty() ? "-" : outcome.failures[0].start.text(), true});
             if (withRobustness_) {
-                row.push_back({outcome.robustness ? durationText(*outcome.robustness) : "-", true});
+                row.push_back({robustnessText(outcome), true});
             }
         }
         table_.addRow(std::move(row));

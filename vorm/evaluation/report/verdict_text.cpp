@@ -1,27 +1,13 @@
 #include "verdict_text.hpp"
 
-#include <vorm/evaluation/text/shortest_number.hpp>
-
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 namespace vorm::evaluation {
 namespace {
 
 using assessments::resultEnum_t;
-
-std::string numberWithDigits(double number, int digits) {
-    if (std::isnan(number)) {
-        return "nan";  // without a sign
-    }
-    std::array<char, 40> text;
-    // Adding zero turns a minus zero into zero.
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number + 0.0,
-                                   std::chars_format::general, digits);
-    return std::string(text.data(), end.ptr);
-}
 
 void count(const AssessmentOutcome& assessment, VerdictCounts& counts) {
     if (!assessment.error.empty()) {
@@ -74,22 +60,42 @@ VerdictCounts countVerdicts(const RunOutcome& run) {
     return sum;
 }
 
-std::string timeText(double seconds) {
-    constexpr double nanosecond = 1e-9;
-    std::string text = numberWithDigits(seconds, 15);
-    const double shown = std::strtod(text.c_str(), nullptr);
-    return std::fabs(shown - seconds) > nanosecond ? shortestNumber(seconds) : text;
-}
-
-std::string durationText(double seconds) {
-    return numberWithDigits(seconds, 9);
-}
-
-std::string intervalText(const FailingInterval& interval) {
-    if (isInstant(interval)) {
-        return "at " + timeText(interval.start) + " s";
+std::string numberText(double number) {
+    constexpr int digits = 9;
+    if (std::isnan(number)) {
+        return "nan";  // without a sign
     }
-    return "from " + timeText(interval.start) + " s to " + timeText(interval.end) + " s";
+    std::array<char, 40> text;
+    // Adding zero turns a minus zero into zero.
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number + 0.0,
+                                   std::chars_format::general, digits);
+    return std::string(text.data(), end.ptr);
+}
+
+bool hasDecidedRobustness(const AssessmentOutcome& outcome) {
+    const auto& least = outcome.leastRobustness;
+    const auto& greatest = outcome.greatestRobustness;
+    return least && greatest && (*least == *greatest || std::isnan(*least));
+}
+
+std::string robustnessText(const AssessmentOutcome& outcome) {
+    if (!outcome.leastRobustness || !outcome.greatestRobustness) {
+        return "-";
+    }
+    const std::string least = numberText(*outcome.leastRobustness);
+    return hasDecidedRobustness(outcome) ? least
+                                         : least + " to " + numberText(*outcome.greatestRobustness);
+}
+
+std::string durationText(ExactTime length) {
+    return numberText(length.seconds());
+}
+
+std::string intervalText(const TimeSpan& span) {
+    if (span.isInstant()) {
+        return "at " + span.start.text() + " s";
+    }
+    return "from " + span.start.text() + " s to " + span.end.text() + " s";
 }
 
 }  // namespace vorm::evaluation

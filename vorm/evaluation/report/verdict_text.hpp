@@ -24,15 +24,19 @@ struct VerdictCounts {
 VerdictCounts countVerdicts(const RunOutcome& run);
 VerdictCounts countVerdicts(const RecordingOutcome& recording);
 
-/// A time in seconds: with fifteen digits where these tell it to the nanosecond, which hides the
-/// one representable step by which an end can lie beside a time of the recording; else with all
-/// digits.
-std::string timeText(double seconds);
+/// A number with up to nine digits.
+std::string numberText(double number);
+
+/// Whether the recording decides the robustness, which was computed.
+bool hasDecidedRobustness(const AssessmentOutcome& outcome);
+
+/// The robustness, `-0.5`, or between what it lies, `-inf to 3`; `-` where there is none.
+std::string robustnessText(const AssessmentOutcome& outcome);
 
 /// A length of time in seconds with up to nine digits, since it is a sum.
-std::string durationText(double seconds);
+std::string durationText(ExactTime length);
 
 /// `from 3 s to 4.5 s`, or `at 3 s` for one instant.
-std::string intervalText(const FailingInterval& interval);
+std::string intervalText(const TimeSpan& span);
 
 }  // namespace vorm::evaluation

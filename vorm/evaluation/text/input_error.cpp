@@ -73,4 +73,12 @@ std::string messageOf(const InputProblem& problem) {
 InputError::InputError(InputProblem problem)
     : std::runtime_error(messageOf(problem)), problem_(std::move(problem)) {}
 
+void failAt(SourceLocation where, std::string message, std::string advice) {
+    InputProblem problem;
+    problem.message = std::move(message);
+    problem.where = std::move(where);
+    problem.advice = std::move(advice);
+    throw InputError(std::move(problem));
+}
+
 }  // namespace vorm::evaluation

@@ -40,4 +40,7 @@ private:
     InputProblem problem_;
 };
 
+/// Throws an InputError without an excerpt.
+[[noreturn]] void failAt(SourceLocation where, std::string message, std::string advice = {});
+
 }  // namespace vorm::evaluation

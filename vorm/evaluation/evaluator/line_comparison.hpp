@@ -1,0 +1,259 @@
+#pragma once
+
+// For comparisons: two operands of which at least one is a line.
+//
+// From event to event the difference of the two is a straight line. Mostly it is far from zero and
+// keeps its sign, which doubles tell; what is done then is all that most samples cost. Whatever is
+// closer is settled in a wider type.
+
+#include <vorm/assessments/trace/time_step.hpp>
+#include <vorm/evaluation/evaluator/compared_operand.hpp>
+#include <vorm/evaluation/evaluator/relation.hpp>
+#include <vorm/evaluation/evaluator/truth_writer.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace vorm::evaluation {
+
+template <class T>
+class LineComparison {
+public:
+    LineComparison(ComparedOperand<T> left, ComparedOperand<T> right, const Relation& relation,
+                   TruthWriter& truth)
+        : isComputed_(left.isComputed() || right.isComputed()),
+          left_(std::move(left)),
+          right_(std::move(right)),
+          relation_(relation),
+          truth_(truth) {}
+
+    void run(double start, double end) {
+        left_.cursor().advanceTo(start);
+        right_.cursor().advanceTo(start);
+        // A local that nothing refers to stays in registers.
+        Event last{std::numeric_limits<double>::quiet_NaN(),
+                   0,
+                   0,
+                   true,
+                   Order::Unordered,
+                   Order::Unordered};
+        const auto visit = [&](double time, const Point* left, const Point* right)
+            __attribute__((always_inline)) {
+            Event now{time,
+                      left_.valueAt(left, time),
+                      right_.valueAt(right, time),
+                      left_.isRecorded(left, time) && right_.isRecorded(right, time),
+                      last.order,
+                      last.order};
+            if (!goesOn(last, now)) {
+                if (crossesPlainly(last, now)) {
+                    now.order = now.before = orderOf(now.left, now.right);
+                } else {
+                    const Orders orders = settle(last, now, left, right);
+                    now.order = orders.atEnd;
+                    now.before = orders.inside;
+                }
+            }
+            last = now;
+        };
+        assessments::detail::walk(left_.cursor(), right_.cursor(), visit);
+        if (last.time < end && std::isfinite(end)) {
+            visit(end, &left_.cursor().inForce(), &right_.cursor().inForce());
+        }
+    }
+
+private:
+    using Point = assessments::TimedPoint<T>;
+    using Real = long double;
+    static constexpr double epsilon = std::numeric_limits<double>::epsilon();
+
+    struct Event {
+        double time;
+        double left;
+        double right;
+        bool isRecorded;  // of both operands
+        Order order;
+        Order before;  // inside the stretch that ends here
+    };
+
+    // What the difference is at the two ends of a straight stretch.
+    struct Stretch {
+        double from;
+        double to;
+        Real leftStart, rightStart, leftEnd, rightEnd;
+
+        Real length() const { return Real(to) - from; }
+        Real rise() const { return (leftEnd - rightEnd) - (leftStart - rightStart); }
+        // A step from one time to the next has no inside and no slope.
+        bool isStep() const { return !(assessments::detail::nextTime(from) < to); }
+    };
+
+    // How far from a time a crossing can lie and still be at it: half a step of time. Sums and
+    // magnitudes of lines bend at rounded times, and what crosses them is off by as much or some
+    // more; whole numbers, at which samples and the bounds of windows lie, draw it from further.
+    double reachOf(double time) const {
+        constexpr double mostReach = 0.125;
+        const double step = assessments::detail::nextTime(time) - time;
+        if (!isComputed_) {
+            return step / 2;
+        }
+        const bool isWhole = time == std::nearbyint(time);
+        return isWhole && 4 * step <= mostReach ? 4 * step : step;
+    }
+
+    // How much the difference can be and still be zero at `time`. Of computed operands each one is
+    // uncertain, however equal their slopes are.
+    Real closeness(const Stretch& stretch, double time) const {
+        if (stretch.isStep()) {
+            return 0;
+        }
+        const Real rise = isComputed_ ? std::fabs(stretch.leftEnd - stretch.leftStart) +
+                                            std::fabs(stretch.rightEnd - stretch.rightStart)
+                                      : std::fabs(stretch.rise());
+        const Real change = rise * reachOf(time) / stretch.length();
+        return std::isfinite(change) ? change : 0;
+    }
+
+    // Whether the order stays what it was, beyond doubt.
+    [[gnu::always_inline]] bool goesOn(const Event& last, const Event& now) const {
+        const double leftEnd = left_.isLine() ? now.left : last.left;
+        const double rightEnd = right_.isLine() ? now.right : last.right;
+        const bool stays =
+            last.order == Order::Greater
+                ? leftEnd > rightEnd && now.left > now.right
+                : last.order == Order::Less && leftEnd < rightEnd && now.left < now.right;
+        return stays &&
+               ((now.isRecorded && last.isRecorded) || isClear(last, now, leftEnd - rightEnd));
+    }
+
+    // Whether neither end is near enough to zero to be zero in truth. Both differences have one
+    // sign, and the time is at least as long as the stretch or the stretch longer than any
+    // rounding.
+    static bool isClear(const Event& last, const Event& now, double endDifference) {
+        const double start = std::fabs(last.left - last.right);
+        const double end = std::fabs(endDifference);
+        const double jump = std::fabs(now.left - now.right);
+        const double least = std::min({start, end, jump});
+        const double values = std::fabs(now.left) + std::fabs(now.right) + std::fabs(last.left) +
+                              std::fabs(last.right);
+        const double length = now.time - last.time;
+        const double times = std::fabs(now.time) + length;
+        return least > 8 * epsilon * values && least * length > 4 * epsilon * times * (start + end);
+    }
+
+    // Writes the usual crossing, between recorded samples, on a stretch short enough for doubles to
+    // tell the nearest time. Says whether it is one.
+    [[gnu::noinline]] bool crossesPlainly(Event last, Event now) {
+        const double start = last.left - last.right;
+        const double end = now.left - now.right;
+        const double length = now.time - last.time;
+        const bool isPlain = last.isRecorded && now.isRecorded && length < now.time / 64 &&
+                             (left_.isLine() || now.left == last.left) &&
+                             (right_.isLine() || now.right == last.right);
+        const double time = last.time + start * length / (start - end);
+        if (!isPlain || !(last.time < time && time < now.time)) {
+            return false;
+        }
+        const Order order = orderOf(now.left, now.right);
+        write(time, Order::Equal);
+        const double after = assessments::detail::nextTime(time);
+        write(after, order);
+        return true;
+    }
+
+    static Order orderWithin(Real tolerance, Real left, Real right) {
+        return std::fabs(left - right) <= tolerance ? Order::Equal : orderOf(left, right);
+    }
+
+    static Real lastPlaces(Real left, Real right) {
+        const Real size = std::fabs(left) + std::fabs(right);
+        return std::isfinite(size) ? 4 * epsilon * size : 0;
+    }
+
+    struct Orders {
+        Order inside;  // a stretch, at last
+        Order atEnd;
+    };
+
+    // Writes what lies between two events and at the second one.
+    [[gnu::noinline]] Orders settle(Event last, Event now, const Point* left, const Point* right) {
+        Real tolerance = now.isRecorded ? 0 : lastPlaces(now.left, now.right);
+        if (std::isnan(last.time)) {
+            const Order first = write(now.time, orderWithin(tolerance, now.left, now.right));
+            return {first, first};
+        }
+        const auto leftCourse = left_.courseUpTo(left, now.time);
+        const auto rightCourse = right_.courseUpTo(right, now.time);
+        const Stretch stretch{last.time,
+                              now.time,
+                              left_.onCourse(leftCourse, last.time),
+                              right_.onCourse(rightCourse, last.time),
+                              left_.onCourse(leftCourse, now.time),
+                              right_.onCourse(rightCourse, now.time)};
+        // Only the course after the last event may tell that the operands are equal there.
+        const bool isEqual =
+            !last.isRecorded &&
+            std::fabs(stretch.leftStart - stretch.rightStart) <= closeness(stretch, last.time);
+        const Order start = isEqual ? write(last.time, Order::Equal) : last.order;
+        if (!now.isRecorded) {
+            tolerance = std::max(tolerance, closeness(stretch, now.time));
+        }
+        const Order end = orderWithin(tolerance, stretch.leftEnd, stretch.rightEnd);
+        Order inside = start;
+        if (!stretch.isStep()) {
+            inside = writeInside(stretch, start, end);
+        } else if (!last.isRecorded && start == Order::Equal) {
+            // What is drawn just before a step belongs to the stretch that the step ends.
+            inside = write(last.time, last.before);
+        }
+        return {inside,
+                write(now.time, orderWithin(tolerance, left_.isLine() ? stretch.leftEnd : now.left,
+                                            right_.isLine() ? stretch.rightEnd : now.right))};
+    }
+
+    Order write(double time, Order order) {
+        truth_.change(time, relation_(order));
+        return order;
+    }
+
+    // Gives the order that it comes to.
+    Order writeInside(const Stretch& stretch, Order start, Order end) {
+        if (start == end || (end == Order::Equal && start != Order::Unordered)) {
+            return start;
+        }
+        double turn = stretch.from;
+        if (start == Order::Unordered || end == Order::Unordered) {
+            end = Order::Unordered;
+        } else if (start != Order::Equal) {
+            turn = crossing(stretch);
+            write(turn, Order::Equal);
+        }
+        const double after = assessments::detail::nextTime(turn);
+        if (after < stretch.to) {
+            write(after, end);
+        }
+        return end;
+    }
+
+    // The nearest time inside.
+    double crossing(const Stretch& stretch) const {
+        const Real difference = stretch.leftStart - stretch.rightStart;
+        const Real passed = -difference * stretch.length() / stretch.rise();
+        const double earliest = assessments::detail::nextTime(stretch.from);
+        const double latest = assessments::detail::previousTime(stretch.to);
+        // A rise beyond all numbers passes through everything at once.
+        const double time = static_cast<double>(stretch.from + passed);
+        const double whole = std::nearbyint(time);
+        const double drawn = std::fabs(time - whole) <= reachOf(whole) ? whole : time;
+        return drawn > earliest ? std::min(drawn, latest) : earliest;
+    }
+
+    const bool isComputed_;
+    ComparedOperand<T> left_;
+    ComparedOperand<T> right_;
+    const Relation& relation_;
+    TruthWriter& truth_;
+};
+
+}  // namespace vorm::evaluation

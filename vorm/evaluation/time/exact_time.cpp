@@ -1,0 +1,191 @@
+#include "exact_time.hpp"
+
+#include <vorm/evaluation/text/shortest_number.hpp>
+
+#include <fast_float/fast_float.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+namespace vorm::evaluation {
+namespace {
+
+__extension__ typedef unsigned __int128 WideNatural;
+
+constexpr int secondDigits = 18;  // of attoseconds behind the point
+constexpr int powerCount = 39;    // that fit
+
+constexpr std::array<WideNatural, powerCount> powersOfTen() {
+    std::array<WideNatural, powerCount> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i) {
+        powers[i] = powers[i - 1] * 10;
+    }
+    return powers;
+}
+
+constexpr auto tenTo = powersOfTen();
+
+// The greatest numbers that stay within the range times each power.
+constexpr std::array<WideNatural, powerCount> greatestNumbers() {
+    std::array<WideNatural, powerCount> greatest{};
+    for (std::size_t i = 0; i < greatest.size(); ++i) {
+        greatest[i] = (~WideNatural{0} >> 1U) / tenTo[i];
+    }
+    return greatest;
+}
+
+constexpr auto mostTimesTenTo = greatestNumbers();
+
+// `digits` times ten to the `exponent`.
+struct Decimal {
+    WideNatural digits = 0;
+    int exponent = 0;
+    bool isNegative = false;
+};
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Reads digits of a decimal; those that no longer fit are far below an attosecond, or the number
+// is beyond the range.
+class DecimalReader {
+public:
+    explicit DecimalReader(std::string_view text)
+        : at_(text.data()), end_(text.data() + text.size()) {}
+
+    std::optional<Decimal> read() {
+        if (at_ != end_ && (*at_ == '+' || *at_ == '-')) {
+            decimal_.isNegative = *at_++ == '-';
+        }
+        std::size_t count = takeDigits(0);
+        if (at_ != end_ && *at_ == '.') {
+            ++at_;
+            count += takeDigits(1);
+        }
+        if (count == 0 || !takeExponent() || at_ != end_) {
+            return std::nullopt;
+        }
+        return decimal_;
+    }
+
+private:
+    std::size_t takeDigits(int behindPoint) {
+        const char* const begin = at_;
+        // Short numbers, which nearly all are, stay within 64 bits.
+        constexpr std::uint64_t fullAt = 1'000'000'000'000'000'000;
+        std::uint64_t digits = 0;
+        if (decimal_.digits < fullAt) {
+            digits = static_cast<std::uint64_t>(decimal_.digits);
+            for (; at_ != end_ && isDigit(*at_) && digits < fullAt; ++at_) {
+                digits = digits * 10 + static_cast<std::uint64_t>(*at_ - '0');
+                decimal_.exponent -= behindPoint;
+            }
+            decimal_.digits = digits;
+        }
+        for (; at_ != end_ && isDigit(*at_); ++at_) {
+            if (decimal_.digits < tenTo[35]) {
+                decimal_.digits = decimal_.digits * 10 + static_cast<WideNatural>(*at_ - '0');
+                decimal_.exponent -= behindPoint;
+            } else {
+                decimal_.exponent += 1 - behindPoint;
+            }
+        }
+        return static_cast<std::size_t>(at_ - begin);
+    }
+
+    bool takeExponent() {
+        if (at_ == end_ || (*at_ != 'e' && *at_ != 'E')) {
+            return true;
+        }
+        ++at_;
+        const bool isNegative = at_ != end_ && *at_ == '-';
+        at_ += at_ != end_ && (*at_ == '+' || *at_ == '-') ? 1 : 0;
+        const char* const begin = at_;
+        // Whatever is larger than this is beyond the range, or nothing.
+        constexpr int most = 1'000'000;
+        int exponent = 0;
+        for (; at_ != end_ && isDigit(*at_); ++at_) {
+            exponent = std::min(most, exponent * 10 + (*at_ - '0'));
+        }
+        decimal_.exponent += isNegative ? -exponent : exponent;
+        return at_ != begin;
+    }
+
+    const char* at_;
+    const char* const end_;
+    Decimal decimal_;
+};
+
+// Number times ten to the exponent, rounded; nothing beyond the range.
+std::optional<WideNatural> scaled(WideNatural number, int exponent) {
+    if (number == 0) {
+        return number;
+    }
+    if (exponent >= 0) {
+        if (exponent >= powerCount || number > mostTimesTenTo[static_cast<std::size_t>(exponent)]) {
+            return std::nullopt;
+        }
+        return number * tenTo[static_cast<std::size_t>(exponent)];
+    }
+    if (-exponent >= powerCount) {
+        return WideNatural{0};
+    }
+    const WideNatural divisor = tenTo[static_cast<std::size_t>(-exponent)];
+    const WideNatural rest = number % divisor;
+    return number / divisor + (rest >= divisor - rest ? 1U : 0U);
+}
+
+}  // namespace
+
+std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& unit) {
+    const auto number = DecimalReader(decimal).read();
+    if (!number) {
+        return std::nullopt;
+    }
+    const auto magnitude = scaled(number->digits * static_cast<WideNatural>(unit.factor_),
+                                  number->exponent + unit.zeros_);
+    if (!magnitude) {
+        return std::nullopt;
+    }
+    const auto attoseconds = static_cast<WideInteger>(*magnitude);
+    return ExactTime(number->isNegative ? -attoseconds : attoseconds);
+}
+
+std::optional<ExactTime> ExactTime::ofSeconds(double seconds) {
+    constexpr ExactTime second(static_cast<WideInteger>(tenTo[secondDigits]));
+    return std::isfinite(seconds) ? of(shortestNumber(seconds), second) : std::nullopt;
+}
+
+double ExactTime::seconds() const {
+    const std::string decimal = text();
+    double number = 0;
+    fast_float::from_chars(decimal.data(), decimal.data() + decimal.size(), number);
+    return number;
+}
+
+std::string ExactTime::text() const {
+    const bool isNegative = attoseconds_ < 0;
+    auto rest = static_cast<WideNatural>(attoseconds_);
+    rest = isNegative ? -rest : rest;
+    std::string reversed;
+    for (int digit = 0; rest != 0 || digit <= secondDigits; ++digit) {
+        if (digit == secondDigits && !reversed.empty()) {
+            reversed += '.';
+        }
+        const auto last = static_cast<char>(rest % 10);
+        rest /= 10;
+        // Zeros at the end of a fraction say nothing.
+        if (last != 0 || digit >= secondDigits || !reversed.empty()) {
+            reversed += static_cast<char>('0' + last);
+        }
+    }
+    if (isNegative) {
+        reversed += '-';
+    }
+    return {reversed.rbegin(), reversed.rend()};
+}
+
+}  // namespace vorm::evaluation
