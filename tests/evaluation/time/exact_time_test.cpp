@@ -82,7 +82,7 @@ RC_GTEST_PROP(ExactTime, ReadsBackItsTextAndItsSeconds, ()) {
     const ExactTime time = high * second + ExactTime(low);
     RC_ASSERT(ExactTime::of(time.text(), second) == time);
     // No neighbouring double is nearer.
-    const auto distance = [&](double seconds) {
+    const auto distance = [&](double seconds) -> Rational {
         return abs(Rational(seconds) -
                    (Rational(high) + Rational(low) / Rational(1'000'000'000'000'000'000)));
     };
