@@ -5,6 +5,10 @@
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>
+#include <vorm/evaluation/text/characters.hpp>
+
+#include <algorithm>
+#include <iostream>
 
 namespace assess {
 namespace {
@@ -26,6 +30,48 @@ std::string reportOf(const RunOutcome& outcome, const Options& options) {
     return tableReport(outcome, style);
 }
 
+// The assessments that were never triggered, each as a note names it: with the number of recordings
+// where others did trigger it.
+std::vector<std::string> neverTriggered(const RunOutcome& run) {
+    std::vector<const RecordingOutcome*> usable;
+    for (const RecordingOutcome& recording : run.recordings) {
+        if (recording.error.empty()) {
+            usable.push_back(&recording);
+        }
+    }
+    std::vector<std::string> names;
+    const std::size_t assessments = usable.empty() ? 0 : usable.front()->assessments.size();
+    for (std::size_t i = 0; i < assessments; ++i) {
+        const auto count = static_cast<std::size_t>(
+            std::count_if(usable.begin(), usable.end(), [i](const RecordingOutcome* recording) {
+                return recording->assessments[i].neverTriggered;
+            }));
+        if (count > 0) {
+            names.push_back("'" + withoutControls(usable.front()->assessments[i].name) + "'");
+        }
+        if (count > 0 && count < usable.size()) {
+            names.back() += " (in " + std::to_string(count) + " of " +
+                            std::to_string(usable.size()) + " recordings)";
+        }
+    }
+    return names;
+}
+
+// What passes without having been put to the test is easily taken for a success.
+void noteNeverTriggered(const RunOutcome& run) {
+    const std::vector<std::string> names = neverTriggered(run);
+    if (names.empty()) {
+        return;
+    }
+    std::cerr << "note: " << names.size()
+              << (names.size() == 1 ? " assessment was" : " assessments were")
+              << " never triggered: ";
+    for (const std::string& name : names) {
+        std::cerr << (&name == &names.front() ? "" : ", ") << name;
+    }
+    std::cerr << "\n";
+}
+
 }  // namespace
 
 ExitCode runAssessments(const Options& options) {
@@ -39,6 +85,9 @@ ExitCode runAssessments(const Options& options) {
     const RunOutcome outcome = vorm::evaluation::run(file, recordingsOf(options), run);
     progress.clear();
     writeResults(options, reportOf(outcome, options));
+    if (!options.quiet) {
+        noteNeverTriggered(outcome);
+    }
     if (outcome.hasErrors()) {
         return ExitCode::UnusableInput;
     }

@@ -69,17 +69,41 @@ TEST(Judgement, TellsFailingAndOpenSpansOfTheRangeAlone) {
 TEST(Judgement, TriggersAreTheLeftSidesOfImplications) {
     const auto trigger = [](const std::string& formula) {
         const auto tree = expressionOf(ParsedFormula(formula));
-        const auto* left = triggerOf(tree);
-        return left == nullptr ? "none" : formulaText(*left);
+        const auto found = triggerOf(tree);
+        return found ? formulaText(*found->formula) : "none";
     };
     EXPECT_EQ(trigger("a == 1 -> b == 1"), "a == 1");
     EXPECT_EQ(trigger("always[0, 1](always[0, 2](a == 1 -> b == 1))"), "a == 1");
     EXPECT_EQ(trigger("eventually[0, 1](a == 1 -> b == 1)"), "none");
     EXPECT_EQ(trigger("a == 1 & b == 1"), "none");
     EXPECT_EQ(trigger("~a == 1"), "none");
+}
+
+TEST(Judgement, TriggersAreLookedAtWhereWindowsLeadWithinWhatIsKnown) {
+    struct Row {
+        const char* formula;
+        TimeRange range;
+        TimeRange expected;
+    };
+    for (const Row& row : {
+             Row{"a == 1 -> b == 1", {2, 6}, {2, 6}},
+             Row{"always[-1, 2](a == 1 -> b == 1)", {2, 6}, {1, 8}},
+             Row{"always[1, 2](always[1, 2](a == 1 -> b == 1))", {2, 6}, {4, 10}},
+             Row{"always[-3, 5](a == 1 -> b == 1)", {2, 6}, {0, 10}},
+             Row{"always[-3, 5](a == 1 -> b == 1)", {-1, 12}, {-1, 12}},
+         }) {
+        const auto tree = expressionOf(ParsedFormula(row.formula));
+        const TimeRange range = rangeOfTrigger(*triggerOf(tree), row.range, {0, 10});
+        EXPECT_EQ(range.from, row.expected.from) << row.formula;
+        EXPECT_EQ(range.to, row.expected.to) << row.formula;
+    }
+}
+
+TEST(Judgement, IsFalseThroughoutWhatIsNotEmpty) {
     const Truth never = truth({{0, -1}, {5, 0}});
     EXPECT_TRUE(isFalseThroughout(never, {0, 4}));
     EXPECT_FALSE(isFalseThroughout(never, {0, 5})) << "it may still have come";
+    EXPECT_FALSE(isFalseThroughout(never, {3, 2})) << "nothing was looked at";
     EXPECT_FALSE(isFalseThroughout(truth({{0, -1}, {2, 1}, {3, -1}}), {0, 5}));
 }
 

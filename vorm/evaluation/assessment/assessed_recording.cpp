@@ -106,6 +106,14 @@ void AssessedRecording::judge(const Assessment& assessment, const Formula& formu
     }
 }
 
+bool AssessedRecording::isFalseThroughout(const Assessment& assessment, const Formula& formula,
+                                          const Trigger& trigger, const Truth& truth) const {
+    const auto range = rangeOf(assessment, formula);
+    const auto known = knownRange(signalsOf(formula));
+    return range && known &&
+           evaluation::isFalseThroughout(truth, rangeOfTrigger(trigger, *range, *known));
+}
+
 std::string AssessedRecording::reasonForNoResult(const Assessment& assessment,
                                                  const Formula& formula) const {
     for (const Signal* signal : signalsOf(formula)) {

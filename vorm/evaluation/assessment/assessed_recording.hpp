@@ -34,6 +34,10 @@ public:
     void judge(const Assessment& assessment, const Formula& formula, const Truth& truth,
                AssessmentOutcome& outcome) const;
 
+    /// Whether the trigger of a formula is certainly false wherever the assessment looks at it.
+    bool isFalseThroughout(const Assessment& assessment, const Formula& formula,
+                           const Trigger& trigger, const Truth& truth) const;
+
     /// The message of an evaluation that failed, placed at the formula in its file.
     std::string failureMessage(const Assessment& assessment, const Formula& formula,
                                const std::exception_ptr& failure) const;

@@ -95,29 +95,38 @@ Judgement judge(const Truth& truth, const TimeRange& range) {
 }
 
 bool isFalseThroughout(const Truth& truth, const TimeRange& range) {
-    bool isFalse = true;
+    bool isFalse = range.from <= range.to;
     forEachStretch(truth, range, [&](const Span&, std::int8_t value) {
         isFalse = isFalse && value == certainlyFalse;
     });
     return isFalse;
 }
 
-const Expression* triggerOf(const Expression& formula) {
+std::optional<Trigger> triggerOf(const Expression& formula) {
+    TimeRange window{0, 0};
     const Expression* inner = &assessments::detail::withoutAliases(formula);
-    while (const auto* window = boost::get<timedwindow_unary_op>(inner)) {
-        if (window->op != VORM_OP::Globally) {
-            return nullptr;
+    while (const auto* always = boost::get<timedwindow_unary_op>(inner)) {
+        if (always->op != VORM_OP::Globally) {
+            return std::nullopt;
         }
-        inner = &assessments::detail::withoutAliases(window->child);
+        window = {window.from + always->a, window.to + always->b};
+        inner = &assessments::detail::withoutAliases(always->child);
     }
     const auto* either = boost::get<binary_op>(inner);
     if (either == nullptr || either->op != VORM_OP::Or) {
-        return nullptr;
+        return std::nullopt;
     }
     const auto* untriggered =
         boost::get<unary_op>(&assessments::detail::withoutAliases(either->lhs));
-    const bool isImplication = untriggered != nullptr && untriggered->op == VORM_OP::Not;
-    return isImplication ? &untriggered->child : nullptr;
+    if (untriggered == nullptr || untriggered->op != VORM_OP::Not) {
+        return std::nullopt;
+    }
+    return Trigger{&untriggered->child, window};
+}
+
+TimeRange rangeOfTrigger(const Trigger& trigger, const TimeRange& range, const TimeRange& known) {
+    return {std::max(range.from + trigger.window.from, std::min(range.from, known.from)),
+            std::min(range.to + trigger.window.to, std::max(range.to, known.to))};
 }
 
 std::optional<double> leastValue(const TracePieces& pieces, const TimeRange& range) {

@@ -37,12 +37,22 @@ struct Judgement {
 /// The judgement of a requirement with that truth. Linear.
 Judgement judge(const Truth& truth, const TimeRange& range);
 
-/// Whether a truth is certainly false throughout a range.
+/// Whether a truth is certainly false throughout a range, which is not empty.
 bool isFalseThroughout(const Truth& truth, const TimeRange& range);
 
-/// The left side of the implication that a formula is, perhaps below aliases or `always`; null
-/// where it is none. An assessment whose trigger is false throughout was never put to the test.
-const assessments::Expression* triggerOf(const assessments::Expression& formula);
+/// The left side of an implication, which stands perhaps below aliases or `always`. An assessment
+/// whose trigger is false throughout was never put to the test.
+struct Trigger {
+    const assessments::Expression* formula;
+    TimeRange window;  ///< how far from a time the formula looks at it
+};
+
+/// The trigger of a formula; nothing where it is no implication.
+std::optional<Trigger> triggerOf(const assessments::Expression& formula);
+
+/// The times at which a formula that is assessed in a range looks at its trigger. A window that
+/// leaves the range is followed to the ends of what is known, since no recording tells more.
+TimeRange rangeOfTrigger(const Trigger& trigger, const TimeRange& range, const TimeRange& known);
 
 /// The least value in the range; NaN where one of them is NaN, nothing where none is known.
 std::optional<double> leastValue(const TracePieces& pieces, const TimeRange& range);

@@ -42,6 +42,11 @@ struct AssessmentOutcome {
     std::vector<TimeSpan> failures;   ///< in time order
     std::vector<TimeSpan> openSpans;  ///< where the recording cannot tell, in time order
 
+    /// Whether it passes only because its trigger, the left side of an implication, is false
+    /// wherever it was looked at.
+    bool neverTriggered = false;
+    std::string trigger;  ///< the text of that left side; empty where the formula has none
+
     /// Where it was asked for and could be computed: between what the robustness at the worst time
     /// of the range lies. Both are equal where the recording decides it, NaN where a NaN is in the
     /// way, and nothing where there is no range.

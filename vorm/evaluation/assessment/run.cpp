@@ -10,6 +10,7 @@
 namespace vorm::evaluation {
 namespace {
 
+using assessments::Expression;
 using detail::AssessedRecording;
 
 // An assessment whose formula fits the recording.
@@ -19,10 +20,10 @@ struct Task {
     Formula formula;
 };
 
-// One of the results of a task. They fill in different parts of its outcome.
+// One of the results of a task, and who takes it. They fill in different parts of its outcome.
 struct TaskRequest {
-    const Task* task;
-    Meaning meaning;
+    EvaluationRequest request;
+    std::function<void(const EvaluationResult&)> take;
 };
 
 void takeTruth(const AssessedRecording& recording, const Task& task,
@@ -32,6 +33,16 @@ void takeTruth(const AssessedRecording& recording, const Task& task,
             recording.failureMessage(*task.assessment, task.formula, truth.failure);
     } else {
         recording.judge(*task.assessment, task.formula, *truth.truth, *task.outcome);
+    }
+}
+
+void takeTrigger(const AssessedRecording& recording, const Task& task, const Trigger& trigger,
+                 const EvaluationResult& truth) {
+    // What fails in the trigger fails in the formula, and is told there.
+    if (!truth.failure) {
+        task.outcome->trigger = formulaText(*trigger.formula, task.formula.times);
+        task.outcome->neverTriggered =
+            recording.isFalseThroughout(*task.assessment, task.formula, trigger, *truth.truth);
     }
 }
 
@@ -52,30 +63,48 @@ void takeRobustness(const AssessedRecording& recording, const Task& task, Meanin
     }
 }
 
+std::vector<TaskRequest> requestsOf(const AssessedRecording& recording, const Task& task,
+                                    bool withRobustness) {
+    const Expression& formula = task.formula.tree;
+    std::vector<TaskRequest> requests{
+        {{&formula, Meaning::Boolean},
+         [&](const EvaluationResult& truth) { takeTruth(recording, task, truth); }}};
+    if (const auto trigger = triggerOf(formula)) {
+        requests.push_back(
+            {{trigger->formula, Meaning::Boolean}, [&, trigger](const EvaluationResult& truth) {
+                 takeTrigger(recording, task, *trigger, truth);
+             }});
+    }
+    if (withRobustness) {
+        for (const Meaning meaning : {Meaning::LeastRobustness, Meaning::GreatestRobustness}) {
+            requests.push_back({{&formula, meaning}, [&, meaning](const EvaluationResult& bound) {
+                                    takeRobustness(recording, task, meaning, bound);
+                                }});
+        }
+    }
+    return requests;
+}
+
 // Each result is looked at when it is there and then let go, so that memory does not grow with the
 // number of assessments.
 void evaluateTasks(const AssessedRecording& recording, const std::vector<Task>& tasks,
                    bool withRobustness) {
     std::vector<EvaluationRequest> requests;
-    std::vector<TaskRequest> askedFor;
+    std::vector<std::function<void(const EvaluationResult&)>> takers;
     for (const Task& task : tasks) {
-        for (const Meaning meaning :
-             {Meaning::Boolean, Meaning::LeastRobustness, Meaning::GreatestRobustness}) {
-            if (meaning == Meaning::Boolean || withRobustness) {
-                requests.push_back({&task.formula.tree, meaning});
-                askedFor.push_back({&task, meaning});
-            }
+        for (TaskRequest& part : requestsOf(recording, task, withRobustness)) {
+            requests.push_back(part.request);
+            takers.push_back(std::move(part.take));
         }
     }
     const auto take = [&](std::size_t request, const EvaluationResult& result) {
-        const auto& [task, meaning] = askedFor[request];
-        if (meaning == Meaning::Boolean) {
-            takeTruth(recording, *task, result);
-        } else {
-            takeRobustness(recording, *task, meaning, result);
-        }
+        takers[request](result);
     };
     evaluateEach(requests, recording.lookup(), take, recording.evaluationOptions());
+    for (const Task& task : tasks) {
+        // Truth and trigger may come from different threads.
+        task.outcome->neverTriggered &= task.outcome->verdict == assessments::resultEnum_t::PASS;
+    }
 }
 
 RecordingOutcome runOne(const AssessmentFile& file,

@@ -62,6 +62,7 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
         outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start.seconds());
     json["failures"] = spansOf(outcome.failures);
     json["no_result_spans"] = spansOf(outcome.openSpans);
+    json["never_triggered"] = outcome.neverTriggered;
     const bool isDecided = hasDecidedRobustness(outcome);
     json["robustness"] = isDecided ? numberOrNull(outcome.leastRobustness) : Json(nullptr);
     json["robustness_least"] = numberOrNull(outcome.leastRobustness);

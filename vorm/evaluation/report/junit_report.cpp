@@ -65,6 +65,10 @@ void addAssessment(pugi::xml_node suite, const std::string& file,
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");
     }
+    const std::string note = neverTriggeredText(outcome);
+    if (!note.empty()) {
+        testCase.append_child("system-out").text().set(xmlText(note + "\n").c_str());
+    }
 }
 
 void setCounts(pugi::xml_node node, const VerdictCounts& counts) {

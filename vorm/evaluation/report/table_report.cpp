@@ -72,6 +72,7 @@ private:
     void addNotes(const AssessmentOutcome& outcome) {
         addLines(outcome.error);
         addLines(outcome.reason);
+        addLines(neverTriggeredText(outcome));
         addLines(outcome.robustnessError);
         const std::size_t shown = std::min(outcome.failures.size(), style_.mostIntervals);
         for (std::size_t i = 0; i < shown; ++i) {

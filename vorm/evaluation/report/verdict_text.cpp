@@ -91,6 +91,12 @@ std::string durationText(ExactTime length) {
     return numberText(length.seconds());
 }
 
+std::string neverTriggeredText(const AssessmentOutcome& outcome) {
+    return outcome.neverTriggered
+               ? "never triggered: its condition '" + outcome.trigger + "' is false throughout"
+               : "";
+}
+
 std::string intervalText(const TimeSpan& span) {
     if (span.isInstant()) {
         return "at " + span.start.text() + " s";

@@ -36,6 +36,9 @@ std::string robustnessText(const AssessmentOutcome& outcome);
 /// A length of time in seconds with up to nine digits, since it is a sum.
 std::string durationText(ExactTime length);
 
+/// That an assessment was never triggered, and why; empty where it was.
+std::string neverTriggeredText(const AssessmentOutcome& outcome);
+
 /// `from 3 s to 4.5 s`, or `at 3 s` for one instant.
 std::string intervalText(const TimeSpan& span);
 
