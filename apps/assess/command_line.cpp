@@ -134,6 +134,8 @@ private:
             ->take_all();
         sub.add_flag("--robustness", options_.robustness,
                      "Also by how much each assessment holds or fails");
+        sub.add_flag("--strict", options_.strict,
+                     "An assessment without result at some time has not passed: exit code 1");
         sub.add_option("--intervals", options_.intervals,
                        "Failing intervals that the table shows of each assessment; 10 without it")
             ->check(CLI::Range(0, 1'000'000'000).description(""))

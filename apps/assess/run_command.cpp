@@ -80,6 +80,7 @@ ExitCode runAssessments(const Options& options) {
     RunOptions run;
     run.jobs = options.jobs;
     run.robustness = options.robustness;
+    run.strict = options.strict;
     run.only = options.only;
     run.progress = [&](const std::string& text) { progress.show(text); };
     const RunOutcome outcome = vorm::evaluation::run(file, recordingsOf(options), run);

@@ -104,6 +104,89 @@ TEST_F(Assess, WhatWasNeverTriggeredIsInEveryReport) {
     EXPECT_EQ(flies.child("system-out").text().as_string(), said + "\n");
 }
 
+class StrictAssess : public ProgramTest {
+protected:
+    StrictAssess() {
+        write("s.csv", "time,x\n0,1\n10,1\n");
+        write("s.toml", R"toml(
+assessment = [
+    { name = "holds", formula = "x > 0" },
+    { name = "ends", formula = "always[0, 2 s](x > 0)" },
+    { name = "instant", formula = "EpsilonShift[-1](x > 0)" },
+    { name = "after", formula = "x > 0", from = 20, to = 21 },
+    { name = "fails", formula = "eventually[0, 2 s](x < 0)" },
+    { name = "wrong", formula = "y > 0" },
+]
+)toml");
+    }
+};
+
+TEST_F(StrictAssess, OnlyWhatHoldsThroughoutHasPassed) {
+    struct Row {
+        const char* name;
+        int exitCode;
+        int strictExitCode;
+    };
+    for (const Row& row : {Row{"holds", 0, 0}, Row{"ends", 0, 1}, Row{"instant", 0, 1},
+                           Row{"after", 0, 1}, Row{"fails", 1, 1}, Row{"wrong", 3, 3}}) {
+        const std::string arguments = std::string("run s.toml s.csv --only ") + row.name;
+        EXPECT_EQ(assess(arguments).exitCode, row.exitCode) << row.name;
+        EXPECT_EQ(assess(arguments + " --strict").exitCode, row.strictExitCode) << row.name;
+    }
+    EXPECT_EQ(assess("run s.toml s.csv --strict").exitCode, 3);
+}
+
+TEST_F(StrictAssess, EveryReportMarksWhatIsOpen) {
+    const std::string table = assess("run s.toml s.csv --strict").out;
+    EXPECT_NE(table.find("  PASS (open)  ends "), std::string::npos) << table;
+    EXPECT_NE(table.find("  PASS (open)  instant "), std::string::npos) << table;
+    EXPECT_NE(table.find("  PASS         holds "), std::string::npos) << table;
+    EXPECT_NE(table.find("  FAIL         fails "), std::string::npos) << table;
+    EXPECT_NE(table.find("\n1 passed, 1 failed, 2 open, 1 without result, 1 could not"),
+              std::string::npos)
+        << table;
+
+    const auto json = nlohmann::json::parse(assess("run s.toml s.csv --strict -f json").out);
+    EXPECT_EQ(json["strict"], true);
+    EXPECT_EQ(json["summary"]["open"], 2);
+    EXPECT_EQ(json["summary"]["passed"], 1);
+    for (const auto& outcome : json["recordings"][0]["assessments"]) {
+        EXPECT_EQ(outcome["passed_strictly"], outcome["name"] == "holds") << outcome;
+    }
+
+    pugi::xml_document document;
+    const std::string junit = assess("run s.toml s.csv --strict -f junit").out;
+    ASSERT_TRUE(document.load_string(junit.c_str()));
+    const auto suite = document.child("testsuites").child("testsuite");
+    EXPECT_EQ(suite.attribute("tests").as_int(), 6);
+    EXPECT_EQ(suite.attribute("failures").as_int(), 4);
+    EXPECT_EQ(suite.attribute("errors").as_int(), 1);
+    EXPECT_EQ(suite.attribute("skipped").as_int(), 0);
+    const auto message = [&](const char* name) -> std::string {
+        const auto failure = suite.find_child_by_attribute("name", name).child("failure");
+        return failure.attribute("message").as_string();
+    };
+    EXPECT_EQ(message("holds"), "");
+    EXPECT_EQ(message("ends"), "no result from 8 s to 10 s, and --strict is on");
+    EXPECT_EQ(message("after"),
+              "no result, and --strict is on: nothing is known in the range from 'from' to 'to'");
+}
+
+TEST_F(StrictAssess, WithoutItNothingIsMarked) {
+    const std::string table = assess("run s.toml s.csv").out;
+    EXPECT_EQ(table.find("open"), std::string::npos) << table;
+    EXPECT_NE(table.find("\n3 passed, 1 failed, 1 without result, 1 could not"), std::string::npos)
+        << table;
+    const auto json = nlohmann::json::parse(assess("run s.toml s.csv -f json").out);
+    EXPECT_EQ(json["strict"], false);
+    EXPECT_EQ(json["summary"]["open"], 0);
+    EXPECT_EQ(json["summary"]["passed"], 3);
+    const std::string junit = assess("run s.toml s.csv -f junit").out;
+    EXPECT_NE(junit.find("tests=\"6\" failures=\"1\" errors=\"1\" skipped=\"1\""),
+              std::string::npos)
+        << junit;
+}
+
 TEST_F(Assess, ExitCodesTellTheOutcome) {
     EXPECT_EQ(assess("run a.toml ok.csv").exitCode, 0);
     EXPECT_EQ(assess("run a.toml ok.csv d.csv").exitCode, 1);

@@ -15,7 +15,7 @@ _assess() {
         -j | --jobs | --intervals | --values | --margin | --only) return ;;
     esac
     case $command in
-        run) options+=" --format --output --together --only --robustness --intervals" ;;
+        run) options+=" --format --output --together --only --robustness --strict --intervals" ;;
         check) options+=" --against --together" ;;
         signals) options+=" --layout --format --output --together" ;;
         show) options+=" --output --together --intervals --values --margin" ;;

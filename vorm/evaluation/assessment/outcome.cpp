@@ -14,6 +14,10 @@ bool anyAssessment(const RunOutcome& run, Holds holds) {
 
 }  // namespace
 
+bool AssessmentOutcome::passesThroughout() const {
+    return verdict == assessments::resultEnum_t::PASS && openSpans.empty();
+}
+
 bool RunOutcome::hasErrors() const {
     return std::any_of(recordings.begin(), recordings.end(),
                        [](const auto& recording) { return !recording.error.empty(); }) ||
@@ -21,8 +25,9 @@ bool RunOutcome::hasErrors() const {
 }
 
 bool RunOutcome::hasFailures() const {
-    return anyAssessment(*this, [](const auto& assessment) {
-        return assessment.verdict == assessments::resultEnum_t::FAIL;
+    return anyAssessment(*this, [this](const auto& assessment) {
+        return strict ? assessment.error.empty() && !assessment.passesThroughout()
+                      : assessment.verdict == assessments::resultEnum_t::FAIL;
     });
 }
 

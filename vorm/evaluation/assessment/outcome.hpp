@@ -53,6 +53,9 @@ struct AssessmentOutcome {
     std::optional<double> leastRobustness;
     std::optional<double> greatestRobustness;
     std::string robustnessError;  ///< why it was asked for and is not known
+
+    /// Whether it holds at every time of the range: it passes, and is open nowhere.
+    bool passesThroughout() const;
 };
 
 /// What became of the assessments on one recording.
@@ -67,10 +70,12 @@ struct RunOutcome {
     std::string file;
     std::string title;
     std::vector<RecordingOutcome> recordings;  ///< in the order given
+    bool strict = false;                       ///< whether what is open at some time has not passed
 
     /// Whether some input could not be used.
     bool hasErrors() const;
-    /// Whether some assessment failed.
+    /// Whether some assessment failed; where the run is strict, also whether one did not pass
+    /// throughout.
     bool hasFailures() const;
 };
 

@@ -150,7 +150,7 @@ std::vector<const Assessment*> chosen(const AssessmentFile& file,
 
 RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& recordings,
                const RunOptions& options) {
-    RunOutcome outcome{file.name, file.title, {}};
+    RunOutcome outcome{file.name, file.title, {}, options.strict};
     outcome.recordings.resize(recordings.size());
     const auto assessments = chosen(file, options.only);
 

@@ -62,6 +62,7 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
         outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start.seconds());
     json["failures"] = spansOf(outcome.failures);
     json["no_result_spans"] = spansOf(outcome.openSpans);
+    json["passed_strictly"] = outcome.passesThroughout();
     json["never_triggered"] = outcome.neverTriggered;
     const bool isDecided = hasDecidedRobustness(outcome);
     json["robustness"] = isDecided ? numberOrNull(outcome.leastRobustness) : Json(nullptr);
@@ -91,9 +92,11 @@ std::string jsonReport(const RunOutcome& run) {
     const VerdictCounts counts = countVerdicts(run);
     const Json report = {{"file", run.file},
                          {"title", textOrNull(run.title)},
+                         {"strict", run.strict},
                          {"summary",
                           {{"passed", counts.passed},
                            {"failed", counts.failed},
+                           {"open", counts.open},
                            {"no_result", counts.noResult},
                            {"errors", counts.errors}}},
                          {"recordings", std::move(recordings)}};

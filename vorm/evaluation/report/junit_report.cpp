@@ -52,7 +52,23 @@ std::string failureDetails(const AssessmentOutcome& outcome) {
     return details;
 }
 
-void addAssessment(pugi::xml_node suite, const std::string& file,
+// What fails only because the run is strict.
+void addStrictFailure(pugi::xml_node testCase, const AssessmentOutcome& outcome) {
+    if (outcome.verdict == resultEnum_t::NO_RESULT) {
+        addProblem(testCase, "failure", "no result, and --strict is on: " + outcome.reason,
+                   outcome.formula + "\n");
+        return;
+    }
+    std::string details = outcome.formula + "\n";
+    for (const TimeSpan& span : outcome.openSpans) {
+        details += "no result " + intervalText(span) + "\n";
+    }
+    addProblem(testCase, "failure",
+               "no result " + intervalText(outcome.openSpans.front()) + ", and --strict is on",
+               details);
+}
+
+void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
                    const AssessmentOutcome& outcome) {
     pugi::xml_node testCase = suite.append_child("testcase");
     set(testCase, "classname", file);
@@ -62,6 +78,8 @@ void addAssessment(pugi::xml_node suite, const std::string& file,
     } else if (outcome.verdict == resultEnum_t::FAIL) {
         addProblem(testCase, "failure", "fails " + intervalText(outcome.failures.front()),
                    failureDetails(outcome));
+    } else if (strict && !outcome.passesThroughout()) {
+        addStrictFailure(testCase, outcome);
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");
     }
@@ -71,18 +89,19 @@ void addAssessment(pugi::xml_node suite, const std::string& file,
     }
 }
 
-void setCounts(pugi::xml_node node, const VerdictCounts& counts) {
-    set(node, "tests", counts.passed + counts.failed + counts.noResult + counts.errors);
-    set(node, "failures", counts.failed);
+void setCounts(pugi::xml_node node, bool strict, const VerdictCounts& counts) {
+    const std::size_t failed = counts.failed + counts.open;
+    set(node, "tests", counts.passed + failed + counts.noResult + counts.errors);
+    set(node, "failures", strict ? failed + counts.noResult : failed);
     set(node, "errors", counts.errors);
-    set(node, "skipped", counts.noResult);
+    set(node, "skipped", strict ? 0 : counts.noResult);
 }
 
-void addRecording(pugi::xml_node suites, const std::string& file,
+void addRecording(pugi::xml_node suites, const std::string& file, bool strict,
                   const RecordingOutcome& recording) {
     pugi::xml_node suite = suites.append_child("testsuite");
     set(suite, "name", recording.recording);
-    setCounts(suite, countVerdicts(recording));
+    setCounts(suite, strict, countVerdicts(recording, strict));
     if (!recording.error.empty()) {
         pugi::xml_node testCase = suite.append_child("testcase");
         set(testCase, "classname", file);
@@ -90,7 +109,7 @@ void addRecording(pugi::xml_node suites, const std::string& file,
         addProblem(testCase, "error", firstLine(recording.error), recording.error);
     }
     for (const AssessmentOutcome& outcome : recording.assessments) {
-        addAssessment(suite, file, outcome);
+        addAssessment(suite, file, strict, outcome);
     }
 }
 
@@ -100,9 +119,9 @@ std::string junitReport(const RunOutcome& run) {
     pugi::xml_document document;
     pugi::xml_node suites = document.append_child("testsuites");
     set(suites, "name", run.title.empty() ? run.file : run.title);
-    setCounts(suites, countVerdicts(run));
+    setCounts(suites, run.strict, countVerdicts(run));
     for (const RecordingOutcome& recording : run.recordings) {
-        addRecording(suites, run.file, recording);
+        addRecording(suites, run.file, run.strict, recording);
     }
     std::ostringstream text;
     document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);

@@ -8,7 +8,7 @@ namespace vorm::evaluation {
 
 /// The outcome as JUnit XML, for continuous integration: a test suite per recording, a test case
 /// per assessment. FAIL is a failure, input that cannot be used an error, NO_RESULT a skipped case
-/// with the reason.
+/// with the reason; where the run is strict, what does not pass throughout is a failure.
 std::string junitReport(const RunOutcome& run);
 
 }  // namespace vorm::evaluation

@@ -11,13 +11,13 @@ namespace {
 
 using assessments::resultEnum_t;
 
-Colour colourOf(const AssessmentOutcome& outcome) {
+Colour colourOf(const AssessmentOutcome& outcome, bool strict) {
     if (!outcome.error.empty()) {
         return Colour::Magenta;
     }
     switch (outcome.verdict) {
         case resultEnum_t::PASS:
-            return Colour::Green;
+            return strict && !outcome.passesThroughout() ? Colour::Yellow : Colour::Green;
         case resultEnum_t::FAIL:
             return Colour::Red;
         case resultEnum_t::NO_RESULT:
@@ -26,10 +26,18 @@ Colour colourOf(const AssessmentOutcome& outcome) {
     return Colour::Yellow;
 }
 
+// Under strict, PASS is not the whole truth of what is open at some time.
+TextTable::Cell verdictCell(const AssessmentOutcome& outcome, bool strict) {
+    const bool isOpen = outcome.verdict == resultEnum_t::PASS && !outcome.passesThroughout();
+    return {verdictText(outcome) + (strict && isOpen ? " (open)" : ""), false,
+            colourOf(outcome, strict)};
+}
+
 class RecordingTable {
 public:
-    RecordingTable(const RecordingOutcome& recording, const TableStyle& style)
-        : style_(style),
+    RecordingTable(const RecordingOutcome& recording, bool strict, const TableStyle& style)
+        : strict_(strict),
+          style_(style),
           withRobustness_(
               std::any_of(recording.assessments.begin(), recording.assessments.end(),
                           [](const auto& outcome) { return outcome.leastRobustness.has_value(); })),
@@ -53,8 +61,7 @@ private:
     }
 
     void add(const AssessmentOutcome& outcome) {
-        std::vector<TextTable::Cell> row{{verdictText(outcome), false, colourOf(outcome)},
-                                         {outcome.name}};
+        std::vector<TextTable::Cell> row{verdictCell(outcome, strict_), {outcome.name}};
         if (outcome.error.empty()) {
             row.push_back({durationText(outcome.passed), true});
             row.push_back({durationText(outcome.failed), true});
@@ -92,12 +99,13 @@ private:
         }
     }
 
+    bool strict_;
     const TableStyle& style_;
     bool withRobustness_;
     TextTable table_;
 };
 
-std::string recordingText(const RecordingOutcome& recording, const TableStyle& style) {
+std::string recordingText(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
     std::string text = recording.recording + "\n";
     if (!recording.error.empty()) {
         text += "  " + (style.colours ? coloured("ERROR", Colour::Magenta) : "ERROR") +
@@ -108,13 +116,16 @@ std::string recordingText(const RecordingOutcome& recording, const TableStyle& s
         }
         return text;
     }
-    return text + RecordingTable(recording, style).text();
+    return text + RecordingTable(recording, strict, style).text();
 }
 
 std::string summary(const RunOutcome& run) {
     const VerdictCounts counts = countVerdicts(run);
     std::string text =
         std::to_string(counts.passed) + " passed, " + std::to_string(counts.failed) + " failed";
+    if (counts.open > 0) {
+        text += ", " + std::to_string(counts.open) + " open";
+    }
     if (counts.noResult > 0) {
         text += ", " + std::to_string(counts.noResult) + " without result";
     }
@@ -129,7 +140,7 @@ std::string summary(const RunOutcome& run) {
 std::string tableReport(const RunOutcome& run, const TableStyle& style) {
     std::string text = run.title.empty() ? "" : run.title + "\n\n";
     for (const RecordingOutcome& recording : run.recordings) {
-        text += recordingText(recording, style) + "\n";
+        text += recordingText(recording, run.strict, style) + "\n";
     }
     return text + summary(run);
 }

@@ -9,11 +9,11 @@ namespace {
 
 using assessments::resultEnum_t;
 
-void count(const AssessmentOutcome& assessment, VerdictCounts& counts) {
+void count(const AssessmentOutcome& assessment, bool strict, VerdictCounts& counts) {
     if (!assessment.error.empty()) {
         ++counts.errors;
     } else if (assessment.verdict == resultEnum_t::PASS) {
-        ++counts.passed;
+        ++(strict && !assessment.passesThroughout() ? counts.open : counts.passed);
     } else if (assessment.verdict == resultEnum_t::FAIL) {
         ++counts.failed;
     } else {
@@ -39,11 +39,11 @@ std::string verdictName(resultEnum_t verdict) {
     return "NO_RESULT";
 }
 
-VerdictCounts countVerdicts(const RecordingOutcome& recording) {
+VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict) {
     VerdictCounts counts;
     counts.errors += recording.error.empty() ? 0 : 1;
     for (const AssessmentOutcome& assessment : recording.assessments) {
-        count(assessment, counts);
+        count(assessment, strict, counts);
     }
     return counts;
 }
@@ -51,9 +51,10 @@ VerdictCounts countVerdicts(const RecordingOutcome& recording) {
 VerdictCounts countVerdicts(const RunOutcome& run) {
     VerdictCounts sum;
     for (const RecordingOutcome& recording : run.recordings) {
-        const VerdictCounts counts = countVerdicts(recording);
+        const VerdictCounts counts = countVerdicts(recording, run.strict);
         sum.passed += counts.passed;
         sum.failed += counts.failed;
+        sum.open += counts.open;
         sum.noResult += counts.noResult;
         sum.errors += counts.errors;
     }

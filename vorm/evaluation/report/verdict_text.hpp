@@ -13,16 +13,17 @@ std::string verdictText(const AssessmentOutcome& outcome);
 std::string verdictName(assessments::resultEnum_t verdict);
 
 /// How many of the assessments of a run ended in each way. A recording that cannot be used is one
-/// error.
+/// error. Under strict, what passes and is open at some time counts as open.
 struct VerdictCounts {
     std::size_t passed = 0;
     std::size_t failed = 0;
+    std::size_t open = 0;
     std::size_t noResult = 0;
     std::size_t errors = 0;
 };
 
 VerdictCounts countVerdicts(const RunOutcome& run);
-VerdictCounts countVerdicts(const RecordingOutcome& recording);
+VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict);
 
 /// A number with up to nine digits.
 std::string numberText(double number);
