@@ -137,7 +137,8 @@ private:
         sub.add_flag("--strict", options_.strict,
                      "An assessment without result at some time has not passed: exit code 1");
         sub.add_option("--intervals", options_.intervals,
-                       "Failing intervals that the table shows of each assessment; 10 without it")
+                       "Intervals that the table shows of each assessment, as many failing ones as "
+                       "without result; 10 without it")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
     }

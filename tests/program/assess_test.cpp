@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 
+#include <sstream>
+
 namespace assess_tests {
 namespace {
 
@@ -31,6 +33,18 @@ to = 12
         write("ok.csv", "time,speed,brake\n0,10,0\n1,12,0\n2,11,1\n3,10,0\n4,10,0\n");
     }
 };
+
+// The lines below the only verdict of a table.
+std::string notesIn(const std::string& table) {
+    std::istringstream lines(table);
+    std::string notes;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("         ")) {
+            notes += line.substr(line.find_first_not_of(' ')) + "\n";
+        }
+    }
+    return notes;
+}
 
 TEST_F(Assess, TableTellsVerdictsTimesAndIntervals) {
     const ProgramResult result = assess("run a.toml d.csv");
@@ -102,6 +116,52 @@ TEST_F(Assess, WhatWasNeverTriggeredIsInEveryReport) {
     ASSERT_TRUE(document.load_string(junit.out.c_str()));
     const auto flies = document.child("testsuites").child("testsuite").last_child();
     EXPECT_EQ(flies.child("system-out").text().as_string(), said + "\n");
+}
+
+TEST_F(Assess, TheShareWithoutResultIsToldWithItsIntervals) {
+    write("h.csv", "time,x,y\n0,1,1\n40,1,0\n");
+    struct Row {
+        const char* assessment;
+        const char* options;
+        const char* notes;
+        double share;
+    };
+    for (const Row& row : {
+             Row{"formula = 'always[0, 3 s](x > 0)'", "",
+                 "no result for 8 % of the range: from 37 s to 40 s\n", 0.075},
+             Row{"formula = 'always[-3 s, 3 s](x > 0)'", "",
+                 "no result for 15 % of the range: from 0 s to 3 s\nno result from 37 s to 40 s\n",
+                 0.15},
+             Row{"formula = 'always[-3 s, 3 s](x > 0)'", " --intervals 1",
+                 "no result for 15 % of the range: from 0 s to 3 s\nand in 1 more interval\n",
+                 0.15},
+             Row{"formula = 'always[-3 s, 3 s](x > 0)'", " --intervals 0",
+                 "no result for 15 % of the range\n", 0.15},
+             Row{"formula = 'always[-3 s, 0](y > 0)'", "",
+                 "fails at 40 s\nno result for 8 % of the range: from 0 s to 3 s\n", 0.075},
+             Row{"formula = 'always[0, 1 ms](x > 0)'", "",
+                 "no result for less than 1 % of the range: from 39.999 s to 40 s\n", 0.000025},
+             Row{"formula = 'EpsilonShift[-1](x > 0)'", "",
+                 "no result for less than 1 % of the range: at 40 s\n", 0},
+             Row{"formula = 'always[-39999 ms, 0](x > 0)'", "",
+                 "no result for more than 99 % of the range: from 0 s to 39.999 s\n", 0.999975},
+             Row{"formula = 'x > 0'\nfrom = 40\nto = 1000000", "",
+                 "no result for more than 99 % of the range: from 40 s to 1000000 s\n", 1},
+             Row{"formula = 'x > 0'\nto = 80", "",
+                 "no result for 50 % of the range: from 40 s to 80 s\n", 0.5},
+             Row{"formula = 'x > 0'\nfrom = 60\nto = 80", "",
+                 "nothing is known in the range from 'from' to 'to'\n", 1},
+             Row{"formula = 'x > 0'\nfrom = 60\nto = 60", "",
+                 "nothing is known in the range from 'from' to 'to'\n", 1},
+             Row{"formula = 'x > 0'", "", "", 0},
+         }) {
+        write("h.toml", "[[assessment]]\nname = 'n'\n" + std::string(row.assessment) + "\n");
+        const std::string table = assess("run h.toml h.csv" + std::string(row.options)).out;
+        EXPECT_EQ(notesIn(table), row.notes) << row.assessment << row.options;
+        const auto json = nlohmann::json::parse(assess("run h.toml h.csv -f json").out);
+        const auto& outcome = json["recordings"][0]["assessments"][0];
+        EXPECT_DOUBLE_EQ(outcome["no_result_share"].get<double>(), row.share) << row.assessment;
+    }
 }
 
 class StrictAssess : public ProgramTest {
@@ -182,6 +242,9 @@ TEST_F(StrictAssess, WithoutItNothingIsMarked) {
     EXPECT_EQ(json["summary"]["open"], 0);
     EXPECT_EQ(json["summary"]["passed"], 3);
     const std::string junit = assess("run s.toml s.csv -f junit").out;
+    EXPECT_NE(junit.find(">no result for 20 % of the range: from 8 s to 10 s\n</system-out>"),
+              std::string::npos)
+        << junit;
     EXPECT_NE(junit.find("tests=\"6\" failures=\"1\" errors=\"1\" skipped=\"1\""),
               std::string::npos)
         << junit;

@@ -14,6 +14,14 @@ bool anyAssessment(const RunOutcome& run, Holds holds) {
 
 }  // namespace
 
+double AssessmentOutcome::openShare() const {
+    if (verdict == assessments::resultEnum_t::NO_RESULT) {
+        return 1;
+    }
+    // Ends of spans are rounded, those of the range are not.
+    return from == to ? 0 : std::min(1.0, open.seconds() / (to - from).seconds());
+}
+
 bool AssessmentOutcome::passesThroughout() const {
     return verdict == assessments::resultEnum_t::PASS && openSpans.empty();
 }

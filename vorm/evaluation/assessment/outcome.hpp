@@ -54,6 +54,10 @@ struct AssessmentOutcome {
     std::optional<double> greatestRobustness;
     std::string robustnessError;  ///< why it was asked for and is not known
 
+    /// How much of the range is open, from 0 to 1. What is open for instants only counts as
+    /// nothing.
+    double openShare() const;
+
     /// Whether it holds at every time of the range: it passes, and is open nowhere.
     bool passesThroughout() const;
 };

@@ -62,6 +62,7 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
         outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start.seconds());
     json["failures"] = spansOf(outcome.failures);
     json["no_result_spans"] = spansOf(outcome.openSpans);
+    json["no_result_share"] = isJudged ? Json(outcome.openShare()) : Json(nullptr);
     json["passed_strictly"] = outcome.passesThroughout();
     json["never_triggered"] = outcome.neverTriggered;
     const bool isDecided = hasDecidedRobustness(outcome);

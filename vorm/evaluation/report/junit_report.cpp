@@ -6,7 +6,9 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <limits>
 #include <sstream>
+#include <vector>
 
 namespace vorm::evaluation {
 namespace {
@@ -44,28 +46,36 @@ std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
-std::string failureDetails(const AssessmentOutcome& outcome) {
+constexpr std::size_t allIntervals = std::numeric_limits<std::size_t>::max();
+
+std::string detailsOf(const AssessmentOutcome& outcome, const std::vector<std::string>& lines) {
     std::string details = outcome.formula + "\n";
-    for (const TimeSpan& interval : outcome.failures) {
-        details += "fails " + intervalText(interval) + "\n";
+    for (const std::string& line : lines) {
+        details += line + "\n";
     }
     return details;
+}
+
+// What is to be known of a verdict, whichever it is.
+std::string notesOf(const AssessmentOutcome& outcome) {
+    std::string notes = neverTriggeredText(outcome);
+    notes += notes.empty() ? "" : "\n";
+    for (const std::string& line : openLines(outcome, allIntervals)) {
+        notes += line + "\n";
+    }
+    return notes;
 }
 
 // What fails only because the run is strict.
 void addStrictFailure(pugi::xml_node testCase, const AssessmentOutcome& outcome) {
     if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "failure", "no result, and --strict is on: " + outcome.reason,
-                   outcome.formula + "\n");
+                   detailsOf(outcome, {}));
         return;
-    }
-    std::string details = outcome.formula + "\n";
-    for (const TimeSpan& span : outcome.openSpans) {
-        details += "no result " + intervalText(span) + "\n";
     }
     addProblem(testCase, "failure",
                "no result " + intervalText(outcome.openSpans.front()) + ", and --strict is on",
-               details);
+               detailsOf(outcome, openLines(outcome, allIntervals)));
 }
 
 void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
@@ -77,15 +87,15 @@ void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
         addProblem(testCase, "error", firstLine(outcome.error), outcome.error);
     } else if (outcome.verdict == resultEnum_t::FAIL) {
         addProblem(testCase, "failure", "fails " + intervalText(outcome.failures.front()),
-                   failureDetails(outcome));
+                   detailsOf(outcome, failureLines(outcome, allIntervals)));
     } else if (strict && !outcome.passesThroughout()) {
         addStrictFailure(testCase, outcome);
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");
     }
-    const std::string note = neverTriggeredText(outcome);
-    if (!note.empty()) {
-        testCase.append_child("system-out").text().set(xmlText(note + "\n").c_str());
+    const std::string notes = notesOf(outcome);
+    if (!notes.empty()) {
+        testCase.append_child("system-out").text().set(xmlText(notes).c_str());
     }
 }
 

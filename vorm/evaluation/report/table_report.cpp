@@ -81,14 +81,11 @@ private:
         addLines(outcome.reason);
         addLines(neverTriggeredText(outcome));
         addLines(outcome.robustnessError);
-        const std::size_t shown = std::min(outcome.failures.size(), style_.mostIntervals);
-        for (std::size_t i = 0; i < shown; ++i) {
-            table_.addNote("fails " + intervalText(outcome.failures[i]));
+        for (const std::string& line : failureLines(outcome, style_.mostIntervals)) {
+            table_.addNote(line);
         }
-        if (shown < outcome.failures.size()) {
-            table_.addNote(
-                "and in " + std::to_string(outcome.failures.size() - shown) +
-                (outcome.failures.size() - shown == 1 ? " more interval" : " more intervals"));
+        for (const std::string& line : openLines(outcome, style_.mostIntervals)) {
+            table_.addNote(line);
         }
     }
 
