@@ -120,7 +120,7 @@ const std::vector<BadInput> badInputs{
      "time,speed\n0,1\n2,3\n1,3\n",
      "run a.toml d.csv",
      3,
-     {"d.csv:4:1:", "the time goes back from 2 to 1"}},
+     {"d.csv:4:1:", "the time goes back by 1 s to 1"}},
     {"time standing still",
      fileWith("speed < 20"),
      "time,speed\n0,1\n2,3\n2,4\n",

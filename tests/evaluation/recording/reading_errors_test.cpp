@@ -64,7 +64,7 @@ TEST(RecordingErrors, NameTheRow) {
         {"t,a\n0,1,2\n", "r.csv:2: has 3 cells, but the header 2", "quotes"},
         {"t,a\n0,\"x\n1,2\n", "r.csv:2:3: the quote that opens here is never closed", ""},
         {"t,a\n0,\"x\"y\n", "r.csv:2:6: there is text after a closing quote", "twice"},
-        {"t,a\n1,1\n0.5,2\n", "r.csv:3:1: the time goes back from 1 to 0.5", ""},
+        {"t,a\n1,1\n0.5,2\n", "r.csv:3:1: the time goes back by 500 ms to 0.5", ""},
         {"t,a\n1,1\n1,2\n", "r.csv:3:3: column 'a' has a second sample at 1 s", "equal_times"},
         {"t,a\n,1\n", "r.csv:2:1: the row has no time", ""},
         {"t,a\nnan,1\n", "r.csv:2:1: the time 'nan' is not finite", ""},

@@ -1,6 +1,7 @@
 #include "table_reading.hpp"
 
 #include <vorm/evaluation/recording/text_hash.hpp>
+#include <vorm/evaluation/time/time_text.hpp>
 
 #include <algorithm>
 
@@ -71,13 +72,12 @@ private:
             return;
         }
         if (last_ && time < *last_) {
-            throw CellProblem{"the time goes back from " + lastText_ + " to " +
+            throw CellProblem{"the time goes back by " + timeWithUnit(*last_ - time) + " to " +
                                   std::string(table_.time().textOf(cells)),
                               "rows stand in the order of their times", table_.time().column()};
         }
         extendSpan(counted);
         last_ = time;
-        lastText_ = table_.time().textOf(cells);
         for (ColumnReading& column : columns_) {
             const Cell& cell = cells[column.cell];
             if (!cell.text.empty()) {
@@ -132,7 +132,6 @@ private:
     TextMap<std::vector<std::size_t>> byName_;
     std::optional<CountedSpan> span_;
     std::optional<ExactTime> last_;
-    std::string lastText_;  // as the file writes it
     std::size_t cell_ = 0;  // the one in work
 };
 

@@ -74,17 +74,8 @@ public:
 private:
     std::size_t takeDigits(int behindPoint) {
         const char* const begin = at_;
-        // Short numbers, which nearly all are, stay within 64 bits.
-        constexpr std::uint64_t fullAt = 1'000'000'000'000'000'000;
-        std::uint64_t digits = 0;
-        if (decimal_.digits < fullAt) {
-            digits = static_cast<std::uint64_t>(decimal_.digits);
-            for (; at_ != end_ && isDigit(*at_) && digits < fullAt; ++at_) {
-                digits = digits * 10 + static_cast<std::uint64_t>(*at_ - '0');
-                decimal_.exponent -= behindPoint;
-            }
-            decimal_.digits = digits;
-        }
+        takeShortDigits();
+        decimal_.exponent -= behindPoint * static_cast<int>(at_ - begin);
         for (; at_ != end_ && isDigit(*at_); ++at_) {
             if (decimal_.digits < tenTo[35]) {
                 decimal_.digits = decimal_.digits * 10 + static_cast<WideNatural>(*at_ - '0');
@@ -94,6 +85,21 @@ private:
             }
         }
         return static_cast<std::size_t>(at_ - begin);
+    }
+
+    // Those that 64 bits hold, as nearly all numbers are short.
+    void takeShortDigits() {
+        constexpr std::uint64_t fullAt = 1'000'000'000'000'000'000;
+        if (decimal_.digits >= fullAt) {
+            return;
+        }
+        auto digits = static_cast<std::uint64_t>(decimal_.digits);
+        const char* at = at_;
+        for (; at != end_ && isDigit(*at) && digits < fullAt; ++at) {
+            digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+        }
+        at_ = at;
+        decimal_.digits = digits;
     }
 
     bool takeExponent() {
