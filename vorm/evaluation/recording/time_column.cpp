@@ -147,7 +147,7 @@ ExactTime TimeColumn::numberTime(std::string_view text) const {
 
 void TimeColumn::checkMagnitude(ExactTime time, std::string_view text) const {
     constexpr ExactTime most = 100'000'000'000 * second;
-    if (!isUnitKnown_ && std::max(time, -time) > most) [[unlikely]] {
+    if (!isUnitKnown_ && (time > most || time < -most)) [[unlikely]] {
         fail("times such as " + std::string(text) + " are no seconds",
              std::string("name their unit in the assessment file: [recording] unit = \"") +
                  likelyUnit(time) + '"');

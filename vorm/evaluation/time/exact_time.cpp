@@ -161,7 +161,7 @@ std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& uni
 }
 
 std::optional<ExactTime> ExactTime::ofSeconds(double seconds) {
-    constexpr ExactTime second(static_cast<WideInteger>(tenTo[secondDigits]));
+    constexpr Unit second(ExactTime(static_cast<WideInteger>(tenTo[secondDigits])));
     return std::isfinite(seconds) ? of(shortestNumber(seconds), second) : std::nullopt;
 }
 

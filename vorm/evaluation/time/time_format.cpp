@@ -39,15 +39,19 @@ std::optional<ExactTime> timeOf(tm fields) {
     return (seconds - offset) * second;
 }
 
-// Takes `.25` or `,25` from the front of a text. Nothing for a point without digits.
-std::optional<ExactTime> takeFraction(std::string_view& text) {
-    if (text.empty() || (text[0] != '.' && text[0] != ',')) {
+// Takes `.25` or `,25` from the front of a text, which it may change. Nothing for a point without
+// digits.
+std::optional<ExactTime> takeFraction(char*& text) {
+    if (*text != '.' && *text != ',') {
         return ExactTime();
     }
-    const std::size_t end = std::min(text.size(), text.find_first_not_of("0123456789", 1));
-    const std::string decimal = '.' + std::string(text.substr(1, end - 1));
-    text.remove_prefix(end);
-    return ExactTime::of(decimal, second);
+    char* const point = text;
+    *point = '.';
+    do {
+        ++text;
+    } while (*text >= '0' && *text <= '9');
+    constexpr ExactTime::Unit unit(second);
+    return ExactTime::of({point, static_cast<std::size_t>(text - point)}, unit);
 }
 
 }  // namespace
@@ -79,20 +83,19 @@ TimeFormat::TimeFormat(std::string format) : format_(std::move(format)) {
     });
 }
 
-std::optional<ExactTime> TimeFormat::read(const std::string& text) const {
+std::optional<ExactTime> TimeFormat::read(std::string text) const {
     tm fields{};
     fields.tm_year = 70;
     fields.tm_mday = 1;
     const std::string& first = mayHaveFraction_ ? upToSeconds_ : format_;
-    const char* rest = ::strptime(text.c_str(), first.c_str(), &fields);
+    char* rest = ::strptime(text.data(), first.c_str(), &fields);
     if (rest == nullptr) {
         return std::nullopt;
     }
     std::optional<ExactTime> fraction = ExactTime();
     if (mayHaveFraction_) {
-        std::string_view after(rest);
-        fraction = takeFraction(after);
-        rest = ::strptime(after.data(), afterSeconds_.c_str(), &fields);
+        fraction = takeFraction(rest);
+        rest = ::strptime(rest, afterSeconds_.c_str(), &fields);
     }
     const auto time = timeOf(fields);
     if (rest == nullptr || *rest != '\0' || !fraction || !time) {

@@ -21,7 +21,7 @@ public:
     /// fraction of seconds, behind a point or a comma, may follow the seconds where nothing but an
     /// offset comes after them. Nothing for a text that is no such time as a whole, and for a day
     /// that its month does not have.
-    std::optional<ExactTime> read(const std::string& text) const;
+    std::optional<ExactTime> read(std::string text) const;
 
     const std::string& text() const { return format_; }
 
