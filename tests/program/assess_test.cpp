@@ -284,6 +284,44 @@ TEST_F(Assess, JsonHoldsEveryNumberExactly) {
     EXPECT_EQ(report["recordings"][0]["assessments"][2]["robustness"], nullptr);
 }
 
+TEST_F(Assess, RobustnessLiesBetweenWhatTheOpenAllows) {
+    // x is known throughout, y is not between 2 and 6, n is NaN from 8 on.
+    write(
+        "r.csv",
+        "time,x,y,n,line\n0,1,3,1,1\n2,1,3,1,1\n4,1,,1,1\n6,1,3,1,1\n8,1,3,nan,1\n10,1,3,nan,1\n");
+    struct Row {
+        const char* formula;
+        const char* range;
+        const char* bounds;
+    };
+    for (const Row& row : {
+             Row{"x > 0", "", "1.0 to 1.0"},
+             Row{"x > 0 | y > 0", "", "1.0 to 3.0"},
+             Row{"x > 0 | y > 0", "from = 6", "3.0 to 3.0"},
+             Row{"x > 0 | y > 0", "to = 3", "1.0 to 3.0"},
+             Row{"x > 0 | eventually[0, 1 s](y > 0)", "to = 1", "3.0 to 3.0"},
+             Row{"x > 0 | always[0, 2 s](y > 0)", "to = 1", "1.0 to 3.0"},
+             Row{"x > 0 | Shift[-1 s](y > 0)", "from = 6", "1.0 to 3.0"},
+             Row{"always[0, 2 s](x > 0)", "", "null to 1.0"},
+             Row{"always[0, 2 s](x > 0)", "to = 7", "1.0 to 1.0"},
+             Row{"x > 0 until[0, 2 s] y > 0", "from = 7\nto = 7", "1.0 to 1.0"},
+             Row{"n + line > 0", "to = 7", "2.0 to 2.0"},
+             Row{"n + line > 0", "", "null to null"},
+         }) {
+        write("r.toml",
+              "[signals]\ny = { max_gap = '3 s' }\nline = { interpolation = 'linear' }\n"
+              "[[assessment]]\nname = 'r'\nformula = '" +
+                  std::string(row.formula) + "'\n" + row.range + "\n");
+        const auto report =
+            nlohmann::json::parse(assess("run r.toml r.csv --robustness -f json").out);
+        const auto& outcome = report["recordings"][0]["assessments"][0];
+        EXPECT_EQ(
+            outcome["robustness_least"].dump() + " to " + outcome["robustness_greatest"].dump(),
+            row.bounds)
+            << row.formula << ' ' << row.range << outcome["error"];
+    }
+}
+
 TEST_F(Assess, JunitTellsFailuresErrorsAndSkips) {
     const ProgramResult result = assess("run a.toml d.csv none.csv --format junit");
     pugi::xml_document document;

@@ -3,6 +3,7 @@
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
+#include <vorm/evaluation/evaluator/reach.hpp>
 
 #include <algorithm>
 #include <map>
@@ -112,6 +113,21 @@ bool AssessedRecording::isFalseThroughout(const Assessment& assessment, const Fo
     const auto known = knownRange(signalsOf(formula));
     return range && known &&
            evaluation::isFalseThroughout(truth, rangeOfTrigger(trigger, *range, *known));
+}
+
+bool AssessedRecording::surelyDecidesRobustness(const Assessment& assessment,
+                                                const Formula& formula) const {
+    // Shifts and windows round times by less than a tick.
+    const double reach = reachOf(formula.tree, 1);
+    const auto range = rangeOf(assessment, formula);
+    const auto signals = signalsOf(formula);
+    return range && std::all_of(signals.begin(), signals.end(), [&](const Signal* signal) {
+               return std::any_of(signal->pieces->begin(), signal->pieces->end(),
+                                  [&](const auto& piece) {
+                                      return piece.getStartTime() <= range->from - reach &&
+                                             range->to + reach <= piece.getLastKnownTime();
+                                  });
+           });
 }
 
 std::string AssessedRecording::reasonForNoResult(const Assessment& assessment,

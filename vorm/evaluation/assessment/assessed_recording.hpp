@@ -38,6 +38,10 @@ public:
     bool isFalseThroughout(const Assessment& assessment, const Formula& formula,
                            const Trigger& trigger, const Truth& truth) const;
 
+    /// Whether nothing that is open can make a difference to the assessment's robustness. Where it
+    /// is false that may still be so.
+    bool surelyDecidesRobustness(const Assessment& assessment, const Formula& formula) const;
+
     /// The message of an evaluation that failed, placed at the formula in its file.
     std::string failureMessage(const Assessment& assessment, const Formula& formula,
                                const std::exception_ptr& failure) const;

@@ -46,20 +46,31 @@ void takeTrigger(const AssessedRecording& recording, const Task& task, const Tri
     }
 }
 
-void takeRobustness(const AssessedRecording& recording, const Task& task, Meaning meaning,
+// The bounds of the robustness that one evaluation gives.
+struct Bounds {
+    bool least;
+    bool greatest;
+};
+
+void takeRobustness(const AssessedRecording& recording, const Task& task, const Bounds& bounds,
                     const EvaluationResult& robustness) {
-    const bool isLeast = meaning == Meaning::LeastRobustness;
+    AssessmentOutcome& outcome = *task.outcome;
     if (robustness.failure) {
         // Both fail for the same reason; they may come from different threads.
-        if (isLeast) {
-            task.outcome->robustnessError =
+        if (bounds.least) {
+            outcome.robustnessError =
                 recording.failureMessage(*task.assessment, task.formula, robustness.failure);
         }
         return;
     }
     if (const auto range = recording.rangeOf(*task.assessment, task.formula)) {
-        auto& bound = isLeast ? task.outcome->leastRobustness : task.outcome->greatestRobustness;
-        bound = leastValue(*robustness.pieces, *range);
+        const auto value = leastValue(*robustness.pieces, *range);
+        if (bounds.least) {
+            outcome.leastRobustness = value;
+        }
+        if (bounds.greatest) {
+            outcome.greatestRobustness = value;
+        }
     }
 }
 
@@ -75,11 +86,16 @@ std::vector<TaskRequest> requestsOf(const AssessedRecording& recording, const Ta
                  takeTrigger(recording, task, *trigger, truth);
              }});
     }
+    const auto requestRobustness = [&](Meaning meaning, const Bounds& bounds) {
+        requests.push_back({{&formula, meaning}, [&, bounds](const EvaluationResult& robustness) {
+                                takeRobustness(recording, task, bounds, robustness);
+                            }});
+    };
     if (withRobustness) {
-        for (const Meaning meaning : {Meaning::LeastRobustness, Meaning::GreatestRobustness}) {
-            requests.push_back({{&formula, meaning}, [&, meaning](const EvaluationResult& bound) {
-                                    takeRobustness(recording, task, meaning, bound);
-                                }});
+        const bool isDecided = recording.surelyDecidesRobustness(*task.assessment, task.formula);
+        requestRobustness(Meaning::LeastRobustness, {true, isDecided});
+        if (!isDecided) {
+            requestRobustness(Meaning::GreatestRobustness, {false, true});
         }
     }
     return requests;
