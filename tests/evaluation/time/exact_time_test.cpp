@@ -14,6 +14,8 @@ namespace {
 
 using Rational = boost::multiprecision::cpp_rational;
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
 std::string read(const std::string& decimal, ExactTime unit = second) {
     const auto time = ExactTime::of(decimal, unit);
     return time ? time->text() : "none";
@@ -55,6 +57,12 @@ Rational tenTo(int exponent) {
     return exponent < 0 ? 1 / power : power;
 }
 
+Rational rational(WideInteger number) {
+    return Rational(static_cast<std::int64_t>(number >> 64)) *
+               Rational(boost::multiprecision::cpp_int(1) << 64) +
+           Rational(static_cast<std::uint64_t>(number));
+}
+
 RC_GTEST_PROP(ExactTime, IsTheNearestToTheDecimal, ()) {
     const auto digits = *rc::gen::arbitrary<std::int64_t>();
     const int exponent = *rc::gen::inRange(-40, 10);
@@ -70,10 +78,33 @@ RC_GTEST_PROP(ExactTime, IsTheNearestToTheDecimal, ()) {
         RC_ASSERT(2 * abs(attoseconds) >= Rational(boost::multiprecision::cpp_int(1) << 128) - 1);
         return;
     }
-    const Rational given = Rational(static_cast<std::int64_t>(time->attoseconds() >> 64)) *
-                               Rational(boost::multiprecision::cpp_int(1) << 64) +
-                           Rational(static_cast<std::uint64_t>(time->attoseconds()));
-    RC_ASSERT(2 * abs(given - attoseconds) <= 1);
+    RC_ASSERT(2 * abs(rational(time->attoseconds()) - attoseconds) <= 1);
+}
+
+// No neighbouring double is nearer.
+bool isNearest(double number, const Rational& exact) {
+    const auto distance = [&](double other) -> Rational { return abs(Rational(other) - exact); };
+    return distance(number) <= distance(std::nextafter(number, infinity)) &&
+           distance(number) <= distance(std::nextafter(number, -infinity));
+}
+
+// Of times that are, or are nearly, a double or halfway between two.
+RC_GTEST_PROP(ExactTime, IsTheNearestDoubleOfUnits, ()) {
+    const ExactTime unit = timeUnits[*rc::gen::inRange<std::size_t>(0, 6)].length;
+    const int bits = *rc::gen::elementOf(std::vector<int>{10, 53, 54, 54});
+    const std::int64_t highest = std::int64_t{1} << (bits - 1);
+    const std::int64_t mantissa = *rc::gen::inRange<std::int64_t>(0, highest) | highest | 1;
+    const int exponent = *rc::gen::inRange(-70, 20);
+    WideInteger attoseconds = mantissa * unit.attoseconds();
+    for (int i = 0; i < std::abs(exponent); ++i) {
+        RC_PRE(attoseconds < WideInteger{1} << 125);
+        attoseconds = exponent < 0 ? attoseconds / 2 : attoseconds * 2;
+    }
+    attoseconds += *rc::gen::inRange(-2, 3);
+    for (const WideInteger signedly : {attoseconds, -attoseconds}) {
+        RC_ASSERT(isNearest(ExactTime(signedly).in(unit),
+                            rational(signedly) / rational(unit.attoseconds())));
+    }
 }
 
 RC_GTEST_PROP(ExactTime, ReadsBackItsTextAndItsSeconds, ()) {
@@ -81,14 +112,8 @@ RC_GTEST_PROP(ExactTime, ReadsBackItsTextAndItsSeconds, ()) {
     const auto low = *rc::gen::inRange<std::int64_t>(0, 1'000'000'000'000'000'000);
     const ExactTime time = high * second + ExactTime(low);
     RC_ASSERT(ExactTime::of(time.text(), second) == time);
-    // No neighbouring double is nearer.
-    const auto distance = [&](double seconds) -> Rational {
-        return abs(Rational(seconds) -
-                   (Rational(high) + Rational(low) / Rational(1'000'000'000'000'000'000)));
-    };
-    const double seconds = time.seconds();
-    RC_ASSERT(distance(seconds) <= distance(std::nextafter(seconds, 1e300)));
-    RC_ASSERT(distance(seconds) <= distance(std::nextafter(seconds, -1e300)));
+    RC_ASSERT(isNearest(time.seconds(),
+                        Rational(high) + Rational(low) / Rational(1'000'000'000'000'000'000)));
 }
 
 TEST(ExactTime, OfADoubleIsItsShortestDecimal) {

@@ -2,10 +2,9 @@
 
 #include <vorm/evaluation/text/shortest_number.hpp>
 
-#include <fast_float/fast_float.h>
-
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 
@@ -144,6 +143,54 @@ std::optional<WideNatural> scaled(WideNatural number, int exponent) {
     return number / divisor + (rest >= divisor - rest ? 1U : 0U);
 }
 
+// The nearest double, or one beside it: an exact conversion takes longer.
+double roughly(WideInteger number) {
+    const auto low = static_cast<std::int64_t>(number);
+    const auto high = static_cast<std::int64_t>((number - low) >> 64);
+    return static_cast<double>(high) * 0x1p64 + static_cast<double>(low);
+}
+
+// The nearest double to a quotient, by a few operations on doubles; nothing where their rounding
+// leaves it in doubt. The divisor is below 2^60.
+std::optional<double> quickQuotient(WideInteger dividend, WideInteger divisor) {
+    constexpr double most = 0x1p50;
+    const double inverse = 1 / static_cast<double>(static_cast<std::int64_t>(divisor));
+    const double estimate = roughly(dividend) * inverse;
+    if (!(std::fabs(estimate) < most)) {
+        return std::nullopt;
+    }
+    // No bit behind the point is left beside this number.
+    constexpr double rounder = 0x1.8p52;
+    const double whole = (estimate + rounder) - rounder;
+    const WideInteger rest = dividend - static_cast<std::int64_t>(whole) * divisor;
+    const double fraction = static_cast<double>(static_cast<std::int64_t>(rest)) * inverse;
+    // The fraction is rounded four times, by 2^-53 of it each.
+    constexpr double doubt = 0x1p-50;
+    const double least = whole + fraction * (1 - doubt);
+    const double greatest = whole + fraction * (1 + doubt);
+    return least == greatest ? std::optional(least) : std::nullopt;
+}
+
+// The nearest double to a quotient that is not 0. The divisor is below 2^60.
+double exactQuotient(WideInteger dividend, WideInteger divisor) {
+    const bool isNegative = dividend < 0;
+    auto scaled = static_cast<WideNatural>(isNegative ? -dividend : dividend);
+    int scale = 0;
+    while (scaled >> 64 == 0) {
+        scaled <<= 32;
+        scale += 32;
+    }
+    const int free = std::countl_zero(static_cast<std::uint64_t>(scaled >> 64));
+    scaled <<= free;
+    scale += free;
+    // More bits than a double has, the last one set where any follow: rounding these is rounding
+    // the exact quotient.
+    const auto natural = static_cast<WideNatural>(divisor);
+    const WideNatural quotient = scaled / natural | (scaled % natural != 0 ? 1U : 0U);
+    const double nearest = std::ldexp(static_cast<double>(quotient), -scale);
+    return isNegative ? -nearest : nearest;
+}
+
 }  // namespace
 
 std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& unit) {
@@ -165,11 +212,14 @@ std::optional<ExactTime> ExactTime::ofSeconds(double seconds) {
     return std::isfinite(seconds) ? of(shortestNumber(seconds), second) : std::nullopt;
 }
 
+double ExactTime::in(ExactTime unit) const {
+    const auto quick = quickQuotient(attoseconds_, unit.attoseconds_);
+    return quick ? *quick : exactQuotient(attoseconds_, unit.attoseconds_);
+}
+
 double ExactTime::seconds() const {
-    const std::string decimal = text();
-    double number = 0;
-    fast_float::from_chars(decimal.data(), decimal.data() + decimal.size(), number);
-    return number;
+    constexpr ExactTime second(static_cast<WideInteger>(tenTo[secondDigits]));
+    return in(second);
 }
 
 std::string ExactTime::text() const {

@@ -43,6 +43,9 @@ public:
 
     constexpr WideInteger attoseconds() const { return attoseconds_; }
 
+    /// The nearest double to the number of units, each of which is 1 s at the most.
+    double in(ExactTime unit) const;
+
     /// The nearest double to the number of seconds.
     double seconds() const;
 

@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <optional>
 
 namespace vorm::evaluation {
 namespace {
@@ -31,28 +29,6 @@ ExactTime shortestDecimal(double ticks, double step, ExactTime tick) {
     }
 }
 
-// The nearest double, or one beside it: an exact conversion takes longer.
-double roughly(WideInteger number) {
-    const auto low = static_cast<std::int64_t>(number);
-    const auto high = static_cast<std::int64_t>((number - low) >> 64);
-    return static_cast<double>(high) * 0x1p64 + static_cast<double>(low);
-}
-
-// The quotient, where it is a whole number of less than 50 bits. Doubles find that one much faster
-// than a division of wide integers does.
-std::optional<double> wholeQuotient(WideInteger dividend, WideInteger divisor) {
-    constexpr double most = 0x1p50;
-    const double quotient = roughly(dividend) / roughly(divisor);
-    if (!(std::fabs(quotient) < most)) {
-        return std::nullopt;
-    }
-    // No bit behind the point is left beside this number.
-    constexpr double rounder = 0x1.8p52;
-    const double whole = (quotient + rounder) - rounder;
-    return static_cast<std::int64_t>(whole) * divisor == dividend ? std::optional(whole)
-                                                                  : std::nullopt;
-}
-
 }  // namespace
 
 Timeline Timeline::over(double first, double last) const {
@@ -67,32 +43,6 @@ Timeline Timeline::over(double first, double last) const {
     const double grain = std::max(1.0, placed.step_);
     placed.bias_ = begin + grain * std::ceil(((begin - span) / 2 - first) / grain);
     return placed;
-}
-
-double Timeline::ticksIn(ExactTime length) const {
-    const WideInteger tick = tick_.attoseconds();
-    if (const auto ticks = wholeQuotient(length.attoseconds(), tick)) [[likely]] {
-        return *ticks;
-    }
-    const WideInteger whole = length.attoseconds() / tick;
-    const WideInteger rest = length.attoseconds() - whole * tick;
-    if (rest == 0) {
-        return static_cast<double>(whole);
-    }
-    constexpr int bits = 63;  // behind the binary point
-    constexpr WideInteger most = WideInteger{1} << bits;
-    constexpr auto scale = static_cast<double>(most);
-    if (whole != 0 && -most < whole && whole < most) {
-        // More bits than a double has, the last one set where any follow: rounding these is
-        // rounding the exact quotient.
-        const bool isNegative = rest < 0;
-        const WideInteger dividend = (isNegative ? -rest : rest) << bits;
-        const WideInteger quotient = dividend / tick | (dividend % tick != 0 ? 1 : 0);
-        const WideInteger fixed = whole * most + (isNegative ? -quotient : quotient);
-        return static_cast<double>(fixed) / scale;
-    }
-    // A second has the zeros of the attoseconds that a tick lacks.
-    return ExactTime(length.attoseconds() * (second.attoseconds() / tick)).seconds();
 }
 
 double Timeline::counted(ExactTime time) const {

@@ -25,7 +25,7 @@ public:
     double at(ExactTime time) const { return ticksIn(time - zero_) + bias_; }
 
     /// The nearest double to the number of ticks in a length of time.
-    double ticksIn(ExactTime length) const;
+    double ticksIn(ExactTime length) const { return length.in(tick_); }
 
     /// As at, on a timeline without a bias. Throws InputError for a time that is so far from zero
     /// that it takes another whole tick's double.
