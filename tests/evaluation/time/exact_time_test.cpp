@@ -107,6 +107,13 @@ RC_GTEST_PROP(ExactTime, IsTheNearestDoubleOfUnits, ()) {
     }
 }
 
+TEST(ExactTime, IsRoundedOnceHoweverLongItIs) {
+    const auto time = [](const char* decimal) { return *ExactTime::of(decimal, second); };
+    EXPECT_EQ(time("9007199254740993").seconds(), 9007199254740992.0);
+    EXPECT_EQ(time("9007199254740993.000000000000000001").seconds(), 9007199254740994.0);
+    EXPECT_EQ(time("200000000000.0000000001").in(nanosecond), 2e20);
+}
+
 RC_GTEST_PROP(ExactTime, ReadsBackItsTextAndItsSeconds, ()) {
     const auto high = *rc::gen::inRange<std::int64_t>(-1'000'000'000'000, 1'000'000'000'000);
     const auto low = *rc::gen::inRange<std::int64_t>(0, 1'000'000'000'000'000'000);
