@@ -134,6 +134,8 @@ private:
             ->take_all();
         sub.add_flag("--robustness", options_.robustness,
                      "Also by how much each assessment holds or fails");
+        sub.add_flag("--explain", options_.explain,
+                     "Also why each assessment fails, or has no result, where it does");
         sub.add_flag("--strict", options_.strict,
                      "An assessment without result at some time has not passed: exit code 1");
         sub.add_option("--intervals", options_.intervals,
@@ -172,12 +174,7 @@ private:
         addAssessments(sub);
         sub.add_option("NAME", options_.name, "The name of the assessment")->required();
         addRecordings(sub);
-        sub.add_option("-o,--output", options_.output,
-                       "Write the results to this file, whole or not at all")
-            ->check([](const std::string& path) {
-                return path.empty() ? std::string("the path is empty") : std::string();
-            })
-            ->type_name("FILE");
+        addOutput(sub, {{"table", Format::Table}, {"json", Format::Json}});
         sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");

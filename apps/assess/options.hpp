@@ -25,6 +25,7 @@ struct Options {
     std::vector<std::string> only;        ///< names of the assessments to run; empty: all
     bool together = false;                ///< whether all paths are one recording
     bool robustness = false;
+    bool explain = false;
     bool strict = false;  ///< whether what is open at some time has not passed
 
     Format format = Format::Table;

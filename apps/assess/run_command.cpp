@@ -81,6 +81,7 @@ ExitCode runAssessments(const Options& options) {
     run.jobs = options.jobs;
     run.robustness = options.robustness;
     run.strict = options.strict;
+    run.explain = options.explain;
     run.only = options.only;
     run.progress = [&](const std::string& text) { progress.show(text); };
     const RunOutcome outcome = vorm::evaluation::run(file, recordingsOf(options), run);

@@ -3,6 +3,7 @@
 
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
+#include <vorm/evaluation/report/json_report.hpp>
 
 #include <iostream>
 
@@ -32,7 +33,7 @@ ExitCode showAssessment(const Options& options) {
     run.jobs = options.jobs;
     run.progress = [&](const std::string& text) { progress.show(text); };
 
-    RunOutcome outcomes;
+    RunOutcome outcomes{file.name, file.title, {}};
     std::string report;
     for (const RecordingSource& source : recordingsOf(options)) {
         outcomes.recordings.push_back({source.name(), "", {}});
@@ -49,7 +50,7 @@ ExitCode showAssessment(const Options& options) {
         }
     }
     progress.clear();
-    writeResults(options, report);
+    writeResults(options, options.format == Format::Json ? jsonReport(outcomes) : report);
     if (outcomes.hasErrors()) {
         return ExitCode::UnusableInput;
     }

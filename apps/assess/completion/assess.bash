@@ -15,10 +15,10 @@ _assess() {
         -j | --jobs | --intervals | --values | --margin | --only) return ;;
     esac
     case $command in
-        run) options+=" --format --output --together --only --robustness --strict --intervals" ;;
+        run) options+=" --format --output --together --only --robustness --explain --strict --intervals" ;;
         check) options+=" --against --together" ;;
         signals) options+=" --layout --format --output --together" ;;
-        show) options+=" --output --together --intervals --values --margin" ;;
+        show) options+=" --format --output --together --intervals --values --margin" ;;
     esac
     if [[ -z $words && $word == -* ]]; then
         words=$options

@@ -66,6 +66,17 @@ TEST(Judgement, TellsFailingAndOpenSpansOfTheRangeAlone) {
     }
 }
 
+// What one representable time tells apart reads as one time.
+TEST(Judgement, InstantsHaveOneTime) {
+    const double just = std::nextafter(4.0, 5);
+    const Truth instants =
+        truth({{0, 1}, {4, 0}, {just, -1}, {std::nextafter(just, 5), 0}, {6, 1}});
+    const Judgement judgement = judge(instants, {0, 8});
+    EXPECT_EQ(text(judgement.failures), "[4, 4] ");
+    EXPECT_EQ(text(judgement.open), "[4, 4] [4, 6] ");
+    EXPECT_EQ(judgement.open.back().start, 4);
+}
+
 TEST(Judgement, TriggersAreTheLeftSidesOfImplications) {
     const auto trigger = [](const std::string& formula) {
         const auto tree = expressionOf(ParsedFormula(formula));

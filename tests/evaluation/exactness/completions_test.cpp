@@ -3,6 +3,7 @@
 
 #include "agreement.hpp"
 #include "random_case.hpp"
+#include "support/tries.hpp"
 
 namespace vorm::evaluation::test {
 namespace {
@@ -82,9 +83,9 @@ bool contradicts(const TruthCourse& completion, const Judgement& judgement) {
 
 template <class Judge>
 void checkCompletions(const Judge& judge) {
-    const int formulas = triesOf("VORM_COMPLETED_FORMULAS", 300);
-    const int completions = triesOf("VORM_COMPLETIONS", 5);
-    checkTimes(formulas / formulasPerRecording, [&] {
+    const int formulas = vorm::test::triesOf("VORM_COMPLETED_FORMULAS", 300);
+    const int completions = vorm::test::triesOf("VORM_COMPLETIONS", 5);
+    vorm::test::checkTimes(formulas / formulasPerRecording, [&] {
         const RandomCase random = anyCase(formulasPerRecording);
         const World recorded = worldOf(random.recording);
         const std::vector<Judgement> certain = judge(random, recorded);

@@ -3,6 +3,7 @@
 
 #include "agreement.hpp"
 #include "random_case.hpp"
+#include "support/tries.hpp"
 
 namespace vorm::evaluation::test {
 namespace {
@@ -10,10 +11,10 @@ namespace {
 constexpr int formulasPerRecording = 8;
 
 TEST(ExactFormulas, AreJudgedAsByTheOracle) {
-    const int formulas = triesOf("VORM_EXACT_FORMULAS", 3000);
+    const int formulas = vorm::test::triesOf("VORM_EXACT_FORMULAS", 3000);
     int compared = 0;
     int delicate = 0;
-    checkTimes(formulas / formulasPerRecording, [&] {
+    vorm::test::checkTimes(formulas / formulasPerRecording, [&] {
         const RandomCase random = anyCase(formulasPerRecording);
         const std::vector<Reported> reported = assessed(random.texts());
         for (std::size_t i = 0; i < reported.size(); ++i) {

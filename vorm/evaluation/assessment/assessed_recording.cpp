@@ -1,6 +1,5 @@
 #include "assessed_recording.hpp"
 
-#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/evaluator/reach.hpp>
@@ -35,9 +34,7 @@ std::vector<TimeSpan> spansOf(const std::vector<Span>& spans, const Timeline& ti
     std::vector<TimeSpan> times;
     times.reserve(spans.size());
     for (const auto& [start, end] : spans) {
-        const bool isInstant = end <= assessments::detail::nextTime(start);
-        const ExactTime begin = timeline.timeAt(start);
-        times.push_back({begin, isInstant ? begin : timeline.timeAt(end)});
+        times.push_back({timeline.timeAt(start), timeline.timeAt(end)});
     }
     return times;
 }

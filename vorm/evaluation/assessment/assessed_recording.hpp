@@ -50,8 +50,10 @@ public:
     EvaluationOptions evaluationOptions() const;
     const Recording& recording() const { return recording_; }
 
-private:
+    /// The signals that a formula looks at.
     std::vector<const Signal*> signalsOf(const Formula& formula) const;
+
+private:
     std::string reasonForNoResult(const Assessment& assessment, const Formula& formula) const;
 
     const AssessmentFile& file_;

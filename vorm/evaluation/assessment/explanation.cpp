@@ -3,11 +3,9 @@
 #include <vorm/assessments/expression/expression_containers.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/evaluation/assessment/assessed_recording.hpp>
-#include <vorm/evaluation/assessment/culprits.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
+#include <vorm/evaluation/assessment/outcome_explanation.hpp>
 
-#include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -59,32 +57,7 @@ std::vector<ShownNode> shownNodes(const Expression& root) {
     return shown;
 }
 
-// The results of all nodes of a formula, found by the address of the node.
-class NodeResults {
-public:
-    NodeResults(const Expression& root, const std::vector<ShownNode>& shown,
-                const detail::AssessedRecording& recording) {
-        std::vector<EvaluationRequest> requests;
-        const auto request = [&](const Expression& tree) {
-            if (index_.emplace(&tree, requests.size()).second) {
-                requests.push_back({&tree, Meaning::Boolean});
-            }
-        };
-        assessments::detail::forEachNode(root, request);
-        for (const ShownNode& node : shown) {
-            request(*node.tree);
-        }
-        results_ = evaluate(requests, recording.lookup(), recording.evaluationOptions());
-    }
-
-    const EvaluationResult& of(const Expression& tree) const { return results_[index_.at(&tree)]; }
-
-private:
-    std::unordered_map<const Expression*, std::size_t> index_;
-    std::vector<EvaluationResult> results_;
-};
-
-ExplainedFormula explained(const ShownNode& node, const NodeResults& results,
+ExplainedFormula explained(const ShownNode& node, const evaluation::detail::NodeResults& results,
                            const Recording& recording, const TimeTexts& times) {
     ExplainedFormula formula;
     formula.depth = node.depth;
@@ -101,16 +74,6 @@ ExplainedFormula explained(const ShownNode& node, const NodeResults& results,
     return formula;
 }
 
-std::vector<Culprit> culpritsAt(double time, const Expression& root, const NodeResults& results,
-                                const TimeTexts& times) {
-    std::vector<Culprit> culprits;
-    const auto truthOf = [&](const Expression& tree) { return results.of(tree).truth; };
-    for (const auto& part : detail::decidingParts(root, time, truthOf)) {
-        culprits.push_back({formulaText(*part.formula, times), part.value, part.from, part.to});
-    }
-    return culprits;
-}
-
 }  // namespace
 
 Explanation explain(const AssessmentFile& file, const Assessment& assessment,
@@ -118,7 +81,11 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
     const detail::AssessedRecording recording(file, {&assessment}, source, options);
     const Formula formula = recording.formulaOf(assessment);
     const std::vector<ShownNode> shown = shownNodes(formula.tree);
-    const NodeResults results(formula.tree, shown, recording);
+    std::vector<const Expression*> trees;
+    for (const ShownNode& node : shown) {
+        trees.push_back(node.tree);
+    }
+    const detail::NodeResults results(formula.tree, trees, recording);
 
     Explanation explanation;
     explanation.outcome = detail::describedOutcome(assessment);
@@ -133,11 +100,14 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
         return explanation;
     }
     recording.judge(assessment, formula, *truth.truth, explanation.outcome);
-    const auto range = recording.rangeOf(assessment, formula);
-    for (const Span& span : evaluation::judge(*truth.truth, *range).failures) {
-        explanation.culprits.push_back(
-            culpritsAt(span.start, formula.tree, results, formula.times));
+    if (const auto trigger = triggerOf(formula.tree)) {
+        const EvaluationResult& condition = results.of(*trigger->formula);
+        explanation.outcome.trigger = formulaText(*trigger->formula, formula.times);
+        explanation.outcome.neverTriggered =
+            explanation.outcome.verdict == resultEnum_t::PASS &&
+            recording.isFalseThroughout(assessment, formula, *trigger, *condition.truth);
     }
+    detail::explain(recording, assessment, formula, results, explanation.outcome);
     return explanation;
 }
 

@@ -19,25 +19,13 @@ struct ExplainedFormula {
     std::shared_ptr<const Enumeration> enumeration;  ///< of its values, or null
 };
 
-/// A part of a formula that decides the failure of the whole at one time: it has the value
-/// `value` throughout the closed span of time, as the timeline counts.
-struct Culprit {
-    std::string text;
-    bool value;
-    double from;
-    double to;
-};
-
 /// Why an assessment fails where it fails.
 struct Explanation {
-    AssessmentOutcome outcome;
-    Timeline timeline;  ///< of the times of culprits and values
+    AssessmentOutcome outcome;  ///< with its explanations
+    Timeline timeline;          ///< of the times of the values
     /// The formula and below it, in order, its parts; each distinct one once. Of an implication, a
     /// rise or a fall the parts are those that one reads.
     std::vector<ExplainedFormula> subFormulas;
-    /// For the beginning of each failing interval the parts that decide it: comparisons and
-    /// signals.
-    std::vector<std::vector<Culprit>> culprits;
 };
 
 /// Evaluates one assessment on a recording with all its sub-formulas. Throws InputError for a

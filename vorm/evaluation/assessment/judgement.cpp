@@ -2,6 +2,7 @@
 
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/trace/time_step.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -39,12 +40,16 @@ void forEachPart(const TracePieces& pieces, const TimeRange& range, Visit visit)
 template <class Visit>
 void forEachStretch(const Truth& truth, const TimeRange& range, Visit visit) {
     auto point = truth.TimedPointIteratorForValueAt(range.from, true);
+    double start = range.from;
     while (point != truth.points.end() && point->time <= range.to) {
-        const double start = std::max(range.from, point->time);
+        const double first = std::max(range.from, point->time);
         const std::int8_t value = point->value;
         ++point;
         const bool ends = point != truth.points.end() && point->time <= range.to;
-        visit(Span{start, ends ? point->time : range.to}, value);
+        const double end = ends ? point->time : range.to;
+        const bool isInstant = end <= detail::nextTime(first);
+        visit(Span{start, isInstant ? start : end}, value);
+        start = isInstant ? start : end;
     }
 }
 

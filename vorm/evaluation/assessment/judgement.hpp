@@ -19,7 +19,8 @@ struct TimeRange {
 std::optional<TimeRange> knownRange(const std::vector<const Signal*>& signals);
 
 /// A stretch of time in a closed range: `start` is the first time of it, `end` the first one after
-/// it, or the range's last one where it lasts to there, which is `start` for that one instant.
+/// it, or the range's last one where it lasts to there. One representable time is an instant, whose
+/// end is its start; what begins after it begins with it.
 struct Span {
     double start;
     double end;

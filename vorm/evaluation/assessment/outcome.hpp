@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/assessments/value_types.hpp>
+#include <vorm/evaluation/causes/cause_extent.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
 
 #include <optional>
@@ -18,6 +19,28 @@ struct TimeSpan {
 
     bool isInstant() const { return start == end; }
     ExactTime length() const { return end - start; }
+};
+
+/// A condition that is to blame for a failure: a comparison or a bool signal that has the value
+/// throughout the span.
+struct Cause {
+    std::string condition;
+    std::vector<std::string> signals;  ///< that it looks at
+    bool value;
+    TimeSpan span;
+    std::string when;  ///< the span as a text, also where it lies just beside a time
+};
+
+/// Why a requirement fails in one interval. If the causes were the opposite of what they are, it
+/// would not fail there; each of them is needed for that. Where several sets of conditions do so,
+/// the one named has of a disjunction that is false the last operand, such as the right side of an
+/// implication, and of a conjunction that is true the first; where something should come true
+/// within a window it is looked at where the window ends.
+struct FailureExplanation {
+    CauseExtent extent = CauseExtent::Whole;
+    std::vector<Cause> causes;  ///< in time order for each condition
+    std::size_t otherSets = 0;  ///< how many other sets of conditions there are
+    bool hasMoreSets = false;   ///< whether there may be more than that
 };
 
 /// What became of one assessment on one recording.
@@ -41,6 +64,10 @@ struct AssessmentOutcome {
 
     std::vector<TimeSpan> failures;   ///< in time order
     std::vector<TimeSpan> openSpans;  ///< where the recording cannot tell, in time order
+
+    // Where explanations were asked for.
+    std::vector<FailureExplanation> explanations;       ///< of the failures
+    std::vector<std::vector<std::string>> openReasons;  ///< why the open spans are so
 
     /// Whether it passes only because its trigger, the left side of an implication, is false
     /// wherever it was looked at.

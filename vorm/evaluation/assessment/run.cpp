@@ -1,6 +1,7 @@
 #include "run.hpp"
 
 #include <vorm/evaluation/assessment/assessed_recording.hpp>
+#include <vorm/evaluation/assessment/outcome_explanation.hpp>
 #include <vorm/evaluation/parallel/for_each_index.hpp>
 
 #include <algorithm>
@@ -123,6 +124,17 @@ void evaluateTasks(const AssessedRecording& recording, const std::vector<Task>& 
     }
 }
 
+// One after the other, since an explanation needs the truth of every sub-formula at once.
+void explainTasks(const AssessedRecording& recording, const std::vector<Task>& tasks) {
+    for (const Task& task : tasks) {
+        const AssessmentOutcome& outcome = *task.outcome;
+        if (outcome.error.empty() && !(outcome.failures.empty() && outcome.openSpans.empty())) {
+            detail::explain(recording, *task.assessment, task.formula,
+                            detail::NodeResults(task.formula.tree, {}, recording), *task.outcome);
+        }
+    }
+}
+
 RecordingOutcome runOne(const AssessmentFile& file,
                         const std::vector<const Assessment*>& assessments,
                         const RecordingSource& source, const RunOptions& options) {
@@ -142,6 +154,9 @@ RecordingOutcome runOne(const AssessmentFile& file,
             }
         }
         evaluateTasks(recording, tasks, options.robustness);
+        if (options.explain) {
+            explainTasks(recording, tasks);
+        }
     } catch (const InputError& error) {
         outcome.error = error.what();
     }

@@ -14,6 +14,7 @@ struct RunOptions {
     unsigned jobs = 1;              ///< threads, at least 1
     bool robustness = false;        ///< whether to compute it
     bool strict = false;            ///< whether what is open at some time has not passed
+    bool explain = false;           ///< whether to tell why it fails, or is open
     std::vector<std::string> only;  ///< names of the assessments to run; empty: all
     /// Called with a short text on what is being done, from any one thread at a time.
     std::function<void(const std::string&)> progress;

@@ -196,10 +196,16 @@ private:
             !last.isRecorded &&
             std::fabs(stretch.leftStart - stretch.rightStart) <= closeness(stretch, last.time);
         const Order start = isEqual ? write(last.time, Order::Equal) : last.order;
+        const bool isOver = !now.isRecorded && endsJustBefore(stretch);
         if (!now.isRecorded) {
-            tolerance = std::max(tolerance, closeness(stretch, now.time));
+            tolerance = std::max(tolerance, isOver ? 2 * closeness(stretch, std::ceil(now.time))
+                                                   : closeness(stretch, now.time));
         }
-        const Order end = orderWithin(tolerance, stretch.leftEnd, stretch.rightEnd);
+        Order end = orderWithin(tolerance, stretch.leftEnd, stretch.rightEnd);
+        if (isOver && end == Order::Equal) {
+            // They meet when the stretch is over.
+            end = start;
+        }
         Order inside = start;
         if (!stretch.isStep()) {
             inside = writeInside(stretch, start, end);
@@ -207,9 +213,17 @@ private:
             // What is drawn just before a step belongs to the stretch that the step ends.
             inside = write(last.time, last.before);
         }
-        return {inside,
-                write(now.time, orderWithin(tolerance, left_.isLine() ? stretch.leftEnd : now.left,
-                                            right_.isLine() ? stretch.rightEnd : now.right))};
+        const Real leftNow = left_.isLine() ? stretch.leftEnd : now.left;
+        const Real rightNow = right_.isLine() ? stretch.rightEnd : now.right;
+        const bool jumps = leftNow != stretch.leftEnd || rightNow != stretch.rightEnd;
+        return {inside, write(now.time, jumps ? orderWithin(tolerance, leftNow, rightNow) : end)};
+    }
+
+    // Whether a stretch ends just before a whole time, to which crossings beside it are drawn.
+    bool endsJustBefore(const Stretch& stretch) const {
+        const double whole = std::ceil(stretch.to);
+        return isComputed_ && !stretch.isStep() && stretch.to < whole &&
+               whole - stretch.to <= reachOf(whole);
     }
 
     Order write(double time, Order order) {

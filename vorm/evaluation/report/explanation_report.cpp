@@ -1,10 +1,13 @@
 #include "explanation_report.hpp"
 
+#include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 #include <sstream>
 
 namespace vorm::evaluation {
@@ -16,6 +19,7 @@ using namespace assessments;
 struct Window {
     double from;
     double to;
+    std::optional<double> failure;  // its first time
 };
 
 Window around(const TimeSpan& span, const Explanation& explanation, const ExplanationStyle& style) {
@@ -26,14 +30,7 @@ Window around(const TimeSpan& span, const Explanation& explanation, const Explan
     const double range = timeline.ticksIn(outcome.to - outcome.from);
     const double margin = style.margin ? timeline.ticksIn(*style.margin)
                                        : std::round(std::max((end - start) / 2, range / 100));
-    return {start - margin, end + margin};
-}
-
-// What begins or ends just beside a time says so.
-std::string momentText(double counted, const Timeline& timeline) {
-    const ExactTime time = timeline.timeAt(counted);
-    const double at = timeline.at(time);
-    return (counted < at ? "just before " : counted > at ? "just after " : "") + time.text();
+    return {start - margin, end + margin, start};
 }
 
 // Texts of the values of one sub-formula.
@@ -64,37 +61,60 @@ private:
     const Enumeration* enumeration_;
 };
 
-struct Change {
-    double time;
-    std::string value;
-};
-
-// The values in the window, in time order; thinned where there are too many.
-std::vector<Change> changesIn(const TimedTrace& piece, const Window& window, std::size_t most,
-                              const ValueText& text) {
-    const double from = std::max(window.from, piece.getStartTime());
-    const double to = std::min(window.to, piece.getLastKnownTime());
-    std::vector<Change> changes;
-    if (!(from <= to)) {
-        return changes;
+// The times whose values are shown: the changes, thinned where there are too many, and the first
+// failing one where it does not stand among them.
+template <class T>
+std::vector<double> shownTimes(const TimedTrace_T<T>& part, double from, double to,
+                               const Window& window, std::size_t most) {
+    const bool isThinned = part.points.size() > most && from < to;
+    auto thinned = part;
+    if (isThinned) {
+        // Each bucket keeps its least and its greatest value.
+        thinned.decimate(2 * (to - from) / static_cast<double>(most));
     }
-    // Each bucket keeps its least and its greatest value.
-    const double bucket = 2 * (to - from) / static_cast<double>(most);
-    return piece.visit([&](const auto& trace) {
-        auto part = trace.extractWindow(from, to, 0);
-        if (part.points.size() > most && bucket > 0) {
-            part.decimate(bucket);
+    std::vector<double> times;
+    for (const auto& point : thinned.points) {
+        times.push_back(std::max(from, point.time));
+    }
+    const bool isLine = part.interpolation == INTERPOLATION_METHOD::LINEAR;
+    const auto& failure = window.failure;
+    if (failure && from <= *failure && *failure <= to && (isLine || isThinned)) {
+        times.push_back(*failure);
+    }
+    if (isLine) {
+        times.push_back(to);
+    }
+    std::sort(times.begin(), times.end());
+    times.erase(std::unique(times.begin(), times.end()), times.end());
+    return times;
+}
+
+// `1 at 0, 3 at 2, ..., 2 at 9`: dots for what is left out.
+template <class T>
+void addCourse(const TimedTrace_T<T>& trace, const Window& window, std::size_t most,
+               const ValueText& text, const Timeline& timeline, std::vector<std::string>& course) {
+    const double from = std::max(window.from, trace.points.front().time);
+    const double to = std::min(window.to, trace.lastKnownTime);
+    if (!(from <= to)) {
+        return;
+    }
+    const auto part = trace.extractWindow(from, to, 0);
+    auto point = part.points.begin();
+    const auto passUpTo = [&](double time) {
+        bool leavesOut = false;
+        for (; point != part.points.end() && point->time < time; ++point) {
+            leavesOut = true;
         }
-        for (const auto& point : part.points) {
-            changes.push_back({std::max(from, point.time), text(point.value)});
+        if (leavesOut) {
+            course.emplace_back("...");
         }
-        const auto last = part.valueAt(to);
-        if (part.interpolation == INTERPOLATION_METHOD::LINEAR && last &&
-            (changes.empty() || changes.back().time < to)) {
-            changes.push_back({to, text(*last)});
-        }
-        return changes;
-    });
+    };
+    for (const double time : shownTimes(part, from, to, window, most)) {
+        passUpTo(time);
+        course.push_back(text(*part.valueAt(time)) + " at " + timeline.textOf(time));
+        point += point != part.points.end() && std::max(from, point->time) == time ? 1 : 0;
+    }
+    passUpTo(std::numeric_limits<double>::infinity());
 }
 
 std::string courseText(const ExplainedFormula& formula, const Window& window, std::size_t most,
@@ -103,23 +123,16 @@ std::string courseText(const ExplainedFormula& formula, const Window& window, st
         return "could not be evaluated";
     }
     const ValueText text(formula.enumeration.get());
-    std::string course;
+    std::vector<std::string> course;
     for (const TimedTrace& piece : *formula.pieces) {
-        for (const Change& change : changesIn(piece, window, most, text)) {
-            course += (course.empty() ? "" : ", ") + change.value + " at " +
-                      momentText(change.time, timeline);
-        }
+        piece.visit(
+            [&](const auto& trace) { addCourse(trace, window, most, text, timeline, course); });
     }
-    return course.empty() ? "not known here" : course;
-}
-
-std::string culpritText(const Culprit& culprit, const Timeline& timeline) {
-    const std::string state = culprit.text + " is " + (culprit.value ? "true " : "false ");
-    if (culprit.from == culprit.to) {
-        const std::string moment = momentText(culprit.from, timeline);
-        return state + (moment.starts_with("just") ? "" : "at ") + moment + " s";
+    std::string joined;
+    for (const std::string& value : course) {
+        joined += (joined.empty() ? "" : ", ") + value;
     }
-    return state + intervalText({timeline.timeAt(culprit.from), timeline.timeAt(culprit.to)});
+    return joined.empty() ? "not known here" : joined;
 }
 
 class ReportWriter {
@@ -133,11 +146,15 @@ public:
         if (!outcome.description.empty()) {
             out_ << "  " << outcome.description << "\n";
         }
-        for (const std::string& text : {outcome.error, outcome.reason}) {
+        for (const std::string& text :
+             {outcome.error, outcome.reason, neverTriggeredText(outcome)}) {
             std::istringstream lines(text);
             for (std::string line; std::getline(lines, line);) {
                 out_ << "  " << line << "\n";
             }
+        }
+        for (const std::string& line : openLines(outcome, style_.mostIntervals)) {
+            out_ << "  " << line << "\n";
         }
         writeIntervals();
         return std::move(out_).str();
@@ -149,15 +166,16 @@ private:
         const std::size_t shown = std::min(failures.size(), style_.mostIntervals);
         for (std::size_t i = 0; i < shown; ++i) {
             out_ << "\n" << marked("fails " + intervalText(failures[i])) << "\n";
-            for (const Culprit& culprit : explanation_.culprits[i]) {
-                out_ << "  because " << culpritText(culprit, explanation_.timeline) << "\n";
+            for (const std::string& line :
+                 causeLines(explanation_.outcome.explanations[i], style_.mostValues)) {
+                out_ << "  " << line << "\n";
             }
             writeCourses(around(failures[i], explanation_, style_));
         }
         if (failures.empty() && explanation_.outcome.error.empty()) {
             const Timeline& timeline = explanation_.timeline;
-            writeCourses(
-                {timeline.at(explanation_.outcome.from), timeline.at(explanation_.outcome.to)});
+            writeCourses({timeline.at(explanation_.outcome.from),
+                          timeline.at(explanation_.outcome.to), std::nullopt});
         }
         if (shown < failures.size()) {
             const std::size_t more = failures.size() - shown;
@@ -167,8 +185,8 @@ private:
 
     void writeCourses(const Window& window) {
         const Timeline& timeline = explanation_.timeline;
-        out_ << "  values from " << momentText(window.from, timeline) << " s to "
-             << momentText(window.to, timeline) << " s:\n";
+        out_ << "  values from " << timeline.textOf(window.from) << " s to "
+             << timeline.textOf(window.to) << " s:\n";
         TextTable table;
         for (const ExplainedFormula& formula : explanation_.subFormulas) {
             table.addRow({{std::string(2 * formula.depth, ' ') + formula.text},

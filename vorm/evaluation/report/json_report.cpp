@@ -24,6 +24,49 @@ Json spansOf(const std::vector<TimeSpan>& spans) {
     return list;
 }
 
+const char* extentName(CauseExtent extent) {
+    switch (extent) {
+        case CauseExtent::Whole:
+            return "whole";
+        case CauseExtent::Beginning:
+            return "beginning";
+        case CauseExtent::Part:
+            break;
+    }
+    return "part";
+}
+
+Json explanationOf(const FailureExplanation& explanation) {
+    Json causes = Json::array();
+    for (const Cause& cause : explanation.causes) {
+        causes.push_back({{"formula", cause.condition},
+                          {"signals", cause.signals},
+                          {"value", cause.value},
+                          {"start", cause.span.start.seconds()},
+                          {"end", cause.span.end.seconds()}});
+    }
+    return {{"extent", extentName(explanation.extent)},
+            {"causes", std::move(causes)},
+            {"other_sets", explanation.otherSets},
+            {"has_more_sets", explanation.hasMoreSets}};
+}
+
+Json failuresOf(const AssessmentOutcome& outcome) {
+    Json failures = spansOf(outcome.failures);
+    for (std::size_t i = 0; i < outcome.explanations.size(); ++i) {
+        failures[i]["explanation"] = explanationOf(outcome.explanations[i]);
+    }
+    return failures;
+}
+
+Json openSpansOf(const AssessmentOutcome& outcome) {
+    Json spans = spansOf(outcome.openSpans);
+    for (std::size_t i = 0; i < outcome.openReasons.size(); ++i) {
+        spans[i]["reasons"] = outcome.openReasons[i];
+    }
+    return spans;
+}
+
 std::string robustnessErrorOf(const AssessmentOutcome& outcome) {
     if (!outcome.leastRobustness || !outcome.greatestRobustness) {
         return outcome.robustnessError;
@@ -60,8 +103,8 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
     }
     json["first_failure"] =
         outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start.seconds());
-    json["failures"] = spansOf(outcome.failures);
-    json["no_result_spans"] = spansOf(outcome.openSpans);
+    json["failures"] = failuresOf(outcome);
+    json["no_result_spans"] = openSpansOf(outcome);
     json["no_result_share"] = isJudged ? Json(outcome.openShare()) : Json(nullptr);
     json["passed_strictly"] = outcome.passesThroughout();
     json["never_triggered"] = outcome.neverTriggered;

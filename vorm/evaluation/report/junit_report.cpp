@@ -1,6 +1,7 @@
 #include "junit_report.hpp"
 
 #include <vorm/assessments/platform/utf.hpp>
+#include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <pugixml.hpp>

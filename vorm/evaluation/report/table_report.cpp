@@ -1,5 +1,6 @@
 #include "table_report.hpp"
 
+#include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 

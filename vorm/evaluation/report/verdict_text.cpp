@@ -1,6 +1,5 @@
 #include "verdict_text.hpp"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -20,29 +19,6 @@ void count(const AssessmentOutcome& assessment, bool strict, VerdictCounts& coun
     } else {
         ++counts.noResult;
     }
-}
-
-std::vector<std::string> spanLines(const std::string& what, const std::vector<TimeSpan>& spans,
-                                   std::size_t most) {
-    const std::size_t shown = std::min(spans.size(), most);
-    std::vector<std::string> lines;
-    for (std::size_t i = 0; i < shown; ++i) {
-        lines.push_back(what + " " + intervalText(spans[i]));
-    }
-    if (const std::size_t others = spans.size() - shown; others > 0) {
-        lines.push_back("and in " + std::to_string(others) +
-                        (others == 1 ? " more interval" : " more intervals"));
-    }
-    return lines;
-}
-
-// Of what is neither nothing nor all, however near it comes to that.
-std::string partText(double share) {
-    const double percent = 100 * share;
-    if (percent < 1) {
-        return "less than 1 %";
-    }
-    return percent > 99 ? "more than 99 %" : std::to_string(std::lround(percent)) + " %";
 }
 
 }  // namespace
@@ -127,23 +103,6 @@ std::string intervalText(const TimeSpan& span) {
         return "at " + span.start.text() + " s";
     }
     return "from " + span.start.text() + " s to " + span.end.text() + " s";
-}
-
-std::vector<std::string> failureLines(const AssessmentOutcome& outcome, std::size_t most) {
-    return spanLines("fails", outcome.failures, most);
-}
-
-std::vector<std::string> openLines(const AssessmentOutcome& outcome, std::size_t most) {
-    if (outcome.verdict == resultEnum_t::NO_RESULT || outcome.openSpans.empty()) {
-        return {};
-    }
-    const std::string share = "no result for " + partText(outcome.openShare()) + " of the range";
-    if (most == 0) {
-        return {share};
-    }
-    std::vector<std::string> lines = spanLines("no result", outcome.openSpans, most);
-    lines.front() = share + ": " + intervalText(outcome.openSpans.front());
-    return lines;
 }
 
 }  // namespace vorm::evaluation

@@ -45,11 +45,4 @@ std::string neverTriggeredText(const AssessmentOutcome& outcome);
 /// `from 3 s to 4.5 s`, or `at 3 s` for one instant.
 std::string intervalText(const TimeSpan& span);
 
-/// A line for each failing interval, at most that many, and one that counts the others.
-std::vector<std::string> failureLines(const AssessmentOutcome& outcome, std::size_t most);
-
-/// The same for the times without result, with the share of the range that they are; none where
-/// there is no result at all.
-std::vector<std::string> openLines(const AssessmentOutcome& outcome, std::size_t most);
-
 }  // namespace vorm::evaluation

@@ -32,10 +32,13 @@ ExactTime shortestDecimal(double ticks, double step, ExactTime tick) {
 }  // namespace
 
 Timeline Timeline::over(double first, double last) const {
-    // Room for windows and shifts on both sides, half as long as the recording at least.
+    // Room for windows and shifts on both sides: as long as the recording and half of it again, or,
+    // where that would take exactness from whole ticks, half as long.
     const double span = std::max(last - first, 1.0);
-    constexpr int leastExponent = 32;  // steps below a femtosecond serve nobody
-    const int exponent = std::max(leastExponent, std::ilogb(span) + 2);
+    constexpr int leastExponent = 34;
+    constexpr int roomyExponent = 48;
+    const int tight = std::ilogb(span) + 2;
+    const int exponent = std::max(leastExponent, tight < roomyExponent ? tight + 1 : tight);
     const double begin = std::ldexp(1.0, exponent);
     Timeline placed = *this;
     placed.step_ = std::ldexp(1.0, exponent - 52);
@@ -67,6 +70,12 @@ void Timeline::failForSpan(double step) const {
 
 ExactTime Timeline::timeAt(double counted) const {
     return zero_ + lengthOf(counted - bias_);
+}
+
+std::string Timeline::textOf(double counted) const {
+    const ExactTime time = timeAt(counted);
+    const double exact = at(time);
+    return (counted < exact ? "just before " : counted > exact ? "just after " : "") + time.text();
 }
 
 ExactTime Timeline::lengthOf(double ticks) const {

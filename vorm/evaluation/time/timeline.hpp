@@ -2,6 +2,8 @@
 
 #include <vorm/evaluation/time/time_unit.hpp>
 
+#include <string>
+
 namespace vorm::evaluation {
 
 /// How the times of a recording are counted in its traces: as a double number of ticks, nanoseconds
@@ -47,6 +49,9 @@ public:
     /// The shortest decimal that stands for the same double; of one that is just after a whole tick
     /// that tick.
     ExactTime timeAt(double counted) const;
+
+    /// The seconds of timeAt as a text; what lies just beside that time says so: `just after 3`.
+    std::string textOf(double counted) const;
 
     /// The shortest decimal for a number of ticks, in the same way.
     ExactTime lengthOf(double ticks) const;

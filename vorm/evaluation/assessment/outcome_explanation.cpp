@@ -1,0 +1,171 @@
+#include "outcome_explanation.hpp"
+
+#include <vorm/assessments/expression/tree_walk.hpp>
+#include <vorm/assessments/trace/time_step.hpp>
+#include <vorm/evaluation/causes/gaps.hpp>
+#include <vorm/evaluation/causes/sufficient_causes.hpp>
+
+#include <algorithm>
+
+namespace vorm::evaluation::detail {
+namespace {
+
+using assessments::Expression;
+using assessments::variable;
+using assessments::detail::infinity;
+using assessments::detail::nextTime;
+
+std::vector<std::string> signalsIn(const Expression& formula) {
+    std::vector<std::string> names;
+    assessments::detail::forEachNode(formula, [&](const Expression& tree) {
+        const auto* signal = boost::get<variable>(&tree);
+        if (signal != nullptr &&
+            std::find(names.begin(), names.end(), signal->name) == names.end()) {
+            names.push_back(signal->name);
+        }
+    });
+    return names;
+}
+
+class Explainer {
+public:
+    Explainer(const AssessedRecording& recording, const Formula& formula, const TimeRange& range,
+              const NodeResults& results)
+        : recording_(recording),
+          formula_(formula),
+          known_(*knownRange(recording.signalsOf(formula))),
+          range_({range.from, range.to}),
+          judged_(formula.tree, [&](const Expression& tree) { return results.of(tree).truth; }) {}
+
+    std::vector<FailureExplanation> failures() const {
+        std::vector<FailureExplanation> explanations;
+        for (const ClosedSpan& span : spansThatAre(certainlyFalse)) {
+            const SufficientCauses found = sufficientCauses(judged_, span);
+            explanations.push_back(
+                {found.extent, causesOf(found.conditions), found.others, found.areMore});
+        }
+        return explanations;
+    }
+
+    std::vector<std::vector<std::string>> openReasons() const {
+        std::vector<std::vector<std::string>> reasons;
+        for (const ClosedSpan& span : spansThatAre(isOpen)) {
+            reasons.push_back(reasonsFor(span));
+        }
+        return reasons;
+    }
+
+private:
+    const Timeline& timeline() const { return recording_.recording().timeline; }
+
+    std::vector<ClosedSpan> spansThatAre(std::int8_t value) const {
+        return range_.where(*judged_.nodes().back().truth, value).spans();
+    }
+
+    std::vector<Cause> causesOf(const ConditionTimes& conditions) const {
+        std::vector<Cause> causes;
+        for (const auto& [number, times] : conditions) {
+            const JudgedNode& condition = judged_.nodes()[number];
+            const std::string text = formulaText(*condition.formula, formula_.times);
+            const auto signals = signalsIn(*condition.formula);
+            for (const ClosedSpan& span : spansOf(*condition.truth, times)) {
+                const bool value = *condition.truth->valueAt(span.first) == certainlyTrue;
+                causes.push_back({text, signals, value, spanOf(span, *condition.truth),
+                                  whenText(span, *condition.truth)});
+            }
+        }
+        return causes;
+    }
+
+    // To where the truth changes, if it does so next.
+    static double endOf(const ClosedSpan& span, const Truth& truth) {
+        const double next = nextTime(span.last);
+        return *truth.valueAt(next) == *truth.valueAt(span.last) ? span.last : next;
+    }
+
+    TimeSpan spanOf(const ClosedSpan& span, const Truth& truth) const {
+        const ExactTime start = timeline().timeAt(span.first);
+        const bool isInstant = span.first == span.last;
+        return {start, isInstant ? start : timeline().timeAt(endOf(span, truth))};
+    }
+
+    std::string whenText(const ClosedSpan& span, const Truth& truth) const {
+        if (span.first == span.last) {
+            const std::string moment = timeline().textOf(span.first);
+            return (moment.starts_with("just") ? "" : "at ") + moment + " s";
+        }
+        const TimeSpan shown = spanOf(span, truth);
+        return "from " + shown.start.text() + " s to " + shown.end.text() + " s";
+    }
+
+    std::vector<std::string> reasonsFor(const ClosedSpan& span) const {
+        const auto piecesOf = [&](const variable& signal) -> const TracePieces& {
+            return *recording_.recording().find(signal.name)->pieces;
+        };
+        std::vector<std::string> reasons;
+        for (const Gap& gap : gapsBehind(judged_, TimeSet(span), piecesOf)) {
+            std::string reason = reasonOf(gap, span);
+            if (std::find(reasons.begin(), reasons.end(), reason) == reasons.end()) {
+                reasons.push_back(std::move(reason));
+            }
+        }
+        return reasons;
+    }
+
+    std::string reasonOf(const Gap& gap, const ClosedSpan& span) const {
+        const std::string from = timeline().timeAt(gap.from == -infinity ? 0 : gap.from).text();
+        const std::string to = timeline().timeAt(gap.to == infinity ? 0 : gap.to).text();
+        const std::string signal = "'" + gap.signal + "'";
+        if (gap.from == -infinity && gap.to == infinity) {
+            return signal + " has no samples";
+        }
+        if (gap.from > -infinity && gap.to < infinity) {
+            return signal + " has a hole from " + from + " s to " + to + " s";
+        }
+        if (gap.to == infinity) {
+            return gap.from < known_.to ? signal + " ends at " + from + " s"
+                   : span.first <= known_.to
+                       ? "the window reaches beyond the recording's end at " + from + " s"
+                       : "the recording ends at " + from + " s";
+        }
+        return gap.to > known_.from ? signal + " begins at " + to + " s"
+               : span.last >= known_.from
+                   ? "the window reaches back before the recording's begin at " + to + " s"
+                   : "the recording begins at " + to + " s";
+    }
+
+    const AssessedRecording& recording_;
+    const Formula& formula_;
+    const TimeRange known_;  // by any signal
+    const TimeSet range_;
+    const JudgedFormula judged_;
+};
+
+}  // namespace
+
+NodeResults::NodeResults(const Expression& root, const std::vector<const Expression*>& others,
+                         const AssessedRecording& recording) {
+    std::vector<EvaluationRequest> requests;
+    const auto request = [&](const Expression& tree) {
+        if (index_.emplace(&tree, requests.size()).second) {
+            requests.push_back({&tree, Meaning::Boolean});
+        }
+    };
+    assessments::detail::forEachNode(root, request);
+    for (const Expression* other : others) {
+        request(*other);
+    }
+    results_ = evaluate(requests, recording.lookup(), recording.evaluationOptions());
+}
+
+void explain(const AssessedRecording& recording, const Assessment& assessment,
+             const Formula& formula, const NodeResults& results, AssessmentOutcome& outcome) {
+    const auto range = recording.rangeOf(assessment, formula);
+    if (range && knownRange(recording.signalsOf(formula))) {
+        const Explainer explainer(recording, formula, *range, results);
+        outcome.explanations = explainer.failures();
+        outcome.openReasons = explainer.openReasons();
+    }
+}
+
+}  // namespace vorm::evaluation::detail
