@@ -1,0 +1,98 @@
+// Why assessments fail or have no result, in every report.
+
+#include "program_runner.hpp"
+
+#include <nlohmann/json.hpp>
+
+namespace assess_tests {
+namespace {
+
+class Explain : public ProgramTest {
+protected:
+    Explain() {
+        write("e.toml", R"toml([signals]
+late = { type = "double", max_gap = "1 s" }
+[[assessment]]
+name = "goes on"
+formula = "brake == 1 -> always[0, 3 s](lamp == 1)"
+[[assessment]]
+name = "calm"
+formula = "eventually[0, 2 s](always[0, 2 s](abs(speed) < 3))"
+to = 6
+[[assessment]]
+name = "known"
+formula = "late >= 0 & (brake == 0 | lamp == 1)"
+)toml");
+        write("e.csv",
+              "time,brake,lamp,speed,late\n0,0,0,0,\n1,0,0,9,\n1.5,0,0,0,\n3,1,1,7,1\n3.5,0,1,0,1\n"
+              "4,0,0,0,\n5,0,0,8,\n5.5,0,0,0,\n6,0,0,0,1\n7,0,0,0,1\n8,1,1,0,\n10,1,1,0,\n");
+    }
+};
+
+TEST_F(Explain, TableTellsCausesAndReasons) {
+    const ProgramResult result = assess("run e.toml e.csv --explain");
+    EXPECT_EQ(result.out, R"(e.csv
+  verdict  assessment  passed [s]  failed [s]  no result [s]  first failure [s]
+  FAIL     goes on            7.5         0.5              2                  3
+           fails from 3 s to 3.5 s
+             because lamp == 1 is false from 4 s to 6.5 s
+             (1 other set of conditions accounts for it as well)
+           no result for 20 % of the range: from 8 s to 10 s
+             since the window reaches beyond the recording's end at 10 s
+  FAIL     calm               2.5         3.5              0                  0
+           fails from 0 s to 3.5 s
+             because abs(speed) < 3 is false from 3 s to 3.5 s
+             and abs(speed) < 3 is false from 5 s to 5.5 s
+  PASS     known              1.5           0            8.5                  -
+           no result for 85 % of the range: from 0 s to 3 s
+             since 'late' begins at 3 s
+           no result from 3.5 s to 6 s
+             since 'late' has a hole from 3.5 s to 6 s
+           no result from 7 s to 10 s
+             since 'late' ends at 7 s
+
+1 passed, 2 failed
+)");
+    const std::string junit = assess("run e.toml e.csv --explain -f junit").out;
+    EXPECT_NE(junit.find("because lamp == 1 is false from 4 s to 6.5 s"), std::string::npos);
+    EXPECT_NE(junit.find("since 'late' begins at 3 s"), std::string::npos);
+}
+
+TEST_F(Explain, JsonHoldsExplanationsAsData) {
+    const auto assessmentsOf = [&](const std::string& arguments) {
+        return nlohmann::json::parse(assess(arguments).out)["recordings"][0]["assessments"];
+    };
+    const auto run = assessmentsOf("run e.toml e.csv --explain --format json");
+    const auto failure = run[1]["failures"][0];
+    EXPECT_EQ(failure["explanation"], nlohmann::json::parse(R"({"extent": "whole", "causes": [
+        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false, "start": 3, "end": 3.5},
+        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false, "start": 5, "end": 5.5}
+        ], "other_sets": 0, "has_more_sets": false})"));
+    EXPECT_EQ(run[0]["failures"][0]["explanation"]["other_sets"], 1);
+    EXPECT_EQ(run[2]["no_result_spans"][2]["reasons"], nlohmann::json({"'late' ends at 7 s"}));
+    EXPECT_EQ(assessmentsOf("show e.toml calm e.csv --format json")[0], run[1]);
+    EXPECT_FALSE(
+        assessmentsOf("run e.toml e.csv --format json")[1]["failures"][0].contains("explanation"));
+}
+
+TEST_F(Explain, ShowMarksWhatItLeavesOut) {
+    const std::string all = assess("show e.toml calm e.csv --values 50").out;
+    EXPECT_EQ(all.find("..."), std::string::npos) << all;
+    write("long.toml", R"([signals]
+x = { interpolation = "linear" }
+[[assessment]]
+name = "low"
+formula = "x < 3.25"
+)");
+    std::string content = "time,x\n";
+    for (int i = 0; i < 100; ++i) {
+        content += std::to_string(i) + "," + std::to_string(i % 5) + "\n";
+    }
+    write("long.csv", content);
+    const std::string thinned = assess("show long.toml low long.csv --margin 10 --values 4").out;
+    EXPECT_NE(thinned.find("0 at 0, 4 at 4, ..., 3.25 at 8.25, ..., 0 at 10"), std::string::npos)
+        << thinned;
+}
+
+}  // namespace
+}  // namespace assess_tests
