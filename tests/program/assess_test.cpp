@@ -130,10 +130,11 @@ TEST_F(Assess, TheShareWithoutResultIsToldWithItsIntervals) {
              Row{"formula = 'always[0, 3 s](x > 0)'", "",
                  "no result for 8 % of the range: from 37 s to 40 s\n", 0.075},
              Row{"formula = 'always[-3 s, 3 s](x > 0)'", "",
-                 "no result for 15 % of the range: from 0 s to 3 s\nno result from 37 s to 40 s\n",
+                 "no result for 15 % of the range, first from 0 s to 3 s\nno result from 37 s to "
+                 "40 s\n",
                  0.15},
              Row{"formula = 'always[-3 s, 3 s](x > 0)'", " --intervals 1",
-                 "no result for 15 % of the range: from 0 s to 3 s\nand in 1 more interval\n",
+                 "no result for 15 % of the range, first from 0 s to 3 s\nand in 1 more interval\n",
                  0.15},
              Row{"formula = 'always[-3 s, 3 s](x > 0)'", " --intervals 0",
                  "no result for 15 % of the range\n", 0.15},

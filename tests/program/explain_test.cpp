@@ -65,8 +65,10 @@ TEST_F(Explain, JsonHoldsExplanationsAsData) {
     const auto run = assessmentsOf("run e.toml e.csv --explain --format json");
     const auto failure = run[1]["failures"][0];
     EXPECT_EQ(failure["explanation"], nlohmann::json::parse(R"({"extent": "whole", "causes": [
-        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false, "start": 3, "end": 3.5},
-        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false, "start": 5, "end": 5.5}
+        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false,
+         "when": "from 3 s to 3.5 s", "start": 3, "end": 3.5},
+        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false,
+         "when": "from 5 s to 5.5 s", "start": 5, "end": 5.5}
         ], "other_sets": 0, "has_more_sets": false})"));
     EXPECT_EQ(run[0]["failures"][0]["explanation"]["other_sets"], 1);
     EXPECT_EQ(run[2]["no_result_spans"][2]["reasons"], nlohmann::json({"'late' ends at 7 s"}));
@@ -75,9 +77,38 @@ TEST_F(Explain, JsonHoldsExplanationsAsData) {
         assessmentsOf("run e.toml e.csv --format json")[1]["failures"][0].contains("explanation"));
 }
 
+// Windows three times as long as the recording move an instant there and back.
+TEST_F(Explain, LongWindowsKeepInstants) {
+    write("w.csv", "time,p,ok\n0,false,true\n5,true,true\n10,true,true\n");
+    write("w.toml", R"([[assessment]]
+name = "long"
+formula = "rise(p) -> always[0, 30 s](eventually[-30 s, -20 s](~ok))") ");
+        const ProgramResult result = assess("run w.toml w.csv");
+    EXPECT_NE(result.out.find("fails at 5 s"), std::string::npos) << result.out;
+}
+
+// A comparison with NaN is false throughout it, also that of a slope.
+TEST_F(Explain, SlopesAreNanBesideNan) {
+    write("n.csv", "time,x\n0,10\n1,20\n2,nan\n3,30\n4,31\n");
+    write("n.toml", R"([signals]
+x = { interpolation = "linear" }
+[[assessment]]
+name = "gentle"
+formula = "slope(x) <= 150"
+)");
+    const ProgramResult result = assess("run n.toml n.csv --explain");
+    EXPECT_NE(result.out.find("because slope(x) <= 150 is false from 1 s to 3 s"),
+              std::string::npos)
+        << result.out;
+    EXPECT_NE(result.out.find("no result for less than 1 % of the range, first at 1 s"),
+              std::string::npos);
+}
+
 TEST_F(Explain, ShowMarksWhatItLeavesOut) {
     const std::string all = assess("show e.toml calm e.csv --values 50").out;
     EXPECT_EQ(all.find("..."), std::string::npos) << all;
+    EXPECT_NE(assess("show e.toml known e.csv").out.find("1 at 3, no result from just after 3.5"),
+              std::string::npos);
     write("long.toml", R"([signals]
 x = { interpolation = "linear" }
 [[assessment]]

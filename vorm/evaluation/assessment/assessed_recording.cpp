@@ -17,6 +17,7 @@ Recording readFor(const AssessmentFile& file, const std::vector<const Assessment
     ReadingOptions reading;
     reading.wanted = namesToRead(file, assessments);
     reading.jobs = options.jobs;
+    reading.reach = reachOf(file, assessments);
     std::mutex mutex;  // files are read by several threads
     std::size_t bytes = 0;
     if (options.progress) {
@@ -98,6 +99,10 @@ void AssessedRecording::judge(const Assessment& assessment, const Formula& formu
         outcome.failed = lengthOf(outcome.failures);
         outcome.open = lengthOf(outcome.openSpans);
         outcome.passed = outcome.to - outcome.from - outcome.failed - outcome.open;
+    } else {
+        // A range that lies beside all samples has one end.
+        outcome.from = assessment.from.value_or(assessment.to.value_or(ExactTime()));
+        outcome.to = assessment.to.value_or(outcome.from);
     }
     if (outcome.verdict == assessments::resultEnum_t::NO_RESULT) {
         outcome.reason = reasonForNoResult(assessment, formula);

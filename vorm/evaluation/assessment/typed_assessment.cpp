@@ -1,5 +1,9 @@
 #include "typed_assessment.hpp"
 
+#include <vorm/evaluation/formula/syntax_tree.hpp>
+
+#include <algorithm>
+
 namespace vorm::evaluation {
 namespace {
 
@@ -9,6 +13,29 @@ std::map<std::string, ParsedFormula> definitionsOf(const AssessmentFile& file) {
         definitions.emplace(name, definition.formula);
     }
     return definitions;
+}
+
+constexpr ExactTime farthest = 1'000 * 86'400 * second;
+
+ExactTime lengthOf(const WrittenTime& written) {
+    const ExactTime time = written.time.value_or(farthest);
+    return std::min(std::max(time, -time), farthest);
+}
+
+ExactTime reachOf(const ParsedFormula& formula) {
+    std::vector<ExactTime> reaches;
+    for (const SyntaxNode& node : formula.nodes()) {
+        ExactTime below;
+        if (operandsOf(node.kind) > 0) {
+            below = reaches[node.left];
+        }
+        if (operandsOf(node.kind) > 1) {
+            below = std::max(below, reaches[node.right]);
+        }
+        const ExactTime own = std::max(lengthOf(node.a), lengthOf(node.b));
+        reaches.push_back(std::min(below + own, farthest));
+    }
+    return reaches.back();
 }
 
 void requireVerdicts(const Formula& formula, const std::string& text) {
@@ -56,6 +83,18 @@ std::set<std::string> namesToRead(const AssessmentFile& file,
         }
     }
     return names;
+}
+
+ExactTime reachOf(const AssessmentFile& file, const std::vector<const Assessment*>& assessments) {
+    ExactTime reach;
+    for (const Assessment* assessment : assessments) {
+        reach = std::max(reach, reachOf(assessment->requirement.formula));
+    }
+    // None of them is part of another one twice on any way.
+    for (const auto& [name, definition] : file.definitions) {
+        reach = std::min(reach + reachOf(definition.formula), farthest);
+    }
+    return reach;
 }
 
 FormulaNames namesWithoutData(const AssessmentFile& file) {

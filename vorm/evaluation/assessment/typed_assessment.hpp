@@ -13,6 +13,9 @@ namespace vorm::evaluation {
 std::set<std::string> namesToRead(const AssessmentFile& file,
                                   const std::vector<const Assessment*>& assessments);
 
+/// How far from a time the formulas of the assessments look at most; a thousand days if it is more.
+ExactTime reachOf(const AssessmentFile& file, const std::vector<const Assessment*>& assessments);
+
 /// What names mean in a file without data: declared signals have their declared type, any other
 /// name is a signal of unknown type.
 FormulaNames namesWithoutData(const AssessmentFile& file);

@@ -18,7 +18,7 @@ using assessments::detail::previousTime;
 
 using Ways = std::vector<Repair>;
 
-constexpr std::size_t mostWays = 64;
+constexpr std::size_t mostWays = 16;
 
 std::int8_t truthValue(bool value) {
     return value ? certainlyTrue : certainlyFalse;

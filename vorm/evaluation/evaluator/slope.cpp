@@ -23,7 +23,11 @@ TimedTrace_T<double> slopesOf(const TimedTrace_T<T>& line, double ticksPerSecond
                       ticksPerSecond / (next->time - point->time);
         result.append({point->time, slope});
     }
-    slopes.popBackAfter(detail::previousTime(line.lastKnownTime));
+    // The last sample of a line leads nowhere; NaN goes on.
+    const bool isNan = detail::isNan(line.points.back().value);
+    const double end = isNan ? line.lastKnownTime : detail::previousTime(line.lastKnownTime);
+    slopes.popBackAfter(end);
+    slopes.lastKnownTime = end;
     return slopes;
 }
 

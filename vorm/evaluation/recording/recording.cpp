@@ -28,7 +28,8 @@ Timeline countingFor(std::vector<Table>& tables, const std::vector<ExactTime>& o
     return Timeline(layout.time.resolution.length);
 }
 
-Timeline placed(const Timeline& counting, const std::vector<TableSignals>& tables) {
+Timeline placed(const Timeline& counting, const std::vector<TableSignals>& tables,
+                ExactTime reach) {
     CountedSpan whole{0, 0};
     for (const TableSignals& table : tables) {
         if (table.span) {
@@ -36,7 +37,7 @@ Timeline placed(const Timeline& counting, const std::vector<TableSignals>& table
                      std::max(whole.last, table.span->last)};
         }
     }
-    return counting.over(whole.first, whole.last);
+    return counting.over(whole.first, whole.last, counting.ticksIn(reach));
 }
 
 }  // namespace
@@ -83,7 +84,7 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
         return table.longColumns().has_value();
     });
     const bool isWhole = options.maximumRows == ReadingOptions().maximumRows || !hasLongForm;
-    const Timeline timeline = placed(counting, signals);
+    const Timeline timeline = placed(counting, signals, options.reach);
     return namedSignals(name, timeline, std::move(signals), std::move(leftOut), selection, layout,
                         isWhole);
 }

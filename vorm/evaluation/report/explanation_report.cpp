@@ -1,5 +1,6 @@
 #include "explanation_report.hpp"
 
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
@@ -22,15 +23,21 @@ struct Window {
     std::optional<double> failure;  // its first time
 };
 
-Window around(const TimeSpan& span, const Explanation& explanation, const ExplanationStyle& style) {
+// The failing interval with all its causes.
+Window around(std::size_t failure, const Explanation& explanation, const ExplanationStyle& style) {
     const Timeline& timeline = explanation.timeline;
-    const double start = timeline.at(span.start);
-    const double end = timeline.at(span.end);
     const AssessmentOutcome& outcome = explanation.outcome;
+    const TimeSpan& span = outcome.failures[failure];
+    TimeSpan shown = span;
+    for (const Cause& cause : outcome.explanations[failure].causes) {
+        shown = {std::min(shown.start, cause.span.start), std::max(shown.end, cause.span.end)};
+    }
+    const double length = timeline.ticksIn(span.length());
     const double range = timeline.ticksIn(outcome.to - outcome.from);
     const double margin = style.margin ? timeline.ticksIn(*style.margin)
-                                       : std::round(std::max((end - start) / 2, range / 100));
-    return {start - margin, end + margin, start};
+                                       : std::round(std::max(length / 2, range / 100));
+    return {timeline.at(shown.start) - margin, timeline.at(shown.end) + margin,
+            timeline.at(span.start)};
 }
 
 // Texts of the values of one sub-formula.
@@ -124,9 +131,15 @@ std::string courseText(const ExplainedFormula& formula, const Window& window, st
     }
     const ValueText text(formula.enumeration.get());
     std::vector<std::string> course;
-    for (const TimedTrace& piece : *formula.pieces) {
-        piece.visit(
+    const TracePieces& pieces = *formula.pieces;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        pieces[i].visit(
             [&](const auto& trace) { addCourse(trace, window, most, text, timeline, course); });
+        const double end = detail::nextTime(pieces[i].getLastKnownTime());
+        const bool goesOn = i + 1 < pieces.size() && pieces[i + 1].getStartTime() <= end;
+        if (window.from < end && end <= window.to && !goesOn) {
+            course.push_back("no result from " + timeline.textOf(end));
+        }
     }
     std::string joined;
     for (const std::string& value : course) {
@@ -170,7 +183,7 @@ private:
                  causeLines(explanation_.outcome.explanations[i], style_.mostValues)) {
                 out_ << "  " << line << "\n";
             }
-            writeCourses(around(failures[i], explanation_, style_));
+            writeCourses(around(i, explanation_, style_));
         }
         if (failures.empty() && explanation_.outcome.error.empty()) {
             const Timeline& timeline = explanation_.timeline;

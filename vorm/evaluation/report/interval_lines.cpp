@@ -120,7 +120,8 @@ std::vector<std::string> openLines(const AssessmentOutcome& outcome, std::size_t
     std::vector<std::string> lines =
         spanLines("no result", outcome.openSpans, most,
                   [&](std::size_t i) { return reasonLines(outcome, i); });
-    lines.front() = share + ": " + intervalText(outcome.openSpans.front());
+    lines.front() = share + (outcome.openSpans.size() == 1 ? ": " : ", first ") +
+                    intervalText(outcome.openSpans.front());
     return lines;
 }
 

@@ -42,6 +42,7 @@ Json explanationOf(const FailureExplanation& explanation) {
         causes.push_back({{"formula", cause.condition},
                           {"signals", cause.signals},
                           {"value", cause.value},
+                          {"when", cause.when},
                           {"start", cause.span.start.seconds()},
                           {"end", cause.span.end.seconds()}});
     }
@@ -83,7 +84,8 @@ std::string robustnessErrorOf(const AssessmentOutcome& outcome) {
 
 // JSON has no number for what is not finite.
 Json numberOrNull(std::optional<double> number) {
-    return number && std::isfinite(*number) ? Json(*number) : Json(nullptr);
+    // Adding zero turns a minus zero into zero.
+    return number && std::isfinite(*number) ? Json(*number + 0.0) : Json(nullptr);
 }
 
 Json assessmentOf(const AssessmentOutcome& outcome) {

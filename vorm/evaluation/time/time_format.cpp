@@ -12,7 +12,7 @@
 namespace vorm::evaluation {
 namespace {
 
-constexpr std::string_view readable = "aAbBCdDeFhHIjklmMnpRStTyYz%";
+constexpr std::string_view readable = "aAbBCdDeFhHIklmMnpRStTyYz%";
 
 // Calls visit(position of the `%`, conversion) for each conversion.
 template <class Visit>
@@ -30,13 +30,18 @@ bool isSeconds(char conversion) {
 // would take for one of the next month.
 std::optional<ExactTime> timeOf(tm fields) {
     const int day = fields.tm_mday;
-    const bool isLeapSecond = fields.tm_sec == 60;
-    const long offset = fields.tm_gmtoff;
-    const auto seconds = static_cast<WideInteger>(::timegm(&fields));
-    if (fields.tm_mday != day && !isLeapSecond) {
+    if (fields.tm_sec > 60) {
         return std::nullopt;
     }
-    return (seconds - offset) * second;
+    // A leap second may belong to the next day.
+    const WideInteger leapSecond = fields.tm_sec == 60 ? 1 : 0;
+    fields.tm_sec -= static_cast<int>(leapSecond);
+    const long offset = fields.tm_gmtoff;
+    const auto seconds = static_cast<WideInteger>(::timegm(&fields));
+    if (fields.tm_mday != day) {
+        return std::nullopt;
+    }
+    return (seconds + leapSecond - offset) * second;
 }
 
 // Takes `.25` or `,25` from the front of a text, which it may change. Nothing for a point without

@@ -31,14 +31,15 @@ ExactTime shortestDecimal(double ticks, double step, ExactTime tick) {
 
 }  // namespace
 
-Timeline Timeline::over(double first, double last) const {
+Timeline Timeline::over(double first, double last, double reach) const {
     // Room for windows and shifts on both sides: as long as the recording and half of it again, or,
     // where that would take exactness from whole ticks, half as long.
     const double span = std::max(last - first, 1.0);
     constexpr int leastExponent = 34;
     constexpr int roomyExponent = 48;
     const int tight = std::ilogb(span) + 2;
-    const int exponent = std::max(leastExponent, tight < roomyExponent ? tight + 1 : tight);
+    const int roomy = std::max({leastExponent, tight + 1, std::ilogb(span + 2 * reach) + 1});
+    const int exponent = std::max(tight, std::min(roomy, roomyExponent));
     const double begin = std::ldexp(1.0, exponent);
     Timeline placed = *this;
     placed.step_ = std::ldexp(1.0, exponent - 52);
@@ -61,11 +62,14 @@ double Timeline::counted(ExactTime time) const {
 }
 
 void Timeline::failForSpan(double step) const {
+    const auto coarser = std::find_if(timeUnits.begin(), timeUnits.end(),
+                                      [&](const TimeUnit& unit) { return unit.length > tick_; });
     failAt({},
            "the recording is too long for its times: doubles tell times apart by " +
                timeWithUnit(lengthOf(step)) + " over its length, and some of its times are finer",
            "count in a coarser unit, in which finer digits are rounded: [recording] resolution = "
-           "\"us\"; or assess it in parts");
+           "\"" +
+               std::string(coarser->name) + "\"; or assess it in parts");
 }
 
 ExactTime Timeline::timeAt(double counted) const {

@@ -20,8 +20,9 @@ public:
     explicit Timeline(ExactTime tick = nanosecond, ExactTime zero = {})
         : tick_(tick), zero_(zero) {}
 
-    /// The same count with the bias for times between two of it.
-    Timeline over(double first, double last) const;
+    /// The same count with the bias for times between two of it, and for those that lie no further
+    /// than `reach` before and after them as far as that leaves a tick sixteen steps.
+    Timeline over(double first, double last, double reach = 0) const;
 
     /// The double that stands for a time; rounded to the nearest one where it is finer than these.
     double at(ExactTime time) const { return ticksIn(time - zero_) + bias_; }
