@@ -224,6 +224,69 @@ TEST_F(EvaluatorTest, BooleansAreCertainAlsoBesideLines) {
     }
 }
 
+// Nanoseconds from the begin of a recording, where its times lie in one binade.
+double tick(int ticks) {
+    return 0x1p34 + ticks * 70'000.0;
+}
+
+// Where a line has a whole number, a sum has one, also where it ends: in front of a hole.
+TEST_F(EvaluatorTest, SumsReadLinesExactly) {
+    for (int length = 2; length <= 12; ++length) {
+        for (int i = 1; i < length; ++i) {
+            for (int rise = 1; rise <= 12; ++rise) {
+                signals_.clear();
+                const auto trace = [](INTERPOLATION_METHOD method,
+                                      const std::map<int, double>& samples) {
+                    TimedTrace_T<double> result(method, -infinity);
+                    for (const auto& [time, value] : samples) {
+                        result.push_back({tick(time), value});
+                    }
+                    return result;
+                };
+                const Expression line = add("line", trace(linear, {{0, 2}, {length, 2.0 + rise}}));
+                const Expression limits = add("limits", trace(held, {{0, 3}, {i, 0}}),
+                                              trace(held, {{i + 1, 1}, {i + 2, 2}}));
+                const TracePieces sums = pieces(factory_.Plus(limits, line));
+                ASSERT_FALSE(sums.empty());
+                if (rise * i % length == 0) {
+                    EXPECT_EQ(sums[0].get<double>().valueAt(tick(i)), 2 + rise * i / length)
+                        << rise << " in " << length << ", at " << i;
+                }
+            }
+        }
+    }
+}
+
+// Two lines meet within the seconds given, and mostly between their samples. Their gap, its
+// magnitude and a comparison of the two see that at one time.
+TEST_F(EvaluatorTest, MagnitudesAreZeroWhereLinesMeet) {
+    const Expression zero = factory_.Constant(0.0);
+    for (int length = 1; length <= 12; ++length) {
+        for (int from = 1; from <= 4; ++from) {
+            for (int to = 1; to <= 4; ++to) {
+                signals_.clear();
+                const auto line = [&](int first, int last) {
+                    TimedTrace_T<double> result(linear, -infinity);
+                    result.push_back({tick(0), static_cast<double>(first)});
+                    result.push_back({tick(length), static_cast<double>(last)});
+                    return result;
+                };
+                const Expression falling = add("falling", line(from, 0));
+                const Expression rising = add("rising", line(0, to));
+                const Expression gap = factory_.Minus(falling, rising);
+                const Expression closed = factory_.Eq(factory_.Abs(gap), zero);
+                const double meeting = tick(0) + (tick(length) - tick(0)) * from / (from + to);
+                EXPECT_TRUE(same(only(closed).get<bool>(),
+                                 truth({{tick(0), false}, {meeting, true}, {after(meeting), false}},
+                                       tick(length))))
+                    << length << ": " << from << ", " << to;
+                const Expression meets = factory_.Eq(falling, rising);
+                EXPECT_TRUE(same(only(meets).get<bool>(), only(closed).get<bool>()));
+            }
+        }
+    }
+}
+
 using Spans = std::vector<std::pair<double, double>>;
 
 Spans spansOf(const TracePieces& pieces) {

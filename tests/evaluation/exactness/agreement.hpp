@@ -62,7 +62,10 @@ inline bool isDelicate(const RandomRequirement& requirement, const World& exact,
         return false;
     }
     World world = exact;
-    for (world.inaccuracy = 1; world.inaccuracy <= 6; ++world.inaccuracy) {
+    constexpr std::uint64_t worlds = 14;
+    for (std::uint64_t i = 1; i < worlds; ++i) {
+        world.inaccuracy = i / 2;
+        world.isStepwise = i % 2 == 1;
         const Judgement judgement = judged(requirement, world);
         if (judgement.verdict != expected.verdict ||
             !agree(judgement.failures, expected.failures, isNear) ||

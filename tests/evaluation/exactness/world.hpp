@@ -18,6 +18,8 @@ struct World {
     const World* recorded = nullptr;
     /// Moves the meetings of lines that are between ticks; 0 does not.
     std::uint64_t inaccuracy = 0;
+    /// Whether until counts time in steps.
+    bool isStepwise = false;
     /// Set by an evaluation in which an inaccuracy could change something.
     mutable bool isDelicate = false;
 
@@ -97,7 +99,7 @@ inline TruthCourse observedUntil(const World& world, const TruthCourse& p, const
     const TruthCourse stepwise = until(p, a, b, q, Handover::UpToTheTime);
     world.isDelicate = world.isDelicate || exact.events != stepwise.events ||
                        exact.at != stepwise.at || exact.between != stepwise.between;
-    return world.inaccuracy % 2 == 0 ? exact : stepwise;
+    return world.isStepwise ? stepwise : exact;
 }
 
 }  // namespace vorm::evaluation::test

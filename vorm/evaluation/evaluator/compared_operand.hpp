@@ -1,6 +1,7 @@
 #pragma once
 
-// For comparisons: one operand on a span of time throughout which it is known.
+// For comparisons and the arithmetic of lines: one operand on a span of time throughout which it is
+// known.
 
 #include <vorm/assessments/operators/operand_cursor.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>

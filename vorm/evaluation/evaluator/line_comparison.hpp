@@ -8,6 +8,7 @@
 
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/evaluator/compared_operand.hpp>
+#include <vorm/evaluation/evaluator/line_crossing.hpp>
 #include <vorm/evaluation/evaluator/relation.hpp>
 #include <vorm/evaluation/evaluator/truth_writer.hpp>
 
@@ -89,19 +90,6 @@ private:
         bool isStep() const { return !(assessments::detail::nextTime(from) < to); }
     };
 
-    // How far from a time a crossing can lie and still be at it: half a step of time. Sums and
-    // magnitudes of lines bend at rounded times, and what crosses them is off by as much or some
-    // more; whole numbers, at which samples and the bounds of windows lie, draw it from further.
-    double reachOf(double time) const {
-        constexpr double mostReach = 0.125;
-        const double step = assessments::detail::nextTime(time) - time;
-        if (!isComputed_) {
-            return step / 2;
-        }
-        const bool isWhole = time == std::nearbyint(time);
-        return isWhole && 4 * step <= mostReach ? 4 * step : step;
-    }
-
     // How much the difference can be and still be zero at `time`. Of computed operands each one is
     // uncertain, however equal their slopes are.
     Real closeness(const Stretch& stretch, double time) const {
@@ -111,7 +99,7 @@ private:
         const Real rise = isComputed_ ? std::fabs(stretch.leftEnd - stretch.leftStart) +
                                             std::fabs(stretch.rightEnd - stretch.rightStart)
                                       : std::fabs(stretch.rise());
-        const Real change = rise * reachOf(time) / stretch.length();
+        const Real change = rise * reachOf(time, isComputed_) / stretch.length();
         return std::isfinite(change) ? change : 0;
     }
 
@@ -223,7 +211,7 @@ private:
     bool endsJustBefore(const Stretch& stretch) const {
         const double whole = std::ceil(stretch.to);
         return isComputed_ && !stretch.isStep() && stretch.to < whole &&
-               whole - stretch.to <= reachOf(whole);
+               whole - stretch.to <= reachOf(whole, isComputed_);
     }
 
     Order write(double time, Order order) {
@@ -250,17 +238,9 @@ private:
         return end;
     }
 
-    // The nearest time inside.
     double crossing(const Stretch& stretch) const {
-        const Real difference = stretch.leftStart - stretch.rightStart;
-        const Real passed = -difference * stretch.length() / stretch.rise();
-        const double earliest = assessments::detail::nextTime(stretch.from);
-        const double latest = assessments::detail::previousTime(stretch.to);
-        // A rise beyond all numbers passes through everything at once.
-        const double time = static_cast<double>(stretch.from + passed);
-        const double whole = std::nearbyint(time);
-        const double drawn = std::fabs(time - whole) <= reachOf(whole) ? whole : time;
-        return drawn > earliest ? std::min(drawn, latest) : earliest;
+        return crossingTime(stretch.from, stretch.to, stretch.leftStart - stretch.rightStart,
+                            stretch.rise(), isComputed_);
     }
 
     const bool isComputed_;

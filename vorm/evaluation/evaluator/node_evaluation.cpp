@@ -5,6 +5,7 @@
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/evaluation/evaluator/comparison.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
+#include <vorm/evaluation/evaluator/line_arithmetic.hpp>
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
 #include <vorm/evaluation/evaluator/pieces.hpp>
 #include <vorm/evaluation/evaluator/robustness.hpp>
@@ -65,15 +66,13 @@ bool isComputed(const Expression& formula) {
 
 // Whether a factor is decided here and not by Scale, for which whatever is left of a signal that is
 // cut to one sample would do.
-SharedPieces scaled(const TracePieces& left, const TracePieces& right) {
+void requireFactor(const TracePieces& left, const TracePieces& right) {
     const auto isFactor = [](const TracePieces& pieces) {
         return pieces.empty() || (pieces.size() == 1 && pieces.front().isConstantScalar());
     };
     if (!isFactor(left) && !isFactor(right)) {
         throw AssessmentInternalException("Only multiplication by constant is supported.");
     }
-    return onPairs(left, right,
-                   [](const TimedTrace& l, const TimedTrace& r) { return l.Scale(r); });
 }
 
 // The trace looked at that much ahead, known also before it begins.
@@ -100,7 +99,7 @@ public:
             case VORM_OP::UnaryMinus:
                 return onOperand([](const TimedTrace& x) { return x.UnaryMinus(); });
             case VORM_OP::Abs:
-                return onOperand([](const TimedTrace& x) { return x.Abs(); });
+                return magnitude(*pieces(0), isComputed(node.child));
             case VORM_OP::Slope:
                 return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
             case VORM_OP::Not:
@@ -162,14 +161,15 @@ public:
     Value operator()(const binary_op& node) const {
         switch (node.op) {
             case VORM_OP::Plus:
-                return onAlignedOperands(
-                    [](const TimedTrace& l, const TimedTrace& r) { return l.Plus(r); });
-            case VORM_OP::Minus:
-                return onAlignedOperands(
-                    [](const TimedTrace& l, const TimedTrace& r) { return l.Minus(r); });
+            case VORM_OP::Minus: {
+                requireSameType(operands_[0], operands_[1]);
+                const auto [left, right] = alignedPieces();
+                return arithmetic(node.op, *left, *right);
+            }
             case VORM_OP::Multiply:
                 requireSameType(operands_[0], operands_[1]);
-                return scaled(*pieces(0), *pieces(1));
+                requireFactor(*pieces(0), *pieces(1));
+                return arithmetic(node.op, *pieces(0), *pieces(1));
             case VORM_OP::And:
                 return logic([](const auto& l, const auto& r) { return l.And(r); });
             case VORM_OP::Or:

@@ -1,0 +1,168 @@
+#include "line_arithmetic.hpp"
+
+#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/trace/time_step.hpp>
+#include <vorm/assessments/trace/trace_builder.hpp>
+#include <vorm/evaluation/evaluator/changed_trace.hpp>
+#include <vorm/evaluation/evaluator/compared_operand.hpp>
+#include <vorm/evaluation/evaluator/line_crossing.hpp>
+#include <vorm/evaluation/evaluator/step_line.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+namespace vorm::evaluation {
+
+using namespace assessments;
+
+namespace {
+
+bool isLine(const TimedTrace& trace) {
+    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR;
+}
+
+// By the core, which refuses what has no numbers.
+TimedTrace onTraces(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
+    switch (op) {
+        case VORM_OP::Plus:
+            return left.Plus(right);
+        case VORM_OP::Minus:
+            return left.Minus(right);
+        default:
+            return left.Scale(right);
+    }
+}
+
+template <class T>
+T onValues(VORM_OP op, const T& left, const T& right) {
+    switch (op) {
+        case VORM_OP::Plus:
+            return detail::sum(left, right);
+        case VORM_OP::Minus:
+            return detail::difference(left, right);
+        default:
+            return detail::product(left, right);
+    }
+}
+
+// Two operands on a span throughout which both are known.
+template <class T>
+TimedTrace_T<T> onLines(VORM_OP op, const TimedTrace_T<T>& left, const TimedTrace_T<T>& right,
+                        const PieceSpan& span) {
+    ComparedOperand<T> l(left, span.start, span.end, false);
+    ComparedOperand<T> r(right, span.start, span.end, false);
+    l.cursor().advanceTo(span.start);
+    r.cursor().advanceTo(span.start);
+    TimedTrace_T<T> result(INTERPOLATION_METHOD::LINEAR, -detail::infinity);
+    detail::TraceBuilder<T> builder(result);
+    const auto visit = [&](double time, const TimedPoint<T>* ofLeft, const TimedPoint<T>* ofRight)
+        __attribute__((always_inline)) {
+        const T leftValue = detail::fromDouble(l.valueAt(ofLeft, time), ofLeft->value);
+        const T rightValue = detail::fromDouble(r.valueAt(ofRight, time), ofRight->value);
+        builder.append({time, onValues(op, leftValue, rightValue)});
+    };
+    detail::walk(l.cursor(), r.cursor(), visit);
+    const TimedPoint<T>& lastLeft = l.cursor().inForce();
+    const TimedPoint<T>& lastRight = r.cursor().inForce();
+    const bool slopes = lastLeft.derivative != 0 || lastRight.derivative != 0;
+    if (slopes && result.lastKnownTime < span.end && std::isfinite(span.end)) {
+        visit(span.end, &lastLeft, &lastRight);
+    }
+    result.lastKnownTime = span.end;
+    return result;
+}
+
+// A line as it is, with all that it leads to; what is held only in the span.
+ChangedTrace steppingIn(const PieceSpan& span, const TimedTrace& piece) {
+    if (isLine(piece)) {
+        return std::nullopt;
+    }
+    ChangedTrace part = cutTo(span, piece);
+    ChangedTrace line = steppingLine(changedOr(part, piece));
+    return line ? std::move(line) : std::move(part);
+}
+
+TimedTrace onMixed(VORM_OP op, const TimedTrace& left, const TimedTrace& right,
+                   const PieceSpan& span) {
+    const ChangedTrace leftLine = steppingIn(span, left);
+    const ChangedTrace rightLine = steppingIn(span, right);
+    const TimedTrace& l = changedOr(leftLine, left);
+    const TimedTrace& r = changedOr(rightLine, right);
+    return l.visit([&]<class T>(const TimedTrace_T<T>& typed) -> TimedTrace {
+        if constexpr (IsFloatingPoint<T>::value) {
+            return onLines(op, typed, r.get<T>(), span);
+        }
+        throw AssessmentInternalException("Only floating-point numbers are lines.");
+    });
+}
+
+template <class T>
+bool passesZero(const TimedPoint<T>& from, const TimedPoint<T>& to) {
+    const double start = detail::toDouble(from.value);
+    const double end = detail::toDouble(to.value);
+    const bool hasInside = detail::nextTime(from.time) < to.time;
+    return hasInside && ((start < 0 && 0 < end) || (end < 0 && 0 < start));
+}
+
+template <class T>
+TimedPoint<T> zeroBetween(const TimedPoint<T>& from, const TimedPoint<T>& to, bool isComputed) {
+    const long double start = detail::toDouble(from.value);
+    const long double rise = detail::toDouble(to.value) - start;
+    return {crossingTime(from.time, to.time, start, rise, isComputed),
+            detail::fromDouble(0, to.value)};
+}
+
+// A line with a sample wherever it passes through zero, so that its magnitude bends there.
+template <class T>
+TimedTrace_T<T> withZeros(const TimedTrace_T<T>& line, bool isComputed) {
+    TimedTrace_T<T> result(line.interpolation, line.lastKnownTime);
+    const auto append = [&](const TimedPoint<T>& point) {
+        if (!result.points.empty()) {
+            result.points.back().setDerivative(point);
+        }
+        result.points.push_back(point);
+    };
+    const TimedPoint<T>* last = nullptr;
+    for (const TimedPoint<T>& point : line.points) {
+        if (last != nullptr && passesZero(*last, point)) {
+            append(zeroBetween(*last, point, isComputed));
+        }
+        append(point);
+        last = &point;
+    }
+    return result;
+}
+
+}  // namespace
+
+SharedPieces arithmetic(VORM_OP op, const TracePieces& left, const TracePieces& right) {
+    if (std::none_of(left.begin(), left.end(), isLine) &&
+        std::none_of(right.begin(), right.end(), isLine)) {
+        return onPairs(left, right, [&](const TimedTrace& l, const TimedTrace& r) {
+            return onTraces(op, l, r);
+        });
+    }
+    auto results = std::make_shared<TracePieces>();
+    for (PiecePairs pairs(left, right); !pairs.done(); pairs.advance()) {
+        appendPiece(*results, onMixed(op, pairs.left(), pairs.right(), pairs.span()));
+    }
+    return results;
+}
+
+SharedPieces magnitude(const TracePieces& quantity, bool isComputed) {
+    return onPieces(quantity, [&](const TimedTrace& piece) {
+        return piece.visit([&]<class T>(const TimedTrace_T<T>& typed) -> TimedTrace {
+            if constexpr (IsFloatingPoint<T>::value) {
+                if (isLine(piece)) {
+                    return withZeros(typed, isComputed).Abs();
+                }
+            }
+            return typed.Abs();
+        });
+    });
+}
+
+}  // namespace vorm::evaluation
