@@ -44,7 +44,7 @@ TEST_F(Explain, TableTellsCausesAndReasons) {
              because abs(speed) < 3 is false from 3 s to 3.5 s
              and abs(speed) < 3 is false from 5 s to 5.5 s
   PASS     known              1.5           0            8.5                  -
-           no result for 85 % of the range: from 0 s to 3 s
+           no result for 85 % of the range, first from 0 s to 3 s
              since 'late' begins at 3 s
            no result from 3.5 s to 6 s
              since 'late' has a hole from 3.5 s to 6 s
@@ -80,22 +80,19 @@ TEST_F(Explain, JsonHoldsExplanationsAsData) {
 // Windows three times as long as the recording move an instant there and back.
 TEST_F(Explain, LongWindowsKeepInstants) {
     write("w.csv", "time,p,ok\n0,false,true\n5,true,true\n10,true,true\n");
-    write("w.toml", R"([[assessment]]
-name = "long"
-formula = "rise(p) -> always[0, 30 s](eventually[-30 s, -20 s](~ok))") ");
-        const ProgramResult result = assess("run w.toml w.csv");
+    write("w.toml",
+          "[[assessment]]\nname = 'long'\n"
+          "formula = 'rise(p) -> always[0, 30 s](eventually[-30 s, -20 s](~ok))'\n");
+    const ProgramResult result = assess("run w.toml w.csv");
     EXPECT_NE(result.out.find("fails at 5 s"), std::string::npos) << result.out;
 }
 
 // A comparison with NaN is false throughout it, also that of a slope.
 TEST_F(Explain, SlopesAreNanBesideNan) {
     write("n.csv", "time,x\n0,10\n1,20\n2,nan\n3,30\n4,31\n");
-    write("n.toml", R"([signals]
-x = { interpolation = "linear" }
-[[assessment]]
-name = "gentle"
-formula = "slope(x) <= 150"
-)");
+    write("n.toml",
+          "[signals]\nx = { interpolation = 'linear' }\n[[assessment]]\n"
+          "name = 'gentle'\nformula = 'slope(x) <= 150'\n");
     const ProgramResult result = assess("run n.toml n.csv --explain");
     EXPECT_NE(result.out.find("because slope(x) <= 150 is false from 1 s to 3 s"),
               std::string::npos)
