@@ -103,6 +103,19 @@ private:
         return std::isfinite(change) ? change : 0;
     }
 
+    // The same of one operand where the other one steps: the line goes on.
+    Real ownCloseness(const ComparedOperand<T>& operand, const auto& course, double time) const {
+        if (!isComputed_ || !operand.isLine() || course.to == nullptr ||
+            !(assessments::detail::nextTime(course.from->time) < course.to->time)) {
+            return 0;
+        }
+        const Real rise = Real(assessments::detail::toDouble(course.to->value)) -
+                          assessments::detail::toDouble(course.from->value);
+        const Real change = std::fabs(rise) * reachOf(time, isComputed_) /
+                            (Real(course.to->time) - course.from->time);
+        return std::isfinite(change) ? change : 0;
+    }
+
     // Whether the order stays what it was, beyond doubt.
     [[gnu::always_inline]] bool goesOn(const Event& last, const Event& now) const {
         const double leftEnd = left_.isLine() ? now.left : last.left;
@@ -185,7 +198,10 @@ private:
             std::fabs(stretch.leftStart - stretch.rightStart) <= closeness(stretch, last.time);
         const Order start = isEqual ? write(last.time, Order::Equal) : last.order;
         const bool isOver = !now.isRecorded && endsJustBefore(stretch);
-        if (!now.isRecorded) {
+        if (!now.isRecorded && stretch.isStep()) {
+            tolerance = std::max(tolerance, ownCloseness(left_, leftCourse, now.time) +
+                                                ownCloseness(right_, rightCourse, now.time));
+        } else if (!now.isRecorded) {
             tolerance = std::max(tolerance, isOver ? 2 * closeness(stretch, std::ceil(now.time))
                                                    : closeness(stretch, now.time));
         }
