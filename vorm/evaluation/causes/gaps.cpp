@@ -58,8 +58,11 @@ UntilSeen seenByUntil(const TimeSet& times, const Truth& condition, const Truth&
     for (const ClosedSpan& span : times.spans()) {
         const TimeSet from(span);
         const TimeSet broken = TimeSet({span.last, span.last + b}).where(condition, certainlyFalse);
-        const ClosedSpan intact{-infinity,
-                                broken.isEmpty() ? infinity : broken.spans().front().first};
+        double breaks = infinity;
+        if (!broken.isEmpty()) {
+            breaks = broken.spans().front().first;
+        }
+        const ClosedSpan intact{-infinity, breaks};
         const UntilWaits found(from, from.plus(a, b).where(goal, certainlyTrue), a, b);
         TimeSet toGoal = found.missed.plus(a, b);
         for (const UntilWaits::Wait& wait : found.waits) {
