@@ -287,6 +287,25 @@ TEST_F(EvaluatorTest, MagnitudesAreZeroWhereLinesMeet) {
     }
 }
 
+// A magnitude that bends at a rounded time is off by as much before it, also where an instant is
+// all that is known of the other operand.
+TEST_F(EvaluatorTest, MagnitudesEqualWhatIsKnownAtAnInstant) {
+    for (int length = 2; length <= 12; ++length) {
+        for (int i = 1; 11 * i < 8 * length; ++i) {
+            signals_.clear();
+            TimedTrace_T<double> falling(linear, -infinity);
+            falling.push_back({tick(0), 8});
+            falling.push_back({tick(length), -3});
+            TimedTrace_T<double> instant(held, -infinity);
+            instant.push_back({tick(i), 0});
+            const Expression line = add("line", falling);
+            const Expression zero = add("zero", instant);
+            const Expression equal = factory_.Leq(factory_.Abs(line), factory_.Plus(line, zero));
+            EXPECT_EQ(only(equal).get<bool>().valueAt(tick(i)), true) << i << " of " << length;
+        }
+    }
+}
+
 using Spans = std::vector<std::pair<double, double>>;
 
 Spans spansOf(const TracePieces& pieces) {

@@ -116,6 +116,14 @@ private:
         return std::isfinite(change) ? change : 0;
     }
 
+    // The same where nothing lies before; a sample is what it is.
+    Real closenessOnLine(const ComparedOperand<T>& operand, const Point* inForce,
+                         double time) const {
+        return inForce->time == time
+                   ? 0
+                   : ownCloseness(operand, operand.courseUpTo(inForce, time), time);
+    }
+
     // Whether the order stays what it was, beyond doubt.
     [[gnu::always_inline]] bool goesOn(const Event& last, const Event& now) const {
         const double leftEnd = left_.isLine() ? now.left : last.left;
@@ -181,6 +189,10 @@ private:
     [[gnu::noinline]] Orders settle(Event last, Event now, const Point* left, const Point* right) {
         Real tolerance = now.isRecorded ? 0 : lastPlaces(now.left, now.right);
         if (std::isnan(last.time)) {
+            if (!now.isRecorded) {
+                tolerance = std::max(tolerance, closenessOnLine(left_, left, now.time) +
+                                                    closenessOnLine(right_, right, now.time));
+            }
             const Order first = write(now.time, orderWithin(tolerance, now.left, now.right));
             return {first, first};
         }
