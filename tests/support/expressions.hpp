@@ -247,4 +247,35 @@ Expression tower(std::size_t levels, Wrap wrap) {
     return tree;
 }
 
+inline constexpr std::size_t logicKindsWithoutWindows = 5;
+inline constexpr std::size_t logicKinds = 10;
+
+/// One kind of logic over operands that `deeper` gives, with windows between the numbers.
+template <class Deeper>
+Expression logicOf(std::size_t kind, double a, double b, const Deeper& deeper) {
+    const ExpressionFactory factory;
+    switch (kind) {
+        case 0:
+            return factory.Not(deeper());
+        case 1:
+            return factory.And(deeper(), deeper());
+        case 2:
+            return factory.Or(deeper(), deeper());
+        case 3:
+            return factory.Implies(deeper(), deeper());
+        case 4:
+            return factory.Shift(anyOf<double>({a, -a}), deeper());
+        case 5:
+            return factory.Globally(a, b, deeper());
+        case 6:
+            return factory.Eventually(-b, a, deeper());
+        case 7:
+            return factory.Globally(-b, -a, deeper());
+        case 8:
+            return factory.Until(deeper(), a, b, deeper());
+        default:
+            return factory.Eventually(a, b, deeper());
+    }
+}
+
 }  // namespace vorm::test

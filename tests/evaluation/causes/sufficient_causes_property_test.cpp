@@ -93,30 +93,8 @@ public:
         const auto deeper = [&] { return truth(levels - 1); };
         const double a = 0.25 * static_cast<double>(anyIndex(5));
         const double b = a + 0.25 * static_cast<double>(anyIndex(9));
-        switch (anyIndex(11)) {
-            case 0:
-                return factory_.Not(deeper());
-            case 1:
-                return factory_.And(deeper(), deeper());
-            case 2:
-                return factory_.Or(deeper(), deeper());
-            case 3:
-                return factory_.Implies(deeper(), deeper());
-            case 4:
-                return factory_.Shift(anyOf<double>({a, -a}), deeper());
-            case 5:
-                return factory_.Globally(a, b, deeper());
-            case 6:
-                return factory_.Eventually(-b, a, deeper());
-            case 7:
-                return factory_.Globally(-b, -a, deeper());
-            case 8:
-                return factory_.Until(deeper(), a, b, deeper());
-            case 9:
-                return factory_.Eventually(a, b, deeper());
-            default:
-                return edge(deeper());
-        }
+        const std::size_t kind = anyIndex(logicKinds + 1);
+        return kind == logicKinds ? edge(deeper()) : logicOf(kind, a, b, deeper);
     }
 
 private:

@@ -101,30 +101,9 @@ public:
         const auto deeper = [&] { return truth(levels - 1); };
         const double a = 0.25 * static_cast<double>(anyIndex(4));
         const double b = a + 0.25 * static_cast<double>(anyIndex(6));
-        switch (anyIndex(with_.windows ? 11 : 5)) {
-            case 0:
-                return factory_.Not(deeper());
-            case 1:
-                return factory_.And(deeper(), deeper());
-            case 2:
-                return factory_.Or(deeper(), deeper());
-            case 3:
-                return factory_.Implies(deeper(), deeper());
-            case 4:
-                return factory_.Shift(anyOf<double>({a, -a}), deeper());
-            case 5:
-                return factory_.Globally(a, b, deeper());
-            case 6:
-                return factory_.Eventually(-b, a, deeper());
-            case 7:
-                return factory_.Globally(-b, -a, deeper());
-            case 8:
-                return factory_.Until(deeper(), a, b, deeper());
-            case 9:
-                return factory_.Eventually(a, b, deeper());
-            default:
-                return truth(0);
-        }
+        const std::size_t kind =
+            anyIndex(with_.windows ? logicKinds + 1 : logicKindsWithoutWindows);
+        return kind == logicKinds ? truth(0) : logicOf(kind, a, b, deeper);
     }
 
 private:
