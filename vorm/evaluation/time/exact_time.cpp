@@ -26,11 +26,12 @@ constexpr std::array<WideNatural, powerCount> powersOfTen() {
 
 constexpr auto tenTo = powersOfTen();
 
-// The greatest numbers that stay within the range times each power.
+// The greatest numbers that stay within the range times each power. The range is an eighth of what
+// a WideInteger holds.
 constexpr std::array<WideNatural, powerCount> greatestNumbers() {
     std::array<WideNatural, powerCount> greatest{};
     for (std::size_t i = 0; i < greatest.size(); ++i) {
-        greatest[i] = (~WideNatural{0} >> 1U) / tenTo[i];
+        greatest[i] = (~WideNatural{0} >> 4U) / tenTo[i];
     }
     return greatest;
 }
@@ -191,6 +192,28 @@ double exactQuotient(WideInteger dividend, WideInteger divisor) {
     return isNegative ? -nearest : nearest;
 }
 
+// The number with a point before the last digits, without zeros at the end of the fraction.
+std::string plainDigits(WideInteger number, int digitsBehindPoint) {
+    const bool isNegative = number < 0;
+    auto rest = static_cast<WideNatural>(number);
+    rest = isNegative ? -rest : rest;
+    std::string reversed;
+    for (int digit = 0; rest != 0 || digit <= digitsBehindPoint; ++digit) {
+        if (digit == digitsBehindPoint && !reversed.empty()) {
+            reversed += '.';
+        }
+        const auto last = static_cast<char>(rest % 10);
+        rest /= 10;
+        if (last != 0 || digit >= digitsBehindPoint || !reversed.empty()) {
+            reversed += static_cast<char>('0' + last);
+        }
+    }
+    if (isNegative) {
+        reversed += '-';
+    }
+    return {reversed.rbegin(), reversed.rend()};
+}
+
 }  // namespace
 
 std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& unit) {
@@ -223,25 +246,13 @@ double ExactTime::seconds() const {
 }
 
 std::string ExactTime::text() const {
-    const bool isNegative = attoseconds_ < 0;
-    auto rest = static_cast<WideNatural>(attoseconds_);
-    rest = isNegative ? -rest : rest;
-    std::string reversed;
-    for (int digit = 0; rest != 0 || digit <= secondDigits; ++digit) {
-        if (digit == secondDigits && !reversed.empty()) {
-            reversed += '.';
-        }
-        const auto last = static_cast<char>(rest % 10);
-        rest /= 10;
-        // Zeros at the end of a fraction say nothing.
-        if (last != 0 || digit >= secondDigits || !reversed.empty()) {
-            reversed += static_cast<char>('0' + last);
-        }
-    }
-    if (isNegative) {
-        reversed += '-';
-    }
-    return {reversed.rbegin(), reversed.rend()};
+    return plainDigits(attoseconds_, secondDigits);
+}
+
+std::optional<std::string> ExactTime::textIn(const Unit& unit) const {
+    return attoseconds_ % unit.factor_ == 0
+               ? std::optional(plainDigits(attoseconds_ / unit.factor_, unit.zeros_))
+               : std::nullopt;
 }
 
 }  // namespace vorm::evaluation

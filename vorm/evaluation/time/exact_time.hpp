@@ -10,8 +10,9 @@ namespace vorm::evaluation {
 __extension__ typedef __int128 WideInteger;
 
 /// A time or a length of time: a whole number of attoseconds, 1e-18 s, and so every decimal of
-/// seconds with up to 18 digits behind the point exactly. It reaches to 1e20 s on both sides of 0.
-/// Sums and differences are exact; they overflow like integers.
+/// seconds with up to 18 digits behind the point exactly. What is read reaches to 2e19 s on both
+/// sides of 0. Sums and differences are exact; those of up to eight times that are read do not
+/// overflow.
 class ExactTime {
 public:
     constexpr ExactTime() = default;
@@ -51,6 +52,9 @@ public:
 
     /// The number of seconds in full, as plain digits: `0.4`, `-3`, `1700000000.3`.
     std::string text() const;
+
+    /// The number of units in full, as plain digits; nothing where no decimal is it exactly.
+    std::optional<std::string> textIn(const Unit& unit) const;
 
     friend constexpr ExactTime operator+(ExactTime a, ExactTime b) {
         return ExactTime(a.attoseconds_ + b.attoseconds_);

@@ -3,24 +3,7 @@
 #include <vorm/evaluation/text/shortest_number.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
-#include <optional>
-
 namespace vorm::evaluation {
-namespace {
-
-// The number of those units in a length of time; nothing where no decimal is it exactly.
-std::optional<std::string> decimalIn(const TimeUnit& unit, ExactTime length) {
-    if (unit.length <= second) {
-        const WideInteger unitsPerSecond = second.attoseconds() / unit.length.attoseconds();
-        return (unitsPerSecond * length).text();
-    }
-    const WideInteger seconds = unit.length.attoseconds() / second.attoseconds();
-    const WideInteger quotient = length.attoseconds() / seconds;
-    return quotient * seconds == length.attoseconds() ? std::optional(ExactTime(quotient).text())
-                                                      : std::nullopt;
-}
-
-}  // namespace
 
 std::string timeWithUnit(ExactTime length) {
     if (length == ExactTime()) {
@@ -33,7 +16,7 @@ std::string timeWithUnit(ExactTime length) {
     std::string shortest;
     std::string_view itsUnit;
     for (const TimeUnit& unit : timeUnits) {
-        const auto number = decimalIn(unit, length);
+        const auto number = length.textIn(unit.length);
         if (number && (shortest.empty() || cost(*number) <= cost(shortest))) {
             shortest = *number;
             itsUnit = unit.name;
