@@ -2,11 +2,10 @@
 
 #include <vorm/assessments/errors/array_class_id_name.hpp>
 #include <vorm/assessments/errors/assessment_exception_visitor.hpp>
+#include <vorm/assessments/value_families.hpp>
 
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
-
-#include <type_traits>
 
 namespace vorm::assessments {
 namespace {
@@ -16,22 +15,24 @@ struct TypeNameVisitor : boost::static_visitor<std::string> {
 
     template <class T>
     std::string operator()(AssessmentTypeException::typeTAG<T>) const {
-        // The host numbers its numeric classes in the order of the value types.
-        constexpr std::int32_t firstNumericId = 6;
-        return ArrayClassIdName(firstNumericId + std::int32_t{valueTypeIndex<T>});
-    }
-    std::string operator()(AssessmentTypeException::typeTAG<bool>) const {
-        constexpr std::int32_t logicalId = 3;
-        return ArrayClassIdName(logicalId);
-    }
-    std::string operator()(AssessmentTypeException::typeTAG<HalfFloat>) const {
-        return ArrayClassIdName(halfClassId);
-    }
-    std::string operator()(AssessmentTypeException::typeTAG<ValueType<FixedPoint>>) const {
-        return platform::FixedPointClassName();
-    }
-    std::string operator()(AssessmentTypeException::typeTAG<ValueType<resultEnum_t>>) const {
-        return "resultType_t";
+        if constexpr (support::isReal<T> || support::isInteger<T>) {
+            // The host numbers its numeric classes in the order of the value types.
+            constexpr std::int32_t firstNumericId = 6;
+            static_assert(valueTypeIndex<T> <= valueTypeIndex<std::uint64_t>,
+                          "A value type that the host does not number.");
+            return ArrayClassIdName(firstNumericId + std::int32_t{valueTypeIndex<T>});
+        } else if constexpr (support::isBool<T>) {
+            constexpr std::int32_t logicalId = 3;
+            return ArrayClassIdName(logicalId);
+        } else if constexpr (support::isHalf<T>) {
+            return ArrayClassIdName(halfClassId);
+        } else if constexpr (support::isFixedPoint<T>) {
+            return platform::FixedPointClassName();
+        } else if constexpr (support::isVerdict<T>) {
+            return "resultType_t";
+        } else {
+            static_assert(support::isForgotten<T>, "A value type without a name in messages.");
+        }
     }
 };
 

@@ -1,6 +1,7 @@
 #include "expression_factory.hpp"
 
 #include <vorm/assessments/expression/number_text.hpp>
+#include <vorm/assessments/value_families.hpp>
 
 #include <boost/uuid/random_generator.hpp>
 
@@ -21,16 +22,18 @@ const char* nameOf(resultEnum_t verdict) {
 
 template <class T>
 std::string literalText(const T& value) {
-    if constexpr (std::is_same_v<T, bool>) {
-        return value ? "true" : "false";
-    } else if constexpr (std::is_same_v<T, Verdict>) {
-        return nameOf(value.get());
-    } else if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
-        return value.get().text();
-    } else if constexpr (IsFloatingPoint<T>::value) {
-        return detail::numberText(detail::toDouble(value));
-    } else {
+    if constexpr (support::isReal<T> || support::isHalf<T>) {
+        return detail::numberText(static_cast<double>(value));
+    } else if constexpr (support::isInteger<T>) {
         return std::to_string(value);
+    } else if constexpr (support::isBool<T>) {
+        return value ? "true" : "false";
+    } else if constexpr (support::isFixedPoint<T>) {
+        return value.get().text();
+    } else if constexpr (support::isVerdict<T>) {
+        return nameOf(value.get());
+    } else {
+        static_assert(support::isForgotten<T>, "A value type without a text.");
     }
 }
 

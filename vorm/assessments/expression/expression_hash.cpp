@@ -2,7 +2,7 @@
 
 #include <vorm/assessments/expression/alias_text.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
-#include <vorm/assessments/trace/value_traits.hpp>
+#include <vorm/assessments/value_families.hpp>
 
 #include <boost/functional/hash.hpp>
 
@@ -33,18 +33,19 @@ std::size_t hashOf(std::string_view text) {
 struct ValueHash : boost::static_visitor<std::size_t> {
     template <class T>
     std::size_t operator()(const T& value) const {
-        if constexpr (std::is_same_v<T, Verdict>) {
-            return static_cast<std::size_t>(value.get());
-        } else if constexpr (IsFloatingPoint<T>::value) {
-            return hashOf(detail::toDouble(value));
-        } else {
+        if constexpr (support::isReal<T> || support::isHalf<T>) {
+            return hashOf(static_cast<double>(value));
+        } else if constexpr (support::isInteger<T> || support::isBool<T>) {
             return boost::hash<T>()(value);
+        } else if constexpr (support::isFixedPoint<T>) {
+            std::size_t hash = hashOf(value.get().toDouble());
+            boost::hash_combine(hash, hashOf(value.get().descriptor().text()));
+            return hash;
+        } else if constexpr (support::isVerdict<T>) {
+            return static_cast<std::size_t>(value.get());
+        } else {
+            static_assert(support::isForgotten<T>, "A value type without a hash.");
         }
-    }
-    std::size_t operator()(const ValueType<FixedPoint>& value) const {
-        std::size_t hash = hashOf(value.get().toDouble());
-        boost::hash_combine(hash, hashOf(value.get().descriptor().text()));
-        return hash;
     }
 };
 

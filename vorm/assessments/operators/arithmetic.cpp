@@ -12,24 +12,31 @@ namespace vorm::assessments {
 namespace {
 
 template <class T>
-constexpr bool isBool = std::is_same_v<T, bool>;
-
-template <class T>
 void requireArithmetic(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
-    if constexpr (isBool<T>) {
+    if constexpr (support::isBool<T>) {
         constexpr AssessmentTypeException::typeTAG<bool> tag;
         throw AssessmentBinaryTypeException(tag, tag);
     }
     a.throwExceptionIfEnum(b, false);
 }
 
+template <class T>
+TimedTrace_T<T> negated(TimedTrace_T<T> trace) {
+    for (TimedPoint<T>& point : trace.points) {
+        point.value = detail::negative(point.value);
+        point.derivative = -point.derivative;
+    }
+    return trace;
+}
+
 // A fixed-point value can saturate, and the line to it then has another slope than was meant.
-void alignSlopes(TimedTrace_T<ValueType<FixedPoint>>& trace) {
+TimedTrace_T<ValueType<FixedPoint>> withAlignedSlopes(TimedTrace_T<ValueType<FixedPoint>> trace) {
     for (std::size_t i = 0; i + 1 < trace.points.size(); ++i) {
         if (trace.interpolation == INTERPOLATION_METHOD::LINEAR) {
             trace.points[i].setDerivative(trace.points[i + 1]);
         }
     }
+    return trace;
 }
 
 }  // namespace
@@ -68,9 +75,9 @@ TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T& other) const {
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
-    if constexpr (std::is_same_v<T, Verdict>) {
+    if constexpr (support::isVerdict<T>) {
         throw AssessmentTypeException(errorType());
-    } else if constexpr (isBool<T>) {
+    } else if constexpr (support::isBool<T>) {
         throwExceptionIfEnum();
         return *this;
     } else {
@@ -83,23 +90,19 @@ TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::UMinus() const {
-    if constexpr (isBool<T>) {
+    if constexpr (support::isBool<T>) {
         throw AssessmentTypeException(AssessmentTypeException::typeTAG<bool>());
     } else if constexpr (std::is_unsigned_v<T>) {
         UMinus(std::true_type());
+    } else if constexpr (support::isReal<T> || support::isInteger<T>) {
+        throwExceptionIfEnum();
+        return negated(*this);
+    } else if constexpr (support::isHalf<T> || support::isVerdict<T>) {
+        return negated(*this);
+    } else if constexpr (support::isFixedPoint<T>) {
+        return withAlignedSlopes(negated(*this));
     } else {
-        if constexpr (std::is_arithmetic_v<T>) {
-            throwExceptionIfEnum();
-        }
-        TimedTrace_T negated(*this);
-        for (Point& point : negated.points) {
-            point.value = detail::negative(point.value);
-            point.derivative = -point.derivative;
-        }
-        if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
-            alignSlopes(negated);
-        }
-        return negated;
+        static_assert(support::isForgotten<T>, "A value type without a negation.");
     }
 }
 

@@ -4,7 +4,6 @@
 #include <vorm/assessments/operators/comparison.hpp>
 
 #include <algorithm>
-#include <type_traits>
 
 namespace vorm::assessments {
 namespace {
@@ -40,14 +39,16 @@ std::vector<std::vector<double>> failingIntervals(const TimedTrace_T<bool>& trac
 // What `list` finds in the bool trace that tells where `trace` does not fail.
 template <class T, class List>
 List listFailures(const TimedTrace_T<T>& trace, List (*list)(const TimedTrace_T<bool>&)) {
-    if constexpr (!std::is_arithmetic_v<T>) {
-        throw AssessmentTypeException(trace.errorType());
-    } else if constexpr (std::is_same_v<T, bool>) {
+    if constexpr (support::isBool<T>) {
         return list(trace);
-    } else {
+    } else if constexpr (support::isReal<T> || support::isInteger<T>) {
         const TimedTrace_T<T> zero(T{});
         trace.throwExceptionIfEnum(zero, true);
         return list(trace.template combine<bool>(zero, ValueGreater()));
+    } else if constexpr (support::isHalf<T> || support::isFixedPoint<T> || support::isVerdict<T>) {
+        throw AssessmentTypeException(trace.errorType());
+    } else {
+        static_assert(support::isForgotten<T>, "A value type that can fail or not.");
     }
 }
 

@@ -3,8 +3,6 @@
 #include <vorm/assessments/operators/combine.hpp>
 #include <vorm/assessments/operators/value_arithmetic.hpp>
 
-#include <type_traits>
-
 namespace vorm::assessments {
 namespace {
 
@@ -30,7 +28,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Or(const TimedTrace_T& other) const {
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::If([[maybe_unused]] const TimedTrace_T& other) const {
-    if constexpr (std::is_same_v<T, Verdict>) {
+    if constexpr (support::isVerdict<T>) {
         throwExceptionIfEnum(other, false);
         const Verdict noResult(resultEnum_t::NO_RESULT);
         return combine<T>(other, [&](const Verdict& condition, const Verdict& guarded) {

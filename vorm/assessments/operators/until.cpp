@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <type_traits>
 #include <vector>
 
 namespace vorm::assessments {
@@ -144,7 +143,7 @@ TimedTrace_T<T> untilSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>&
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::UntimedUntil([[maybe_unused]] const TimedTrace_T& other) const {
-    if constexpr (std::is_same_v<T, bool>) {
+    if constexpr (support::isBool<T>) {
         throwExceptionIfEnum(other, false);
         return haveCommonTime(*this, other) ? untilNextSamples(*this, other) : emptyTrace<bool>();
     } else {
@@ -181,8 +180,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Until(const TimedTrace_T& other, const double& 
         return emptyTrace<T>();
     }
     const TimedTrace_T reached = other.Eventually(a, b);
-    TimedTrace_T holds =
-        std::is_same_v<T, bool> ? UntimedUntil(other) : Until(other, detail::infinity);
+    TimedTrace_T holds = support::isBool<T> ? UntimedUntil(other) : Until(other, detail::infinity);
     if (a == 0) {
         // All that a window without a width does.
         holds.popBackAfter(holds.lastKnownTime);

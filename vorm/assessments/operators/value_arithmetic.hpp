@@ -7,32 +7,44 @@
 
 #include <cmath>
 #include <cstdint>
-#include <type_traits>
 
 namespace vorm::assessments::detail {
 
+// Of bool too, although no operator adds truths: the operators refuse bool when they run.
+template <class T>
+inline constexpr bool wraps = support::isInteger<T> || support::isBool<T>;
+
+// Verdicts too, whose operators throw.
+template <class T>
+inline constexpr bool isComputedAsIs =
+    support::isReal<T> || support::isHalf<T> || support::isFixedPoint<T> || support::isVerdict<T>;
+
 template <class T>
 T sum(const T& a, const T& b) {
-    if constexpr (std::is_integral_v<T>) {
+    if constexpr (wraps<T>) {
         return static_cast<T>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
-    } else {
+    } else if constexpr (isComputedAsIs<T>) {
         return a + b;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type without a sum.");
     }
 }
 
 template <class T>
 T difference(const T& a, const T& b) {
-    if constexpr (std::is_integral_v<T>) {
+    if constexpr (wraps<T>) {
         return static_cast<T>(static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b));
-    } else {
+    } else if constexpr (isComputedAsIs<T>) {
         return a - b;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type without a difference.");
     }
 }
 
 template <class T>
 T differenceFromZeroUp(const T& a, const T& b) {
     const T exact = difference(a, b);
-    if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
+    if constexpr (support::isFixedPoint<T>) {
         return a < b ? fromDouble(0, a) : exact;
     } else {
         return a < b ? ZERO<T>() : exact;
@@ -41,32 +53,38 @@ T differenceFromZeroUp(const T& a, const T& b) {
 
 template <class T>
 T product(const T& a, const T& b) {
-    if constexpr (std::is_integral_v<T>) {
+    if constexpr (wraps<T>) {
         return static_cast<T>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
-    } else {
+    } else if constexpr (isComputedAsIs<T>) {
         return a * b;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type without a product.");
     }
 }
 
 template <class T>
 T negative(const T& a) {
-    if constexpr (std::is_integral_v<T>) {
+    if constexpr (wraps<T>) {
         return difference(T{0}, a);
-    } else {
+    } else if constexpr (isComputedAsIs<T>) {
         return -a;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type without a negative.");
     }
 }
 
 template <class T>
 T absolute(const T& a) {
-    if constexpr (std::is_floating_point_v<T>) {
+    if constexpr (support::isReal<T>) {
         return std::fabs(a);
-    } else if constexpr (std::is_same_v<T, HalfFloat>) {
+    } else if constexpr (support::isHalf<T>) {
         return abs(a);
-    } else if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
+    } else if constexpr (support::isFixedPoint<T>) {
         return T(abs(a.get()));
-    } else {
+    } else if constexpr (support::isInteger<T>) {
         return a < T{0} ? negative(a) : a;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type without an absolute value.");
     }
 }
 

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <type_traits>
 
 namespace vorm::assessments {
 
@@ -97,7 +96,7 @@ TimedTrace_T<T> slidingExtremum(const TimedTrace_T<T>& trace, double width,
         detail::slideHeld<T>(trace.points.begin(), detail::samplesUpTo(trace, known), width,
                              lastStart, keepFirst, result);
     result.lastKnownTime = lastStart;
-    if constexpr (std::is_same_v<T, bool>) {
+    if constexpr (support::isBool<T>) {
         if (configLastWindow::minimize) {
             result.lastKnownTime =
                 std::max(lastStart, decidedUntil(lastExtremum, known, keepFirst));

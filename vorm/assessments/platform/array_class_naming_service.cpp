@@ -13,9 +13,9 @@ public:
     const char* className(std::int32_t classId) const override {
         constexpr std::int32_t logicalId = 3;
         constexpr std::int32_t firstNumericId = 6;
-        constexpr std::array<const char*, 10> numericNames{"double", "single", "int8",  "uint8",
-                                                           "int16",  "uint16", "int32", "uint32",
-                                                           "int64",  "uint64"};
+        constexpr auto numericNames =
+            std::to_array({"double", "single", "int8", "uint8", "int16", "uint16", "int32",
+                           "uint32", "int64", "uint64"});
         if (classId == logicalId) {
             return "logical";
         }

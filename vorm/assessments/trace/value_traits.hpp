@@ -1,25 +1,38 @@
 #pragma once
 
 #include <vorm/assessments/trace/value_type.hpp>
+#include <vorm/assessments/value_families.hpp>
 
 #include <cmath>
 #include <type_traits>
 
 namespace vorm::assessments {
 
+namespace detail {
+
+template <class T>
+constexpr bool mayBeLinear() {
+    if constexpr (support::isReal<T> || support::isHalf<T> || support::isFixedPoint<T>) {
+        return true;
+    } else if constexpr (support::isInteger<T> || support::isBool<T> || support::isVerdict<T>) {
+        return false;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type that may be linear or not.");
+    }
+}
+
+}  // namespace detail
+
 /// Whether a trace of T may be linear. Values between samples are then computed in double and
 /// converted back. The integers, bool and verdicts are only ever held.
 template <class T>
-struct IsFloatingPoint : std::is_floating_point<T> {};
-template <>
-struct IsFloatingPoint<HalfFloat> : std::true_type {};
-template <>
-struct IsFloatingPoint<ValueType<FixedPoint>> : std::true_type {};
+struct IsFloatingPoint : std::bool_constant<detail::mayBeLinear<T>()> {};
 
 /// The zero of a value type. Verdicts have none: throws std::runtime_error with the text
 /// "Unsupported operator 'ZERO' for type resultType_t".
 template <class T>
 T ZERO() {
+    static_assert(support::isNumber<T>, "A value type without a zero.");
     return T();
 }
 template <>
@@ -36,10 +49,12 @@ VORM_ASSESSMENTS_EXPORT ValueType<FixedPoint> fixedPointFromDouble(
 /// The value of an interpolating type as a double.
 template <class T>
 double toDouble(const T& value) {
-    if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
+    if constexpr (support::isFixedPoint<T>) {
         return fixedPointToDouble(value);
-    } else {
+    } else if constexpr (support::isNumber<T>) {
         return static_cast<double>(value);
+    } else {
+        static_assert(support::isForgotten<T>, "A value type that does not become a double.");
     }
 }
 
@@ -47,21 +62,26 @@ double toDouble(const T& value) {
 /// `like`.
 template <class T>
 T fromDouble(double number, [[maybe_unused]] const T& like) {
-    if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
+    if constexpr (support::isFixedPoint<T>) {
         return fixedPointFromDouble(number, like);
-    } else {
+    } else if constexpr (support::isReal<T> || support::isHalf<T>) {
         return static_cast<T>(number);
+    } else {
+        static_assert(support::isForgotten<T>, "A value type that no double becomes.");
     }
 }
 
 template <class T>
 bool isNan([[maybe_unused]] const T& value) {
-    if constexpr (std::is_floating_point_v<T>) {
+    if constexpr (support::isReal<T>) {
         return std::isnan(value);
-    } else if constexpr (std::is_same_v<T, HalfFloat>) {
+    } else if constexpr (support::isHalf<T>) {
         return isnan(value);
-    } else {
+    } else if constexpr (support::isInteger<T> || support::isBool<T> || support::isFixedPoint<T> ||
+                         support::isVerdict<T>) {
         return false;
+    } else {
+        static_assert(support::isForgotten<T>, "A value type that has a NaN or none.");
     }
 }
 

@@ -5,7 +5,6 @@
 #include <vorm/assessments/trace/trace_builder.hpp>
 
 #include <algorithm>
-#include <type_traits>
 
 namespace vorm::assessments {
 namespace {
@@ -53,7 +52,7 @@ void padToRange(TimedTrace_T<Verdict>& verdicts, double startTime, double endTim
 template <class T>
 TimedTrace_T<Verdict> TimedTrace_T<T>::convertToResult(
     [[maybe_unused]] const double& startTime, [[maybe_unused]] const double& endTime) const {
-    if constexpr (std::is_same_v<T, bool>) {
+    if constexpr (support::isBool<T>) {
         TimedTrace_T<Verdict> verdicts = verdictsOf(extractWindow(startTime, endTime, 0));
         padToRange(verdicts, startTime, endTime);
         return verdicts;
@@ -64,7 +63,7 @@ TimedTrace_T<Verdict> TimedTrace_T<T>::convertToResult(
 
 template <class T>
 TimedTrace_T<Verdict> TimedTrace_T<T>::convertToResult() const {
-    if constexpr (std::is_same_v<T, bool>) {
+    if constexpr (support::isBool<T>) {
         return verdictsOf(*this);
     } else {
         throw AssessmentTypeException(errorType());
