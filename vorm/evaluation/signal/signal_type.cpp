@@ -1,9 +1,18 @@
 #include "signal_type.hpp"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace vorm::evaluation {
+namespace {
+
+constexpr auto names =
+    std::to_array({"double", "float", "int8", "uint8", "int16", "uint16", "int32", "uint32",
+                   "int64", "uint64", "bool", "half", "fixed", "verdict"});
+static_assert(names.size() == boost::mp11::mp_size<assessments::ValueTypes>::value);
+
+}  // namespace
 
 std::optional<std::int32_t> Enumeration::valueOf(std::string_view member) const {
     const auto found = std::find(members.begin(), members.end(), member);
@@ -25,10 +34,8 @@ bool operator==(const SignalType& a, const SignalType& b) {
 }
 
 const std::vector<std::string>& valueTypeNames() {
-    static const std::vector<std::string> names{"double", "float", "int8",   "uint8",  "int16",
-                                                "uint16", "int32", "uint32", "int64",  "uint64",
-                                                "bool",   "half",  "fixed",  "verdict"};
-    return names;
+    static const std::vector<std::string> texts(names.begin(), names.end());
+    return texts;
 }
 
 std::optional<std::size_t> valueTypeOf(std::string_view name) {
@@ -38,7 +45,6 @@ std::optional<std::size_t> valueTypeOf(std::string_view name) {
     if (name == "logical") {
         return assessments::valueTypeIndex<bool>;
     }
-    const auto& names = valueTypeNames();
     const auto found = std::find(names.begin(), names.end(), name);
     if (found == names.end()) {
         return std::nullopt;
