@@ -196,7 +196,9 @@ TYPED_TEST(EveryType, TakesNoOtherTypeForGranted) {
                 };
                 for (const auto& binary :
                      {&TimedTrace::Plus, &TimedTrace::Minus, &TimedTrace::Scale, &TimedTrace::And,
-                      &TimedTrace::Or, &TimedTrace::If}) {
+                      &TimedTrace::Or, &TimedTrace::If, &TimedTrace::Greater,
+                      &TimedTrace::GreaterEqual, &TimedTrace::Less, &TimedTrace::LessEqual,
+                      &TimedTrace::Equal, &TimedTrace::NotEqual}) {
                     check([&] { return (a.*binary)(b); });
                 }
                 check([&] { return a.Until(nan, -1, b); });

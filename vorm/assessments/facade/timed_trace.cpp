@@ -1,6 +1,8 @@
 #include "timed_trace.hpp"
 
 #include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/operators/relation.hpp>
+#include <vorm/assessments/value_families.hpp>
 
 #include <type_traits>
 
@@ -47,6 +49,21 @@ TimedTrace TimedTrace::EpsilonShift(double direction) const {
 
 TimedTrace TimedTrace::Slope() const {
     return visit([](const auto& trace) -> TimedTrace { return trace.Slope(); });
+}
+
+TimedTrace TimedTrace::Not() const {
+    return visit([]<class T>(const TimedTrace_T<T>& trace) -> TimedTrace {
+        if constexpr (support::isBool<T>) {
+            trace.throwExceptionIfEnum();
+            TimedTrace_T<bool> opposite(trace);
+            for (TimedPoint<bool>& point : opposite.points) {
+                point.value = !point.value;
+            }
+            return opposite;
+        } else {
+            throw AssessmentTypeException(trace.errorType());
+        }
+    });
 }
 
 TimedTrace TimedTrace::Globally(double a, double b) const {
@@ -128,6 +145,35 @@ TimedTrace TimedTrace::If(const TimedTrace& other) const {
 TimedTrace TimedTrace::Until(double a, double b, const TimedTrace& other) const {
     return applyToPair(other,
                        [&](const auto& phi, const auto& psi) { return phi.Until(psi, a, b); });
+}
+
+TimedTrace TimedTrace::compare(const TimedTrace& other, const detail::Relation& relation) const {
+    return applyToPair(
+        other, [&](const auto& a, const auto& b) { return detail::compare(a, b, relation); });
+}
+
+TimedTrace TimedTrace::Greater(const TimedTrace& other) const {
+    return compare(other, {.less = false, .equal = false, .greater = true});
+}
+
+TimedTrace TimedTrace::GreaterEqual(const TimedTrace& other) const {
+    return compare(other, {.less = false, .equal = true, .greater = true});
+}
+
+TimedTrace TimedTrace::Less(const TimedTrace& other) const {
+    return compare(other, {.less = true, .equal = false, .greater = false});
+}
+
+TimedTrace TimedTrace::LessEqual(const TimedTrace& other) const {
+    return compare(other, {.less = true, .equal = true, .greater = false});
+}
+
+TimedTrace TimedTrace::Equal(const TimedTrace& other) const {
+    return compare(other, {.less = false, .equal = true, .greater = false});
+}
+
+TimedTrace TimedTrace::NotEqual(const TimedTrace& other) const {
+    return compare(other, {.less = true, .equal = false, .greater = true, .unordered = true});
 }
 
 }  // namespace vorm::assessments

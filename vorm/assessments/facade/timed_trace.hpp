@@ -15,13 +15,17 @@
 
 namespace vorm::assessments {
 
+namespace detail {
+struct Relation;
+}
+
 /// A trace of any one of the value types.
 ///
-/// Every operation forwards to the member of the typed trace that it is named after (see
-/// TimedTrace_T for its meaning, ends and cost), returns a new trace and leaves its operands as
-/// they are. There is no promotion: the operands of a binary operation have the same value type, a
-/// constant's too, or AssessmentBinaryTypeException names both types, the left one first. All
-/// other failures of the typed members pass through unchanged.
+/// Every operation but the comparisons and Not forwards to the member of the typed trace that it is
+/// named after (see TimedTrace_T for its meaning, ends and cost). All return a new trace and leave
+/// their operands as they are. There is no promotion: the operands of a binary operation have the
+/// same value type, a constant's too, or AssessmentBinaryTypeException names both types, the left
+/// one first. All other failures of the typed members pass through unchanged.
 class VORM_ASSESSMENTS_EXPORT TimedTrace {
 public:
     /// A copy of the typed trace.
@@ -64,6 +68,9 @@ public:
     TimedTrace EpsilonShift(double direction) const;
     /// Always a trace of double.
     TimedTrace Slope() const;
+    /// The opposite of a bool trace, with its samples and its last known time. Throws
+    /// AssessmentTypeException for an enumerated trace and unless the values are bool.
+    TimedTrace Not() const;
     TimedTrace Globally(double a, double b) const;
     TimedTrace Eventually(double a, double b) const;
     TimedTrace extractWindow(double startTime, double endTime, double decimationInterval) const;
@@ -86,12 +93,27 @@ public:
     TimedTrace If(const TimedTrace& other) const;
     TimedTrace Until(double a, double b, const TimedTrace& other) const;
 
+    // Comparisons at every time, as TimedTrace_T::combine gives them: a bool trace that is exact at
+    // the samples of both operands and where lines cross. A comparison with a NaN sample is false,
+    // NotEqual is true; a line that leads to or from a NaN is compared at its samples only. bool
+    // orders false before true, verdicts by their number. Traces of one enumeration are compared by
+    // their numbers, otherwise AssessmentBinaryTypeException names the enumeration. Linear in the
+    // samples of both.
+
+    TimedTrace Greater(const TimedTrace& other) const;
+    TimedTrace GreaterEqual(const TimedTrace& other) const;
+    TimedTrace Less(const TimedTrace& other) const;
+    TimedTrace LessEqual(const TimedTrace& other) const;
+    TimedTrace Equal(const TimedTrace& other) const;
+    TimedTrace NotEqual(const TimedTrace& other) const;
+
 private:
     using Alternatives =
         boost::mp11::mp_rename<boost::mp11::mp_transform<TimedTrace_T, ValueTypes>, boost::variant>;
 
     template <class Operation>
     TimedTrace applyToPair(const TimedTrace& other, Operation operation) const;
+    TimedTrace compare(const TimedTrace& other, const detail::Relation& relation) const;
 
     Alternatives trace_;
 };
