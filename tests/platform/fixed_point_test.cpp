@@ -331,6 +331,52 @@ TEST(FixedPoint, RoundsDoublesOfEveryExponent) {
     }
 }
 
+RC_GTEST_PROP(FixedPoint, ComesBackFromItsStoredInteger, ()) {
+    const FixedPoint value = anyValue();
+    const auto again =
+        FixedPoint::fromStored(value.storedInteger(), value.descriptor(), value.math());
+    RC_ASSERT(again.storedInteger() == value.storedInteger());
+    RC_ASSERT(realValue(again) == realValue(value));
+    RC_ASSERT(again.descriptor() == value.descriptor());
+    RC_ASSERT(again.math() == value.math());
+}
+
+TEST(FixedPoint, StoresTheIntegersOfItsTypeAndNoOther) {
+    for (const int wordLength : {1, 8, 63, 64, 65, 127, 128}) {
+        for (const Signedness signedness : {Signedness::Signed, Signedness::Unsigned}) {
+            const NumericTypeDescriptor type(NumericScaling::SlopeAndBias, signedness, wordLength,
+                                             0.1, 4, -7);
+            const cpp_int count = cpp_int(1) << wordLength;
+            const cpp_int least = type.isSigned() ? cpp_int(-(count / 2)) : cpp_int(0);
+            const cpp_int largest = least + count - 1;
+            for (const cpp_int& stored : {least, cpp_int(0), largest}) {
+                const auto value = FixedPoint::fromStored(stored.str(), type);
+                EXPECT_EQ(value.storedInteger(), stored.str());
+                EXPECT_EQ(value.math(), FixedPointMath::global());
+            }
+            for (const cpp_int& none :
+                 {cpp_int(least - 1), cpp_int(largest + 1), cpp_int(largest + count),
+                  cpp_int(-count), cpp_int(count << 128)}) {
+                EXPECT_THROW(FixedPoint::fromStored(none.str(), type), std::invalid_argument)
+                    << none << ' ' << type.text();
+            }
+        }
+    }
+    for (const char* zero : {"0", "-0", "0000000000000000000000000000000000000000000000000"}) {
+        EXPECT_EQ(FixedPoint::fromStored(zero, s8f1).storedInteger(), "0");
+    }
+    EXPECT_EQ(FixedPoint::fromStored("-0010", s8f1).text(), "-5");
+    for (const char* text : {"", "-", "+1", "1.", "1e1", " 1", "1 ", "--1", "0x1"}) {
+        EXPECT_THROW(FixedPoint::fromStored(text, s8f1), std::invalid_argument) << text;
+    }
+    try {
+        FixedPoint::fromStored("128", s8f1);
+        ADD_FAILURE();
+    } catch (const std::invalid_argument& problem) {
+        EXPECT_STREQ(problem.what(), "128 is no stored integer of s8f1.");
+    }
+}
+
 TEST(FixedPoint, StartsWithTheDefaults) {
     const FixedPoint value(0.1);
     EXPECT_EQ(value.storedInteger(), "6554");

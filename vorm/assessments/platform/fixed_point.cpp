@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 
 namespace vorm::platform {
@@ -115,6 +116,25 @@ Int128 shifted(Int128 significand, int shift, const FixedPointMath& math) {
     return roundedQuotient(significand, Int128{1} << -shift, math);
 }
 
+// The integer of a text, unless that is none or longer than any that is stored.
+std::optional<cpp_int> writtenInteger(std::string_view text) {
+    constexpr std::size_t mostDigits = std::numeric_limits<StoredBits>::digits10 + 1;
+    const bool isNegative = text.starts_with('-');
+    text.remove_prefix(isNegative ? 1 : 0);
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
+    if (text.size() > mostDigits) {
+        return std::nullopt;
+    }
+    cpp_int magnitude = 0;
+    for (const char digit : text) {
+        magnitude = magnitude * 10 + (digit - '0');
+    }
+    return isNegative ? cpp_int(-magnitude) : magnitude;
+}
+
 StoredBits storedInfinity(double value, const NumericTypeDescriptor& descriptor,
                           const FixedPointMath& math) {
     if (std::isnan(value)) {
@@ -211,6 +231,17 @@ FixedPoint::FixedPoint(double value, const NumericTypeDescriptor& descriptor,
 
 FixedPoint::FixedPoint(StoredBits stored, const FixedPoint& like)
     : stored_(stored), descriptor_(like.descriptor_), math_(like.math_) {}
+
+FixedPoint FixedPoint::fromStored(std::string_view integer, const NumericTypeDescriptor& descriptor,
+                                  const FixedPointMath& math) {
+    const auto wanted = writtenInteger(integer);
+    const StoredBits stored = wanted ? wrapped(lowBits(*wanted), descriptor) : 0;
+    if (!wanted || storedValue<cpp_int>(stored, descriptor.isSigned()) != *wanted) {
+        throw std::invalid_argument(std::string(integer) + " is no stored integer of " +
+                                    descriptor.text() + ".");
+    }
+    return {stored, FixedPoint(0, descriptor, math)};
+}
 
 const FixedPoint& FixedPoint::zero() {
     static const FixedPoint shared(0);

@@ -6,6 +6,7 @@
 
 #include <compare>
 #include <string>
+#include <string_view>
 
 namespace vorm::platform {
 
@@ -34,6 +35,12 @@ public:
     static FixedPoint fromDouble(double value, const FixedPoint& like) {
         return FixedPoint(value, like.descriptor_, like.math_);
     }
+
+    /// The number of a stored integer in decimal, as storedInteger gives it: digits, perhaps with a
+    /// minus sign before them. Throws std::invalid_argument for any other text and for an integer
+    /// that the type does not store.
+    static FixedPoint fromStored(std::string_view integer, const NumericTypeDescriptor& descriptor,
+                                 const FixedPointMath& math = FixedPointMath::global());
 
     /// One zero of the default type, shared by the whole process. As a left operand it makes the
     /// result one of its own type: `fromDouble(0, x)` is the zero of the type of `x`.
