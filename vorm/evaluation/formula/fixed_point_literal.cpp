@@ -1,11 +1,9 @@
 #include "literal.hpp"
-#include "number_text.hpp"
 
 #include <fast_float/fast_float.h>
 
+#include <algorithm>
 #include <charconv>
-#include <cmath>
-#include <limits>
 #include <stdexcept>
 
 namespace vorm::evaluation {
@@ -59,49 +57,10 @@ NumericTypeDescriptor descriptorOf(std::string_view text) {
     return type;
 }
 
-// The number of the stored integer 1 or -1. A type's step can be far below every double, but its
-// largest number times one part in as many as it has rounds to the step.
-FixedPoint unitOf(const NumericTypeDescriptor& unbiased, bool isNegative) {
-    const double infinity = std::numeric_limits<double>::infinity();
-    const int valueBits = unbiased.wordLength() - (unbiased.isSigned() ? 1 : 0);
-    const NumericTypeDescriptor oneBit(NumericScaling::BinaryPoint, Signedness::Unsigned, 1, 1,
-                                       valueBits, 0);
-    return FixedPoint(isNegative ? -infinity : infinity, unbiased) *
-           FixedPoint(std::ldexp(1.0, -valueBits), oneBit);
-}
-
-FixedPoint timesTen(const FixedPoint& number) {
-    const FixedPoint twice = number + number;
-    const FixedPoint fourTimes = twice + twice;
-    return fourTimes + fourTimes + twice;
-}
-
 }  // namespace
 
 assessments::FixedPoint fixedPointOf(std::string_view storedInteger, std::string_view text) {
-    const NumericTypeDescriptor type = descriptorOf(text);
-    const NumericTypeDescriptor unbiased(type.scaling(), type.signedness(), type.wordLength(),
-                                         type.slope(), type.fractionLength(), 0);
-    const Decimal number = decimalOf(storedInteger);
-    const std::string digits =
-        number.digits + std::string(number.exponent > 0 && number.exponent < 40
-                                        ? static_cast<std::size_t>(number.exponent)
-                                        : 0,
-                                    '0');
-    const FixedPoint unit = unitOf(unbiased, number.isNegative);
-    FixedPoint sum(0, unbiased);
-    for (std::size_t digit = 0; digit < std::min<std::size_t>(digits.size(), 40); ++digit) {
-        sum = timesTen(sum);
-        for (char count = '0'; count < digits[digit]; ++count) {
-            sum = sum + unit;
-        }
-    }
-    // A sum past the range saturated on the way.
-    if (!isWrittenWhole(storedInteger) || decimalOf(sum.storedInteger()) != number) {
-        throw std::invalid_argument(std::string(storedInteger) + " is no stored integer of " +
-                                    std::string(text));
-    }
-    return FixedPoint(type.bias(), type) + sum;
+    return FixedPoint::fromStored(storedInteger, descriptorOf(text));
 }
 
 }  // namespace vorm::evaluation
