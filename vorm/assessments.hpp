@@ -2,15 +2,9 @@
 
 /// The whole public interface of the library.
 
-#include <vorm/assessments/errors/array_class_id_name.hpp>
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/errors/assessment_evaluation_exception.hpp>
 #include <vorm/assessments/errors/assessment_exception.hpp>
-#include <vorm/assessments/errors/assessment_exception_visitor.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
-#include <vorm/assessments/errors/assessment_type_exception.hpp>
-#include <vorm/assessments/errors/evaluation_exception_dispatcher.hpp>
-#include <vorm/assessments/errors/message_ids.hpp>
+#include <vorm/assessments/errors/evaluation_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/expression/child_list_visitor.hpp>
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_containers.hpp>

@@ -1,6 +1,5 @@
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/errors/assessment_exception_visitor.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 
 #include <gtest/gtest.h>
 

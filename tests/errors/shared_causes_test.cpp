@@ -1,7 +1,7 @@
 // Failures that share their causes are destroyed by several threads. A build with the thread
 // sanitizer shows whether the last owner of a cause waits for what the others did with it.
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "support/signals.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/facade/timed_trace.hpp>
 
 #include <boost/mp11/algorithm.hpp>

@@ -2,8 +2,8 @@
 
 #include "support/traces.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 
 #include <gtest/gtest.h>
 

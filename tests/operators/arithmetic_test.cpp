@@ -1,7 +1,7 @@
 #include "support/signals.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

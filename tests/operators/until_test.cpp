@@ -1,6 +1,6 @@
 #include "support/signals.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/operators/comparison.hpp>
 #include <vorm/assessments/trace/value_traits.hpp>
 

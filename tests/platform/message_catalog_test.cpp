@@ -1,6 +1,5 @@
-#include <vorm/assessments/errors/array_class_id_name.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
-#include <vorm/assessments/errors/assessment_type_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/platform/array_class_naming_service.hpp>
 #include <vorm/assessments/platform/message_catalog.hpp>
 #include <vorm/assessments/platform/utf.hpp>

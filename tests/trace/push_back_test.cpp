@@ -1,6 +1,6 @@
 #include "support/signals.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -1,6 +1,6 @@
 #include "support/signals.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

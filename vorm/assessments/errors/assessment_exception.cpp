@@ -1,7 +1,7 @@
 #include "assessment_exception.hpp"
 
-#include <vorm/assessments/errors/assessment_exception_visitor.hpp>
 #include <vorm/assessments/platform/message_catalog.hpp>
+#include <vorm/assessments/platform/utf.hpp>
 
 #include <locale>
 #include <utility>
@@ -13,6 +13,15 @@ namespace {
 constinit thread_local std::shared_ptr<AssessmentException>* leftCause = nullptr;
 
 }  // namespace
+
+MessageId assessmentMessage(std::string key, const std::vector<std::string>& texts) {
+    std::vector<MessageId::Argument> arguments;
+    arguments.reserve(texts.size());
+    for (const std::string& text : texts) {
+        arguments.emplace_back(platform::toUtf16(text));
+    }
+    return MessageId(messageComponent, std::move(key), std::move(arguments));
+}
 
 AssessmentException::AssessmentException(const MessageId& id,
                                          const std::shared_ptr<AssessmentException>& cause)
@@ -63,4 +72,29 @@ const std::shared_ptr<AssessmentException>& AssessmentException::getCause() cons
     return cause_;
 }
 
+AssessmentInternalException::AssessmentInternalException(
+    const std::string& text, const std::shared_ptr<AssessmentException>& cause)
+    : AssessmentException(assessmentMessage("ExpressionEvaluationInternalError", {text}), cause) {}
+
+AssessmentInternalException* AssessmentInternalException::clone() const {
+    return new AssessmentInternalException(*this);
+}
+
+void AssessmentInternalException::rethrow() const {
+    throw AssessmentInternalException(*this);
+}
+
+void AssessmentInternalException::accept(AssessmentExceptionVisitor& visitor) const {
+    visitor.visit(*this);
+}
+
+AssessmentExceptionVisitor::~AssessmentExceptionVisitor() = default;
+
 }  // namespace vorm::assessments
+
+namespace quillet::assessments {
+
+TimeValueMustIncrease::TimeValueMustIncrease()
+    : MessageId(vorm::assessments::messageComponent, "TimeValueMustIncrease") {}
+
+}  // namespace quillet::assessments

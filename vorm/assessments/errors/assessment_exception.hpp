@@ -1,13 +1,23 @@
 #pragma once
 
-#include <vorm/assessments/errors/message_ids.hpp>
 #include <vorm/assessments/export.hpp>
+#include <vorm/assessments/platform/message_id.hpp>
 #include <vorm/assessments/platform/user_exception.hpp>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vorm::assessments {
+
+using platform::MessageId;
+
+/// The component of every message of this library.
+inline constexpr const char* messageComponent = "quillet:assessments";
+
+/// The identifier of one of this library's messages, with UTF-8 texts as UTF-16 arguments.
+VORM_ASSESSMENTS_EXPORT MessageId assessmentMessage(std::string key,
+                                                    const std::vector<std::string>& texts = {});
 
 class AssessmentExceptionVisitor;
 
@@ -52,4 +62,41 @@ private:
     std::shared_ptr<AssessmentException> cause_;
 };
 
+/// A failure described by a literal English text: an operation that the operands do not allow, or
+/// a foreign exception met during evaluation.
+class VORM_ASSESSMENTS_EXPORT AssessmentInternalException : public AssessmentException {
+public:
+    explicit AssessmentInternalException(
+        const std::string& text, const std::shared_ptr<AssessmentException>& cause = nullptr);
+
+    AssessmentInternalException* clone() const override;
+    [[noreturn]] void rethrow() const override;
+    void accept(AssessmentExceptionVisitor& visitor) const override;
+};
+
+class AssessmentTypeException;
+class AssessmentBinaryTypeException;
+class AssessmentEvaluationException;
+
+/// Tells the classes of failures apart; see AssessmentException::accept.
+class VORM_ASSESSMENTS_EXPORT AssessmentExceptionVisitor {
+public:
+    virtual ~AssessmentExceptionVisitor();
+
+    virtual void visit(const AssessmentException& failure) = 0;
+    virtual void visit(const AssessmentInternalException& failure) = 0;
+    virtual void visit(const AssessmentTypeException& failure) = 0;
+    virtual void visit(const AssessmentBinaryTypeException& failure) = 0;
+    virtual void visit(const AssessmentEvaluationException& failure) = 0;
+};
+
 }  // namespace vorm::assessments
+
+namespace quillet::assessments {
+
+/// The message of a sample whose time is not greater than that of the sample before it.
+struct VORM_ASSESSMENTS_EXPORT TimeValueMustIncrease : vorm::platform::MessageId {
+    TimeValueMustIncrease();
+};
+
+}  // namespace quillet::assessments

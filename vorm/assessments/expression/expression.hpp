@@ -1,11 +1,7 @@
 #pragma once
 
-#include <vorm/assessments/expression/alias.hpp>
-#include <vorm/assessments/expression/binary_op.hpp>
-#include <vorm/assessments/expression/cast_op.hpp>
 #include <vorm/assessments/expression/expression_type.hpp>
-#include <vorm/assessments/expression/leaf_nodes.hpp>
-#include <vorm/assessments/expression/unary_op.hpp>
+#include <vorm/assessments/expression/inner_nodes.hpp>
 #include <vorm/assessments/expression/vorm_op.hpp>
 
 #include <boost/variant/apply_visitor.hpp>

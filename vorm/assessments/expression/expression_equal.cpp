@@ -1,6 +1,6 @@
 #include "expression_equal.hpp"
 
-#include <vorm/assessments/expression/alias_text.hpp>
+#include <vorm/assessments/expression/label_text.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/assessments/trace/value_traits.hpp>
 

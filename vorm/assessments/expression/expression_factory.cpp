@@ -1,6 +1,6 @@
 #include "expression_factory.hpp"
 
-#include <vorm/assessments/expression/number_text.hpp>
+#include <vorm/assessments/expression/label_text.hpp>
 #include <vorm/assessments/value_families.hpp>
 
 #include <boost/uuid/random_generator.hpp>

@@ -1,6 +1,6 @@
 #include "expression_hash.hpp"
 
-#include <vorm/assessments/expression/alias_text.hpp>
+#include <vorm/assessments/expression/label_text.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/assessments/value_families.hpp>
 

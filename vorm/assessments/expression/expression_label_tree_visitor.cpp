@@ -1,8 +1,7 @@
 #include "expression_label_tree_visitor.hpp"
 
-#include <vorm/assessments/expression/alias_text.hpp>
 #include <vorm/assessments/expression/expression_printer.hpp>
-#include <vorm/assessments/expression/number_text.hpp>
+#include <vorm/assessments/expression/label_text.hpp>
 
 #include <ostream>
 #include <utility>

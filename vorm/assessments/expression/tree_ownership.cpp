@@ -1,6 +1,6 @@
 #include "tree_ownership.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 
 #include <utility>

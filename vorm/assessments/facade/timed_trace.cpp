@@ -1,6 +1,6 @@
 #include "timed_trace.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/operators/relation.hpp>
 #include <vorm/assessments/value_families.hpp>
 

@@ -1,8 +1,8 @@
 // Sum, difference, product with a constant, absolute value and negation. All combine by Function:
 // the engine compiled for one function more would be another copy of it for every value type.
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/operators/value_arithmetic.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 

@@ -1,6 +1,6 @@
 // The sliding window extremum and the bounded temporal operators on it.
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/operators/config_last_window.hpp>
 #include <vorm/assessments/operators/held_window.hpp>
 #include <vorm/assessments/operators/linear_window.hpp>

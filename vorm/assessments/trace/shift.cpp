@@ -1,6 +1,6 @@
 // Moving a trace in time, and its slope.
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>

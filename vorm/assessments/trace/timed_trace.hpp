@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vorm/assessments/errors/assessment_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/export.hpp>
 #include <vorm/assessments/trace/interpolation.hpp>
 #include <vorm/assessments/trace/timed_point.hpp>

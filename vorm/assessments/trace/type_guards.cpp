@@ -1,6 +1,6 @@
 // Naming the type of a trace in failures, and refusing enumerated traces.
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 
 namespace vorm::assessments {

@@ -1,8 +1,6 @@
-#include "evaluation_exception_dispatcher.hpp"
+#include "evaluation_exception.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
-#include <vorm/assessments/errors/assessment_evaluation_exception.hpp>
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 
 #include <exception>
 #include <memory>
@@ -16,6 +14,27 @@ template <class Failure>
 }
 
 }  // namespace
+
+AssessmentEvaluationException::AssessmentEvaluationException(
+    const Expression& expr, const std::shared_ptr<AssessmentException>& cause)
+    : AssessmentException(assessmentMessage("ExpressionEvaluationError", {to_string(expr)}), cause),
+      expression_(expr) {}
+
+const Expression& AssessmentEvaluationException::getExpression() const {
+    return expression_;
+}
+
+AssessmentEvaluationException* AssessmentEvaluationException::clone() const {
+    return new AssessmentEvaluationException(*this);
+}
+
+void AssessmentEvaluationException::rethrow() const {
+    throw AssessmentEvaluationException(*this);
+}
+
+void AssessmentEvaluationException::accept(AssessmentExceptionVisitor& visitor) const {
+    visitor.visit(*this);
+}
 
 void evaluation_exception_dispatcher(const Expression& expr) {
     if (std::current_exception() == nullptr) {

@@ -5,10 +5,18 @@
 
 #include <boost/variant/variant.hpp>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
 namespace vorm::assessments {
+
+/// The identifier under which half-precision values are named; no host knows it.
+inline constexpr std::int32_t halfClassId = -2357;
+
+/// The name of a numeric class: "half" for halfClassId, for any other identifier the name that the
+/// installed naming service gives, or an empty name where it gives none.
+VORM_ASSESSMENTS_EXPORT std::string ArrayClassIdName(std::int32_t classId);
 
 /// An operation that is not defined for the type of its operand.
 class VORM_ASSESSMENTS_EXPORT AssessmentTypeException : public AssessmentException {
@@ -43,6 +51,24 @@ protected:
 
 private:
     TypeTag type_;
+};
+
+/// An operation that is not defined for the types of its two operands. The inherited tag is that
+/// of the right operand.
+class VORM_ASSESSMENTS_EXPORT AssessmentBinaryTypeException : public AssessmentTypeException {
+public:
+    AssessmentBinaryTypeException(const TypeTag& left, const TypeTag& right,
+                                  const std::shared_ptr<AssessmentException>& cause = nullptr);
+
+    AssessmentBinaryTypeException* clone() const override;
+    [[noreturn]] void rethrow() const override;
+    void accept(AssessmentExceptionVisitor& visitor) const override;
+
+    /// The name of the left operand's type.
+    std::string getLHSTypeName() const;
+
+private:
+    TypeTag left_;
 };
 
 }  // namespace vorm::assessments

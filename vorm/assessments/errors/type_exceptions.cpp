@@ -1,7 +1,6 @@
-#include "assessment_type_exception.hpp"
+#include "type_exceptions.hpp"
 
-#include <vorm/assessments/errors/array_class_id_name.hpp>
-#include <vorm/assessments/errors/assessment_exception_visitor.hpp>
+#include <vorm/assessments/platform/array_class_naming_service.hpp>
 #include <vorm/assessments/value_families.hpp>
 
 #include <boost/variant/apply_visitor.hpp>
@@ -38,6 +37,15 @@ struct TypeNameVisitor : boost::static_visitor<std::string> {
 
 }  // namespace
 
+std::string ArrayClassIdName(std::int32_t classId) {
+    if (classId == halfClassId) {
+        return "half";
+    }
+    const auto service = platform::ArrayClassNamingService::global();
+    const char* name = service->className(classId);
+    return name ? name : "";
+}
+
 AssessmentTypeException::AssessmentTypeException(const TypeTag& type,
                                                  const std::shared_ptr<AssessmentException>& cause)
     : AssessmentTypeException(assessmentMessage("UnaryTypeError", {getTypeName(type)}), type,
@@ -65,6 +73,29 @@ std::string AssessmentTypeException::getTypeName(const TypeTag& type) {
 
 std::string AssessmentTypeException::getRHSTypeName() const {
     return getTypeName(type_);
+}
+
+AssessmentBinaryTypeException::AssessmentBinaryTypeException(
+    const TypeTag& left, const TypeTag& right, const std::shared_ptr<AssessmentException>& cause)
+    : AssessmentTypeException(
+          assessmentMessage("BinaryTypeError", {getTypeName(left), getTypeName(right)}), right,
+          cause),
+      left_(left) {}
+
+AssessmentBinaryTypeException* AssessmentBinaryTypeException::clone() const {
+    return new AssessmentBinaryTypeException(*this);
+}
+
+void AssessmentBinaryTypeException::rethrow() const {
+    throw AssessmentBinaryTypeException(*this);
+}
+
+void AssessmentBinaryTypeException::accept(AssessmentExceptionVisitor& visitor) const {
+    visitor.visit(*this);
+}
+
+std::string AssessmentBinaryTypeException::getLHSTypeName() const {
+    return getTypeName(left_);
 }
 
 }  // namespace vorm::assessments
