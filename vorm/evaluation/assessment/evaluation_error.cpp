@@ -1,6 +1,6 @@
 #include "evaluation_error.hpp"
 
-#include <vorm/assessments/errors/assessment_evaluation_exception.hpp>
+#include <vorm/assessments/errors/evaluation_exception.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "comparison.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/evaluation/evaluator/line_comparison.hpp>
 #include <vorm/evaluation/evaluator/pieces.hpp>
 

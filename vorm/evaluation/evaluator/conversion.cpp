@@ -1,6 +1,6 @@
 #include "conversion.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 
 #include <boost/mp11/algorithm.hpp>
 

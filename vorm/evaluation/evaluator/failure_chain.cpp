@@ -1,6 +1,6 @@
 #include "failure_chain.hpp"
 
-#include <vorm/assessments/errors/evaluation_exception_dispatcher.hpp>
+#include <vorm/assessments/errors/evaluation_exception.hpp>
 
 namespace vorm::evaluation {
 

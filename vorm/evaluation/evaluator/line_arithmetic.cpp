@@ -1,6 +1,6 @@
 #include "line_arithmetic.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/operators/value_arithmetic.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>

@@ -1,6 +1,6 @@
 #include "node_evaluation.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/evaluation/evaluator/comparison.hpp>

@@ -1,6 +1,6 @@
 #include "pieces.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 
 #include <algorithm>

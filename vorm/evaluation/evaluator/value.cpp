@@ -1,6 +1,6 @@
 #include "value.hpp"
 
-#include <vorm/assessments/errors/assessment_binary_type_exception.hpp>
+#include <vorm/assessments/errors/type_exceptions.hpp>
 
 namespace vorm::evaluation {
 

@@ -2,7 +2,7 @@
 
 // How leaves of a formula are written so that they read back. For formulaText.
 
-#include <vorm/assessments/expression/leaf_nodes.hpp>
+#include <vorm/assessments/expression/expression_type.hpp>
 
 #include <string>
 
