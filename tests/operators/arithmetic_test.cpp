@@ -114,7 +114,7 @@ void expectNanStaysNan() {
     const auto some = one<T>(1);
     for (const auto& result :
          {unknown.And(some), some.And(unknown), unknown.Or(some), some.Or(unknown)}) {
-        EXPECT_TRUE(detail::isNan(only(result)));
+        EXPECT_TRUE(support::isNan(only(result)));
     }
 }
 

@@ -110,7 +110,7 @@ RC_GTEST_PROP(QuantitativeUntil, AgreesWithItsDefinition, ()) {
     RC_ASSERT(strictlyIncreasing(result));
     for (double t : pair.times()) {
         if (t <= lastTime) {
-            RC_ASSERT(detail::sameValue(*result.valueAt(t), untilAt(pair, t, d)));
+            RC_ASSERT(support::sameValue(*result.valueAt(t), untilAt(pair, t, d)));
         }
     }
 }

@@ -221,7 +221,7 @@ TYPED_TEST_SUITE(NanInTheWindow, TypesWithNan);
 
 template <class T>
 bool isNanAt(const TimedTrace_T<T>& result, double time) {
-    return detail::isNan(*result.valueAt(time));
+    return support::isNan(*result.valueAt(time));
 }
 
 TYPED_TEST(NanInTheWindow, MakesItNanForAsLongAsItIsThere) {

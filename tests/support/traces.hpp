@@ -100,7 +100,7 @@ testing::AssertionResult same(const TimedTrace_T<T>& actual, const TimedTrace_T<
     for (std::size_t i = 0; equal && i < actual.points.size(); ++i) {
         const auto& a = actual.points[i];
         const auto& e = expected.points[i];
-        equal = sameNumber(a.time, e.time) && detail::sameValue(a.value, e.value) &&
+        equal = sameNumber(a.time, e.time) && support::sameValue(a.value, e.value) &&
                 sameNumber(a.derivative, e.derivative);
     }
     if (equal) {

@@ -36,7 +36,7 @@ TEST(Reach, IsWhatWindowsAndShiftsAddUpTo) {
 bool isKnownAround(double time, double reach, const Expression& formula,
                    const Recording& recording) {
     bool isKnown = true;
-    detail::forEachNode(formula, [&](const Expression& node) {
+    support::forEachNode(formula, [&](const Expression& node) {
         if (const auto* signal = boost::get<variable>(&node)) {
             const TracePieces& pieces = *recording.traces.at(signal->id);
             isKnown = isKnown && std::any_of(pieces.begin(), pieces.end(), [&](const auto& piece) {

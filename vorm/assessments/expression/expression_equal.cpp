@@ -13,7 +13,7 @@ namespace {
 struct SameValue : boost::static_visitor<bool> {
     template <class T>
     bool operator()(const T& left, const T& right) const {
-        return detail::sameValue(left, right);
+        return support::sameValue(left, right);
     }
     // The type of a fixed-point literal decides how a formula computes with it.
     bool operator()(const ValueType<FixedPoint>& left, const ValueType<FixedPoint>& right) const {
@@ -46,7 +46,7 @@ public:
                sameChild_(left.rhs, right.rhs);
     }
     bool operator()(const timed_unary_op& left, const timed_unary_op& right) const {
-        return detail::sameValue(left.offset, right.offset) && sameOperator<unary_op>(left, right);
+        return support::sameValue(left.offset, right.offset) && sameOperator<unary_op>(left, right);
     }
     bool operator()(const timedwindow_unary_op& left, const timedwindow_unary_op& right) const {
         return sameWindow(left, right) && sameOperator<unary_op>(left, right);
@@ -75,7 +75,7 @@ private:
 
     template <class Window>
     static bool sameWindow(const Window& left, const Window& right) {
-        return detail::sameValue(left.a, right.a) && detail::sameValue(left.b, right.b);
+        return support::sameValue(left.a, right.a) && support::sameValue(left.b, right.b);
     }
 
     bool sameArguments(const alias& left, const alias& right) const {
@@ -98,7 +98,7 @@ private:
 template <class Policy>
 const Expression& seenUnder(const Expression& tree) {
     if constexpr (std::is_same_v<Policy, ModuloAliases>) {
-        return detail::withoutAliases(tree);
+        return support::withoutAliases(tree);
     } else {
         return tree;
     }
@@ -106,9 +106,7 @@ const Expression& seenUnder(const Expression& tree) {
 
 }  // namespace
 
-namespace detail {
-
-const Expression& withoutAliases(const Expression& tree) {
+const Expression& support::withoutAliases(const Expression& tree) {
     const Expression* seen = &tree;
     while (const auto* node = boost::get<alias>(seen)) {
         seen = &node->body;
@@ -116,11 +114,9 @@ const Expression& withoutAliases(const Expression& tree) {
     return *seen;
 }
 
-}  // namespace detail
-
 template <class Policy>
 bool ExpressionEqual<Policy>::operator()(const Expression& left, const Expression& right) const {
-    detail::WalkStack<std::pair<const Expression*, const Expression*>> pending{{&left, &right}};
+    support::WalkStack<std::pair<const Expression*, const Expression*>> pending{{&left, &right}};
     const auto compareLater = [&pending](const Expression& a, const Expression& b) {
         pending.emplace_back(&a, &b);
         return true;
@@ -154,7 +150,7 @@ bool ExpressionEqual<Policy>::AliasArgVisitor::operator()(int left, int right) c
 
 template <class Policy>
 bool ExpressionEqual<Policy>::AliasArgVisitor::operator()(double left, double right) const {
-    return detail::sameValue(left, right);
+    return support::sameValue(left, right);
 }
 
 template <class Policy>

@@ -10,10 +10,10 @@
 
 namespace vorm::assessments {
 
-namespace detail {
+namespace support {
 /// The first tree under the aliases at the root.
 VORM_ASSESSMENTS_EXPORT const Expression& withoutAliases(const Expression& tree);
-}  // namespace detail
+}  // namespace support
 
 /// Whether two formulas are the same: node for node of one kind with the same operator, offset,
 /// window, cast target, and the same children in order.
@@ -45,7 +45,7 @@ public:
     bool operator()([[maybe_unused]] const Left& left, [[maybe_unused]] const Right& right) const {
         if constexpr (isTransparent<Left>) {
             return boost::apply_visitor([&](const auto& body) { return (*this)(body, right); },
-                                        detail::withoutAliases(left.body));
+                                        support::withoutAliases(left.body));
         } else if constexpr (isTransparent<Right>) {
             return (*this)(right, left);
         } else {

@@ -155,9 +155,9 @@ std::size_t ExpressionHash<Policy>::operator()(const Expression& expression) con
         const Expression* tree;
         bool childrenAreHashed;
     };
-    detail::WalkStack<Step> steps{{&expression, false}};
+    support::WalkStack<Step> steps{{&expression, false}};
     // The last step's children come off the stack in order, since they were hashed last to first.
-    detail::WalkStack<std::size_t> hashes;
+    support::WalkStack<std::size_t> hashes;
     auto childHash = [&hashes](const Expression&) {
         const std::size_t hash = hashes.back();
         hashes.pop_back();
@@ -171,7 +171,7 @@ std::size_t ExpressionHash<Policy>::operator()(const Expression& expression) con
             hashes.push_back(boost::apply_visitor(nodeHash, *step.tree));
         } else {
             steps.back().childrenAreHashed = true;
-            detail::forEachChild<Policy>(*step.tree, [&](const Expression& child) {
+            support::forEachChild<Policy>(*step.tree, [&](const Expression& child) {
                 steps.push_back({&child, false});
             });
         }

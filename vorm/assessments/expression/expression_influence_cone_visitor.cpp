@@ -11,7 +11,7 @@
 namespace vorm::assessments {
 namespace {
 
-using detail::infinity;
+using support::infinity;
 
 constexpr double oneStep = std::numeric_limits<double>::denorm_min();
 
@@ -85,7 +85,7 @@ ExpressionInfluenceConeVisitor::Cone ExpressionInfluenceConeVisitor::getTree(
         InfluenceSpan span;
     };
     Cone cone;
-    detail::WalkStack<Seen> pending{{&expression, {0, 0}}};
+    support::WalkStack<Seen> pending{{&expression, {0, 0}}};
     while (!pending.empty()) {
         const Seen seen = pending.back();
         pending.pop_back();

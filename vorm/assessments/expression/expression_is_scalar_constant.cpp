@@ -25,7 +25,7 @@ bool ExpressionIsScalarConstant::isConstantScalarTrace(const Expression& leaf) c
 }
 
 bool ExpressionIsScalarConstant::operator()(const Expression& expression) const {
-    return !detail::anyNode(expression, [this](const Expression& tree) {
+    return !support::anyNode(expression, [this](const Expression& tree) {
         return boost::apply_visitor(IsVarying(*this), tree);
     });
 }

@@ -60,7 +60,7 @@ void ExpressionNodeSetVisitor::operator()(const alias& node) {
 }
 
 void ExpressionNodeSetVisitor::addAll(const Expression& tree) {
-    detail::forEachNode(tree, [this](const Expression& node) {
+    support::forEachNode(tree, [this](const Expression& node) {
         if (node.which() != 0) {
             nodes_.insert(boost::apply_visitor(Element(), node));
         }

@@ -15,7 +15,7 @@ bool isValidAliasArgumentForExpression::isArgValid::operator()(const Expression&
 }
 
 bool isValidAliasArgumentForExpression::isASubExpression::operator()(const Expression& expr) const {
-    return detail::anyNode(expr, [this](const Expression& tree) {
+    return support::anyNode(expr, [this](const Expression& tree) {
         // An alias is the same as its body, which comes next.
         return boost::get<alias>(&tree) == nullptr &&
                ExpressionEqual<ModuloAliases>()(tree, candidate_);

@@ -1,21 +1,25 @@
 #include "time_extent_visitor.hpp"
 
 #include <vorm/assessments/expression/tree_walk.hpp>
-#include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/operators/extremum.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 
 namespace vorm::assessments::detail {
 
 struct EarliestStart {
-    static constexpr double none = infinity;
+    static constexpr double none = support::infinity;
     static double of(const TimedTrace& trace) { return trace.getStartTime(); }
-    static double united(double a, double b) { return Extremum<KeepSmaller>()(a, b); }
+    static double united(double a, double b) {
+        return support::Extremum<support::KeepSmaller>()(a, b);
+    }
 };
 
 struct LatestKnown {
-    static constexpr double none = -infinity;
+    static constexpr double none = -support::infinity;
     static double of(const TimedTrace& trace) { return trace.getLastKnownTime(); }
-    static double united(double a, double b) { return Extremum<KeepGreater>()(a, b); }
+    static double united(double a, double b) {
+        return support::Extremum<support::KeepGreater>()(a, b);
+    }
 };
 
 template <class End>
@@ -51,7 +55,7 @@ double TimeExtentVisitor<End>::operator()(const alias& node) const {
 template <class End>
 double TimeExtentVisitor<End>::ofTree(const Expression& tree) const {
     double extent = End::none;
-    forEachNode(tree, [&](const Expression& node) {
+    support::forEachNode(tree, [&](const Expression& node) {
         if (boost::get<variable>(&node) != nullptr) {
             extent = End::united(extent, ofTrace(node));
         }

@@ -54,10 +54,10 @@ struct Copy {
 
 void copyChildrenLater(const Expression& from, Expression& to, std::vector<Copy>& pending) {
     std::size_t next = pending.size();
-    forEachChild<Inclusive>(from, [&](const Expression& child) {
+    support::forEachChild<Inclusive>(from, [&](const Expression& child) {
         pending.push_back({&child, nullptr});
     });
-    forEachChild<Inclusive>(to, [&](Expression& child) { pending[next++].to = &child; });
+    support::forEachChild<Inclusive>(to, [&](Expression& child) { pending[next++].to = &child; });
 }
 
 }  // namespace
@@ -118,7 +118,7 @@ void dismantle(Expression& tree) noexcept {
     SlotList emptied;
     opened.push(tree);
     while (Expression* slot = opened.pop()) {
-        forEachChild<Inclusive>(*slot, [&](Expression& child) { opened.push(child); });
+        support::forEachChild<Inclusive>(*slot, [&](Expression& child) { opened.push(child); });
         emptied.push(*slot);
     }
     // Children stand before their parents, so that each node dies when it has only leaves left.

@@ -5,6 +5,7 @@
 
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/policies.hpp>
+#include <vorm/assessments/value_families.hpp>
 
 #include <boost/container/small_vector.hpp>
 #include <boost/variant/static_visitor.hpp>
@@ -12,7 +13,7 @@
 #include <algorithm>
 #include <type_traits>
 
-namespace vorm::assessments::detail {
+namespace vorm::assessments::support {
 
 /// Working storage of a walk; formulas of usual size need no memory from the heap.
 template <class T>
@@ -40,6 +41,9 @@ struct ChildVisitor : boost::static_visitor<> {
                     }
                 }
             }
+        } else {
+            static_assert(isOneOf<std::remove_const_t<Node>, nilClass, constantValue, variable>,
+                          "A kind of node whose children are forgotten.");
         }
     }
 };
@@ -79,4 +83,4 @@ void forEachNode(const Expression& root, Visit visit) {
     });
 }
 
-}  // namespace vorm::assessments::detail
+}  // namespace vorm::assessments::support

@@ -23,7 +23,7 @@ void requireArithmetic(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
 template <class T>
 TimedTrace_T<T> negated(TimedTrace_T<T> trace) {
     for (TimedPoint<T>& point : trace.points) {
-        point.value = detail::negative(point.value);
+        point.value = support::negative(point.value);
         point.derivative = -point.derivative;
     }
     return trace;
@@ -44,7 +44,7 @@ TimedTrace_T<ValueType<FixedPoint>> withAlignedSlopes(TimedTrace_T<ValueType<Fix
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Add(const TimedTrace_T& other) const {
     requireArithmetic(*this, other);
-    return Function(other, detail::sum<T>);
+    return Function(other, support::sum<T>);
 }
 
 template <class T>
@@ -55,13 +55,13 @@ TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other) const {
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::false_type) const {
     requireArithmetic(*this, other);
-    return Function(other, detail::difference<T>);
+    return Function(other, support::difference<T>);
 }
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::true_type) const {
     requireArithmetic(*this, other);
-    return Function(other, detail::differenceFromZeroUp<T>);
+    return Function(other, support::differenceFromZeroUp<T>);
 }
 
 template <class T>
@@ -70,7 +70,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T& other) const {
     if (points.size() != 1 && other.points.size() != 1) {
         throw AssessmentInternalException("Only multiplication by constant is supported.");
     }
-    return Function(other, detail::product<T>);
+    return Function(other, support::product<T>);
 }
 
 template <class T>
@@ -84,7 +84,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
         throwExceptionIfEnum();
         // Against zero, so that a linear trace bends where it crosses zero.
         const TimedTrace_T zero(ZERO<T>());
-        return Function(zero, [](const T& a, const T&) { return detail::absolute(a); });
+        return Function(zero, [](const T& a, const T&) { return support::absolute(a); });
     }
 }
 

@@ -27,7 +27,7 @@ public:
           right_(right.points.begin(), right.points.end()),
           leftKnown_(left.lastKnownTime),
           rightKnown_(right.lastKnownTime),
-          result_(resultMethod(left, right), -infinity),
+          result_(resultMethod(left, right), -support::infinity),
           builder_(result_) {}
 
     TimedTrace_T<R> run() && {
@@ -66,7 +66,7 @@ private:
             __attribute__((always_inline)) {
             emit(time, function_(left->valueAt(time), right->valueAt(time)));
         };
-        walk(left_, right_, visit);
+        support::walk(left_, right_, visit);
     }
 
     // The values of both operands at one time.
@@ -80,7 +80,7 @@ private:
     };
 
     // The value of an operand at the common start, which is its first sample's time or later.
-    static T valueAtStart(const OperandCursor<T>& operand, double start) {
+    static T valueAtStart(const support::OperandCursor<T>& operand, double start) {
         const bool hasBegun = operand.done() || operand.nextTime() > start;
         return hasBegun ? operand.inForce().valueAt(start) : operand.begin()->value;
     }
@@ -105,7 +105,7 @@ private:
             last = now;
             lastOrder = now.order();
         };
-        walk(left_, right_, visit);
+        support::walk(left_, right_, visit);
 
         // A cut trace keeps its last slope up to its last known time.
         const Point& left = left_.inForce();
@@ -160,12 +160,12 @@ private:
     F& function_;
     const bool leftIsLinear_;
     const bool rightIsLinear_;
-    OperandCursor<T> left_;
-    OperandCursor<T> right_;
+    support::OperandCursor<T> left_;
+    support::OperandCursor<T> right_;
     const double leftKnown_;
     const double rightKnown_;
     TimedTrace_T<R> result_;
-    TraceBuilder<R> builder_;
+    support::TraceBuilder<R> builder_;
 };
 
 }  // namespace vorm::assessments::detail

@@ -16,7 +16,7 @@ template <class T>
 double meetingTime(const TimedPoint<T>& left, const TimedPoint<T>& right) {
     const double slopeDifference = left.derivative - right.derivative;
     if (slopeDifference == 0) {
-        return -infinity;
+        return -support::infinity;
     }
     if (!std::isfinite(slopeDifference)) {
         return std::numeric_limits<double>::quiet_NaN();
@@ -27,7 +27,7 @@ double meetingTime(const TimedPoint<T>& left, const TimedPoint<T>& right) {
     const TimedPoint<T>& steep = leftIsSteeper ? left : right;
     const TimedPoint<T>& flat = leftIsSteeper ? right : left;
     const double flatRise = flat.derivative == 0 ? 0 : flat.derivative * (steep.time - flat.time);
-    const double gap = toDouble(flat.value) + flatRise - toDouble(steep.value);
+    const double gap = support::toDouble(flat.value) + flatRise - support::toDouble(steep.value);
     return steep.time + gap / (steep.derivative - flat.derivative);
 }
 

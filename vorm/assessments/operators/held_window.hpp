@@ -24,9 +24,9 @@ TimedPoint<T> slideHeld(typename TimedTrace_T<T>::Points::const_iterator begin,
         window.enter();
     }
     const auto leaves = [&window] {
-        return window.best().next == nullptr ? infinity : window.best().next->time;
+        return window.best().next == nullptr ? support::infinity : window.best().next->time;
     };
-    StepOutput<T> output(result, start, window.best().sample->value);
+    support::StepOutput<T> output(result, start, window.best().sample->value);
     double bestLeaves = leaves();
     while (true) {
         if (!window.allEntered() && window.entering().time - width <= bestLeaves) {
@@ -35,7 +35,7 @@ TimedPoint<T> slideHeld(typename TimedTrace_T<T>::Points::const_iterator begin,
                 output.change(time, window.best().sample->value);
                 bestLeaves = leaves();
             }
-        } else if (bestLeaves <= lastStart && bestLeaves < infinity) {
+        } else if (bestLeaves <= lastStart && bestLeaves < support::infinity) {
             window.leaveBest();
             output.change(bestLeaves, window.best().sample->value);
             bestLeaves = leaves();

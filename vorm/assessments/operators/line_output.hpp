@@ -26,7 +26,7 @@ public:
         if (time > pending_.time) {
             builder_.append(pending_);
             pending_.time = time;
-        } else if (!sameValue(value, pending_.value)) [[unlikely]] {
+        } else if (!support::sameValue(value, pending_.value)) [[unlikely]] {
             beginJump();
         }
         pending_.value = value;
@@ -49,14 +49,14 @@ public:
 private:
     // The value before the jump moves to the time before it, if that is free.
     [[gnu::noinline]] void beginJump() {
-        const double before = previousTime(pending_.time);
+        const double before = support::previousTime(pending_.time);
         if (!trace_.points.empty() && trace_.points.back().time < before) {
             builder_.append({before, pending_.value});
         }
     }
 
     TimedTrace_T<T>& trace_;
-    TraceBuilder<T> builder_;
+    support::TraceBuilder<T> builder_;
     TimedPoint<T> pending_;
 };
 

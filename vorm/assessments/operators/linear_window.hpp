@@ -135,7 +135,7 @@ private:
     double rightEndMeetsBest() const {
         const Point& from = window_.entered();
         const double start = from.time - width_;
-        const double rise = toDouble(bestValue()) - toDouble(from.value);
+        const double rise = support::toDouble(bestValue()) - support::toDouble(from.value);
         const double meeting = start + rise / from.derivative;
         return meeting > start ? meeting : start;
     }
@@ -187,12 +187,12 @@ private:
     // along this line and is `leftEnd` at `to`.
     void bendToRest(const Point& line, const T& leftEnd, double from, double to) {
         const Point right = rightLine();
-        const bool rightIsNan = isNan(rightEndAt(to));
+        const bool rightIsNan = support::isNan(rightEndAt(to));
         const bool rightIsSteeper =
             rightIsNan || std::fabs(line.derivative) <= std::fabs(right.derivative);
         const double meetsBest =
-            bestIsBetter(leftEnd) ? within(from, timeAtBest(line), to) : infinity;
-        double meetsRight = infinity;
+            bestIsBetter(leftEnd) ? within(from, timeAtBest(line), to) : support::infinity;
+        double meetsRight = support::infinity;
         if (rightEndIsBetter(leftEnd, to)) {
             meetsRight = rightIsNan ? from : within(from, meetingTime(line, right), to);
         }
@@ -201,14 +201,15 @@ private:
         } else {
             // At its sample the steeper line still counts.
             const double meeting = std::min(meetsRight, meetsBest);
-            const double time = meeting > line.time ? meeting : nextTime(line.time);
+            const double time = meeting > line.time ? meeting : support::nextTime(line.time);
             output_.bend(time, rightIsSteeper ? bestValue() : restAt(time));
         }
     }
 
     // When a falling line is as bad as the best sample.
     double timeAtBest(const Point& line) const {
-        return line.time + (toDouble(bestValue()) - toDouble(line.value)) / line.derivative;
+        return line.time +
+               (support::toDouble(bestValue()) - support::toDouble(line.value)) / line.derivative;
     }
 
     // A line through a NaN meets nothing; the NaN is kept up to its end.

@@ -1,7 +1,7 @@
 // And and Or as minimum and maximum, and the guarded verdict.
 
 #include <vorm/assessments/operators/combine.hpp>
-#include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/operators/extremum.hpp>
 
 namespace vorm::assessments {
 namespace {
@@ -11,19 +11,19 @@ namespace {
 template <class Keep, class T>
 TimedTrace_T<T> pointwiseExtremum(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
     a.throwExceptionIfEnum(b, false);
-    return a.template combine<T>(b, detail::Extremum<Keep>());
+    return a.template combine<T>(b, support::Extremum<Keep>());
 }
 
 }  // namespace
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::And(const TimedTrace_T& other) const {
-    return pointwiseExtremum<detail::KeepSmaller>(*this, other);
+    return pointwiseExtremum<support::KeepSmaller>(*this, other);
 }
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Or(const TimedTrace_T& other) const {
-    return pointwiseExtremum<detail::KeepGreater>(*this, other);
+    return pointwiseExtremum<support::KeepGreater>(*this, other);
 }
 
 template <class T>

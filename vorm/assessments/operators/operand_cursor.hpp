@@ -14,7 +14,7 @@
 #include <iterator>
 #include <vector>
 
-namespace vorm::assessments::detail {
+namespace vorm::assessments::support {
 
 /// The end of the samples that lie at or before `time`. Looks from the end, where it mostly is.
 template <class T>
@@ -118,4 +118,4 @@ void walk(OperandCursor<T>& left, OperandCursor<T>& right, Visit visit) {
     walkRest(right, [&](const TimedPoint<T>& b) { visit(b.time, &left.inForce(), &b); });
 }
 
-}  // namespace vorm::assessments::detail
+}  // namespace vorm::assessments::support

@@ -5,7 +5,7 @@
 
 #include <vorm/assessments/trace/trace_builder.hpp>
 
-namespace vorm::assessments::detail {
+namespace vorm::assessments::support {
 
 /// Writes values to a trace in the order of time, with strictly increasing times.
 template <class T>
@@ -32,4 +32,4 @@ private:
     TimedPoint<T> pending_;
 };
 
-}  // namespace vorm::assessments::detail
+}  // namespace vorm::assessments::support

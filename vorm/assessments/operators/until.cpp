@@ -17,7 +17,7 @@ namespace {
 
 template <class T>
 TimedTrace_T<T> emptyTrace() {
-    return TimedTrace_T<T>(INTERPOLATION_METHOD::ZOH, -detail::infinity);
+    return TimedTrace_T<T>(INTERPOLATION_METHOD::ZOH, -support::infinity);
 }
 
 template <class T>
@@ -41,7 +41,7 @@ bool haveCommonTime(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
 }
 
 TimedTrace_T<bool> untilNextSamples(const TimedTrace_T<bool>& phi, const TimedTrace_T<bool>& psi) {
-    using Cursor = detail::OperandCursor<bool>;
+    using Cursor = support::OperandCursor<bool>;
     const auto nextTime = [](const Cursor& operand, double known) {
         return operand.done() ? known : operand.nextTime();
     };
@@ -51,7 +51,7 @@ TimedTrace_T<bool> untilNextSamples(const TimedTrace_T<bool>& phi, const TimedTr
     left.advanceTo(start);
     right.advanceTo(start);
     TimedTrace_T<bool> result = emptyTrace<bool>();
-    detail::TraceBuilder<bool> builder(result);
+    support::TraceBuilder<bool> builder(result);
     while (!left.done() || !right.done()) {
         const double leftTime = left.nextTime();
         const double rightTime = right.nextTime();
@@ -78,16 +78,16 @@ template <class T>
 std::vector<detail::UntilStep<T>> stepsUpTo(double end, const TimedTrace_T<T>& phi,
                                             const TimedTrace_T<T>& psi) {
     const double start = commonStart(phi, psi);
-    detail::OperandCursor<T> left(phi.points.begin(), detail::samplesUpTo(phi, end));
-    detail::OperandCursor<T> right(psi.points.begin(), detail::samplesUpTo(psi, end));
+    support::OperandCursor<T> left(phi.points.begin(), support::samplesUpTo(phi, end));
+    support::OperandCursor<T> right(psi.points.begin(), support::samplesUpTo(psi, end));
     left.advanceTo(start);
     right.advanceTo(start);
     std::vector<detail::UntilStep<T>> steps;
     steps.reserve(phi.points.size() + psi.points.size());
-    detail::walk(left, right,
-                 [&](double time, const TimedPoint<T>* ofPhi, const TimedPoint<T>* ofPsi) {
-                     steps.push_back({time, {ofPsi->value, ofPhi->value}});
-                 });
+    support::walk(left, right,
+                  [&](double time, const TimedPoint<T>* ofPhi, const TimedPoint<T>* ofPsi) {
+                      steps.push_back({time, {ofPsi->value, ofPhi->value}});
+                  });
     return steps;
 }
 
@@ -96,7 +96,7 @@ template <class T>
 TimedTrace_T<T> untilWithin(double width, double lastStart, const TimedTrace_T<T>& phi,
                             const TimedTrace_T<T>& psi) {
     TimedTrace_T<T> result = emptyTrace<T>();
-    detail::TraceBuilder<T> builder(result);
+    support::TraceBuilder<T> builder(result);
     const double known = std::min(phi.lastKnownTime, psi.lastKnownTime);
     detail::slideUntil(stepsUpTo(known, phi, psi), width, lastStart, builder);
     result.lastKnownTime = lastStart;
@@ -127,7 +127,7 @@ TimedTrace_T<T> untilSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>&
         step->values.psi = detail::lesser(step->values.phi, *best);
     }
     TimedTrace_T<T> result = emptyTrace<T>();
-    detail::TraceBuilder<T> builder(result);
+    support::TraceBuilder<T> builder(result);
     for (const detail::UntilStep<T>& step : steps) {
         builder.append({step.time, step.values.psi});
     }
@@ -160,7 +160,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Until(const TimedTrace_T& other, double d) cons
     if (!haveCommonTime(*this, other) || points.front().time > other.points.back().time) {
         return emptyTrace<T>();
     }
-    if (d == detail::infinity) {
+    if (d == support::infinity) {
         return untilSomeTime(*this, other);
     }
     const double start = commonStart(*this, other);
@@ -180,7 +180,7 @@ TimedTrace_T<T> TimedTrace_T<T>::Until(const TimedTrace_T& other, const double& 
         return emptyTrace<T>();
     }
     const TimedTrace_T reached = other.Eventually(a, b);
-    TimedTrace_T holds = support::isBool<T> ? UntimedUntil(other) : Until(other, detail::infinity);
+    TimedTrace_T holds = support::isBool<T> ? UntimedUntil(other) : Until(other, support::infinity);
     if (a == 0) {
         // All that a window without a width does.
         holds.popBackAfter(holds.lastKnownTime);
@@ -195,7 +195,7 @@ template <class Comparison>
 void TimedTrace_T<T>::windowAdd(Comparison comparison, const Point& point) {
     requireHeld(*this);
     if (!(point.time > lastKnownTime)) {
-        detail::throwTimeValueMustIncrease();
+        support::throwTimeValueMustIncrease();
     }
     if (points.empty()) {
         push_back(point);

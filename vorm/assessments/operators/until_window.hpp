@@ -7,7 +7,7 @@
 // window_candidates.hpp tells of: steps in front are composed from behind when they are needed
 // first, those that enter later one by one.
 
-#include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/operators/extremum.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 
@@ -20,12 +20,12 @@ namespace vorm::assessments::detail {
 
 template <class T>
 T lesser(const T& a, const T& b) {
-    return Extremum<KeepSmaller>()(a, b);
+    return support::Extremum<support::KeepSmaller>()(a, b);
 }
 
 template <class T>
 T greater(const T& a, const T& b) {
-    return Extremum<KeepGreater>()(a, b);
+    return support::Extremum<support::KeepGreater>()(a, b);
 }
 
 /// What waiting over some steps makes of the value after them: max(psi, min(phi, value)).
@@ -107,7 +107,7 @@ private:
 /// of finite width that start up to `lastStart`.
 template <class T>
 void slideUntil(std::vector<UntilStep<T>> steps, double width, double lastStart,
-                TraceBuilder<T>& output) {
+                support::TraceBuilder<T>& output) {
     double time = steps.front().time;
     UntilWindow<T> window(std::move(steps));
     while (!(time > lastStart)) {

@@ -2,10 +2,10 @@
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/operators/config_last_window.hpp>
+#include <vorm/assessments/operators/extremum.hpp>
 #include <vorm/assessments/operators/held_window.hpp>
 #include <vorm/assessments/operators/linear_window.hpp>
 #include <vorm/assessments/operators/operand_cursor.hpp>
-#include <vorm/assessments/operators/value_arithmetic.hpp>
 #include <vorm/assessments/operators/window_width.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 
@@ -33,7 +33,7 @@ namespace {
 template <class T>
 std::deque<TimedPoint<T>> closedPoints(const TimedTrace_T<T>& trace) {
     std::deque<TimedPoint<T>> points(trace.points.begin(),
-                                     detail::samplesUpTo(trace, trace.lastKnownTime));
+                                     support::samplesUpTo(trace, trace.lastKnownTime));
     const double known = trace.lastKnownTime;
     if (points.back().time < known && std::isfinite(known)) {
         points.push_back({known, points.back().valueAt(known)});
@@ -59,8 +59,8 @@ double decidedUntil(const TimedPoint<bool>& lastExtremum, double lastKnownTime,
                     const KeepFirst& keepFirst) {
     const bool value = lastExtremum.value;
     const bool decides = keepFirst(value, !value) && !keepFirst(!value, value);
-    return decides ? std::min(lastKnownTime, detail::previousTime(lastExtremum.time))
-                   : -detail::infinity;
+    return decides ? std::min(lastKnownTime, support::previousTime(lastExtremum.time))
+                   : -support::infinity;
 }
 
 template <class T, class KeepFirst>
@@ -71,7 +71,7 @@ TimedTrace_T<T> slidingExtremum(const TimedTrace_T<T>& trace, double width,
         return trace;
     }
     detail::requireWindowWidth(width);
-    TimedTrace_T<T> result(trace.interpolation, -detail::infinity);
+    TimedTrace_T<T> result(trace.interpolation, -support::infinity);
     result.enumTypeName = trace.enumTypeName;
     const double known = trace.lastKnownTime;
     const double start = trace.points.front().time;
@@ -93,7 +93,7 @@ TimedTrace_T<T> slidingExtremum(const TimedTrace_T<T>& trace, double width,
         return result;
     }
     const TimedPoint<T> lastExtremum =
-        detail::slideHeld<T>(trace.points.begin(), detail::samplesUpTo(trace, known), width,
+        detail::slideHeld<T>(trace.points.begin(), support::samplesUpTo(trace, known), width,
                              lastStart, keepFirst, result);
     result.lastKnownTime = lastStart;
     if constexpr (support::isBool<T>) {
@@ -129,22 +129,22 @@ void TimedTrace_T<T>::timedWindow(const double& width, std::function<bool(T, T)>
 
 template <class T>
 void TimedTrace_T<T>::timedMax(const double& width) {
-    *this = slidingExtremum(*this, width, detail::KeepGreater());
+    *this = slidingExtremum(*this, width, support::KeepGreater());
 }
 
 template <class T>
 void TimedTrace_T<T>::timedMin(const double& width) {
-    *this = slidingExtremum(*this, width, detail::KeepSmaller());
+    *this = slidingExtremum(*this, width, support::KeepSmaller());
 }
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Eventually(const double& a, const double& b) const {
-    return extremumBetween(*this, a, b, detail::KeepGreater());
+    return extremumBetween(*this, a, b, support::KeepGreater());
 }
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Globally(const double& a, const double& b) const {
-    return extremumBetween(*this, a, b, detail::KeepSmaller());
+    return extremumBetween(*this, a, b, support::KeepSmaller());
 }
 
 #define VORM_VALUE_TYPE(T)                                                                    \

@@ -58,7 +58,7 @@ template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::extractWindow(const double& startTime, const double& endTime,
                                                const double& decimationInterval) const {
     if (points.empty() || startTime > lastKnownTime) {
-        return TimedTrace_T(INTERPOLATION_METHOD::ZOH, -detail::infinity);
+        return TimedTrace_T(INTERPOLATION_METHOD::ZOH, -support::infinity);
     }
     const auto first = TimedPointIteratorForValueAt(startTime, true);
     const auto last = endTime > startTime && endTime > first->time

@@ -16,7 +16,7 @@ template <class T>
 void keepApart(std::deque<TimedPoint<T>>& points) {
     for (std::size_t i = points.size() - 1; i > 0; --i) {
         if (!(points[i - 1].time < points[i].time)) {
-            points[i - 1].time = detail::previousTime(points[i].time);
+            points[i - 1].time = support::previousTime(points[i].time);
         }
     }
 }
@@ -52,7 +52,7 @@ TimedTrace_T<T> TimedTrace_T<T>::EpsilonShift(double direction) const {
         return shifted;
     }
     const bool later = direction >= 0;
-    const auto step = later ? detail::nextTime : detail::previousTime;
+    const auto step = later ? support::nextTime : support::previousTime;
     for (auto point = shifted.points.begin() + (later ? 1 : 0); point != shifted.points.end();
          ++point) {
         point->time = step(point->time);
@@ -68,12 +68,12 @@ TimedTrace_T<double> TimedTrace_T<T>::Slope() const {
     if (interpolation == INTERPOLATION_METHOD::ZOH) {
         throw AssessmentInternalException("Slope is not valid for ZOH TimedTrace.");
     }
-    TimedTrace_T<double> slopes(INTERPOLATION_METHOD::ZOH, -detail::infinity);
-    detail::TraceBuilder<double> result(slopes);
+    TimedTrace_T<double> slopes(INTERPOLATION_METHOD::ZOH, -support::infinity);
+    support::TraceBuilder<double> result(slopes);
     for (const Point& point : points) {
         result.append({point.time, point.derivative});
     }
-    slopes.popBackAfter(detail::previousTime(lastKnownTime));
+    slopes.popBackAfter(support::previousTime(lastKnownTime));
     return slopes;
 }
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-namespace vorm::assessments::detail {
+namespace vorm::assessments::support {
 
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -19,4 +19,4 @@ inline double previousTime(double time) {
     return std::isfinite(time) ? std::nextafter(time, -infinity) : time;
 }
 
-}  // namespace vorm::assessments::detail
+}  // namespace vorm::assessments::support

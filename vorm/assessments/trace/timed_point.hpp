@@ -24,7 +24,7 @@ struct VORM_ASSESSMENTS_EXPORT TimedPoint {
     /// The slope of the straight line from here to `next`; throws as setDerivative does.
     double slopeTo(const TimedPoint& next) const {
         if constexpr (IsFloatingPoint<T>::value) {
-            return (detail::toDouble(next.value) - detail::toDouble(value)) / (next.time - time);
+            return (support::toDouble(next.value) - support::toDouble(value)) / (next.time - time);
         } else {
             detail::throwDerivativeOfDiscreteValue();
         }
@@ -36,8 +36,8 @@ struct VORM_ASSESSMENTS_EXPORT TimedPoint {
         if constexpr (IsFloatingPoint<T>::value) {
             // A NaN or infinite slope must not reach the sample itself.
             if (derivative != 0 && when > time) {
-                return detail::fromDouble<T>(detail::toDouble(value) + (when - time) * derivative,
-                                             value);
+                return support::fromDouble<T>(support::toDouble(value) + (when - time) * derivative,
+                                              value);
             }
         }
         return value;

@@ -6,17 +6,13 @@
 
 namespace vorm::assessments {
 
-namespace detail {
-
-void throwDerivativeOfDiscreteValue() {
+void detail::throwDerivativeOfDiscreteValue() {
     throw AssessmentInternalException("Derivative cannot be set for discrete type value");
 }
 
-void throwTimeValueMustIncrease() {
+void support::throwTimeValueMustIncrease() {
     throw AssessmentException(quillet::assessments::TimeValueMustIncrease());
 }
-
-}  // namespace detail
 
 template <class T>
 TimedTrace_T<T>::TimedTrace_T(INTERPOLATION_METHOD method, double knownUntil)
@@ -24,9 +20,9 @@ TimedTrace_T<T>::TimedTrace_T(INTERPOLATION_METHOD method, double knownUntil)
 
 template <class T>
 TimedTrace_T<T>::TimedTrace_T(const T& constant)
-    : points{Point{-detail::infinity, constant}},
+    : points{Point{-support::infinity, constant}},
       interpolation(INTERPOLATION_METHOD::ZOH),
-      lastKnownTime(detail::infinity) {}
+      lastKnownTime(support::infinity) {}
 
 template <class T>
 TimedTrace_T<T>::TimedTrace_T(const TimedTrace_T&) = default;
@@ -41,7 +37,7 @@ TimedTrace_T<T>::~TimedTrace_T() = default;
 
 template <class T>
 void TimedTrace_T<T>::push_back(const Point& point) {
-    detail::TraceBuilder<T>(*this).append(point);
+    support::TraceBuilder<T>(*this).append(point);
 }
 
 #define VORM_VALUE_TYPE(T)                                                        \

@@ -5,7 +5,7 @@
 
 #include <vorm/assessments/trace/timed_trace.hpp>
 
-namespace vorm::assessments::detail {
+namespace vorm::assessments::support {
 
 /// Throws AssessmentException "TimeValueMustIncrease".
 [[noreturn]] VORM_ASSESSMENTS_EXPORT void throwTimeValueMustIncrease();
@@ -62,4 +62,4 @@ private:
     TimedPoint<T>* previous_ = nullptr;  // only of a linear trace
 };
 
-}  // namespace vorm::assessments::detail
+}  // namespace vorm::assessments::support

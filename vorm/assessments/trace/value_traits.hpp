@@ -46,11 +46,15 @@ VORM_ASSESSMENTS_EXPORT double fixedPointToDouble(const ValueType<FixedPoint>& v
 VORM_ASSESSMENTS_EXPORT ValueType<FixedPoint> fixedPointFromDouble(
     double number, const ValueType<FixedPoint>& like);
 
+}  // namespace detail
+
+namespace support {
+
 /// The value of an interpolating type as a double.
 template <class T>
 double toDouble(const T& value) {
     if constexpr (support::isFixedPoint<T>) {
-        return fixedPointToDouble(value);
+        return detail::fixedPointToDouble(value);
     } else if constexpr (support::isNumber<T>) {
         return static_cast<double>(value);
     } else {
@@ -63,7 +67,7 @@ double toDouble(const T& value) {
 template <class T>
 T fromDouble(double number, [[maybe_unused]] const T& like) {
     if constexpr (support::isFixedPoint<T>) {
-        return fixedPointFromDouble(number, like);
+        return detail::fixedPointFromDouble(number, like);
     } else if constexpr (support::isReal<T> || support::isHalf<T>) {
         return static_cast<T>(number);
     } else {
@@ -91,5 +95,5 @@ bool sameValue(const T& a, const T& b) {
     return a == b || (isNan(a) && isNan(b));
 }
 
-}  // namespace detail
+}  // namespace support
 }  // namespace vorm::assessments

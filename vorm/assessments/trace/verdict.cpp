@@ -10,8 +10,8 @@ namespace vorm::assessments {
 namespace {
 
 TimedTrace_T<Verdict> verdictsOf(const TimedTrace_T<bool>& trace) {
-    TimedTrace_T<Verdict> verdicts(INTERPOLATION_METHOD::ZOH, -detail::infinity);
-    detail::TraceBuilder<Verdict> result(verdicts);
+    TimedTrace_T<Verdict> verdicts(INTERPOLATION_METHOD::ZOH, -support::infinity);
+    support::TraceBuilder<Verdict> result(verdicts);
     for (const TimedPoint<bool>& point : trace.points) {
         result.append({point.time, Verdict(point.value ? resultEnum_t::PASS : resultEnum_t::FAIL)});
     }
@@ -27,7 +27,7 @@ void padToRange(TimedTrace_T<Verdict>& verdicts, double startTime, double endTim
     if (points.empty()) {
         points.push_back({startTime, noResult});
         points.push_back({endTime, noResult});
-        verdicts.lastKnownTime = -detail::infinity;
+        verdicts.lastKnownTime = -support::infinity;
         return;
     }
     const double known = verdicts.lastKnownTime;
@@ -36,7 +36,7 @@ void padToRange(TimedTrace_T<Verdict>& verdicts, double startTime, double endTim
             points.push_back({known, points.back().value});
         }
     } else {
-        const double afterKnown = detail::nextTime(known);
+        const double afterKnown = support::nextTime(known);
         points.push_back({afterKnown, noResult});
         if (afterKnown < endTime) {
             points.push_back({endTime, noResult});
