@@ -32,7 +32,7 @@ std::vector<const Expression*> shownChildren(const Expression& tree) {
             return children;
         }
     }
-    assessments::detail::forEachChild<ModuloAliases>(
+    assessments::support::forEachChild<ModuloAliases>(
         tree, [&](const Expression& child) { children.push_back(&child); });
     return children;
 }

@@ -47,7 +47,7 @@ void forEachStretch(const Truth& truth, const TimeRange& range, Visit visit) {
         ++point;
         const bool ends = point != truth.points.end() && point->time <= range.to;
         const double end = ends ? point->time : range.to;
-        const bool isInstant = end <= detail::nextTime(first);
+        const bool isInstant = end <= support::nextTime(first);
         visit(Span{start, isInstant ? start : end}, value);
         start = isInstant ? start : end;
     }
@@ -109,20 +109,20 @@ bool isFalseThroughout(const Truth& truth, const TimeRange& range) {
 
 std::optional<Trigger> triggerOf(const Expression& formula) {
     TimeRange window{0, 0};
-    const Expression* inner = &assessments::detail::withoutAliases(formula);
+    const Expression* inner = &assessments::support::withoutAliases(formula);
     while (const auto* always = boost::get<timedwindow_unary_op>(inner)) {
         if (always->op != VORM_OP::Globally) {
             return std::nullopt;
         }
         window = {window.from + always->a, window.to + always->b};
-        inner = &assessments::detail::withoutAliases(always->child);
+        inner = &assessments::support::withoutAliases(always->child);
     }
     const auto* either = boost::get<binary_op>(inner);
     if (either == nullptr || either->op != VORM_OP::Or) {
         return std::nullopt;
     }
     const auto* untriggered =
-        boost::get<unary_op>(&assessments::detail::withoutAliases(either->lhs));
+        boost::get<unary_op>(&assessments::support::withoutAliases(either->lhs));
     if (untriggered == nullptr || untriggered->op != VORM_OP::Not) {
         return std::nullopt;
     }

@@ -12,12 +12,12 @@ namespace {
 
 using assessments::Expression;
 using assessments::variable;
-using assessments::detail::infinity;
-using assessments::detail::nextTime;
+using assessments::support::infinity;
+using assessments::support::nextTime;
 
 std::vector<std::string> signalsIn(const Expression& formula) {
     std::vector<std::string> names;
-    assessments::detail::forEachNode(formula, [&](const Expression& tree) {
+    assessments::support::forEachNode(formula, [&](const Expression& tree) {
         const auto* signal = boost::get<variable>(&tree);
         if (signal != nullptr &&
             std::find(names.begin(), names.end(), signal->name) == names.end()) {
@@ -151,7 +151,7 @@ NodeResults::NodeResults(const Expression& root, const std::vector<const Express
             requests.push_back({&tree, Meaning::Boolean});
         }
     };
-    assessments::detail::forEachNode(root, request);
+    assessments::support::forEachNode(root, request);
     for (const Expression* other : others) {
         request(*other);
     }

@@ -13,9 +13,9 @@ namespace vorm::evaluation::detail {
 namespace {
 
 using namespace assessments;
-using assessments::detail::infinity;
-using assessments::detail::nextTime;
-using assessments::detail::previousTime;
+using assessments::support::infinity;
+using assessments::support::nextTime;
+using assessments::support::previousTime;
 
 // The times at which the operands of an operator are looked at, from those of the operator.
 class Seen : public boost::static_visitor<TimeSet> {
@@ -91,7 +91,7 @@ ConditionTimes openConditions(const JudgedFormula& formula, const TimeSet& times
             conditions.emplace(i, open);
             continue;
         }
-        const Expression& operation = assessments::detail::withoutAliases(*node.formula);
+        const Expression& operation = assessments::support::withoutAliases(*node.formula);
         const auto ask = [&](std::size_t index, const TimeSet& when) {
             asked[node.operands[index]] = asked[node.operands[index]].joined(when);
         };
@@ -143,7 +143,7 @@ void addGaps(const Expression& condition, const TimeSet& times, const PiecesOf& 
     while (!pending.empty()) {
         const Asked asked = std::move(pending.back());
         pending.pop_back();
-        const Expression& operation = assessments::detail::withoutAliases(*asked.formula);
+        const Expression& operation = assessments::support::withoutAliases(*asked.formula);
         if (const auto* signal = boost::get<variable>(&operation)) {
             for (const ClosedSpan& span : asked.times.spans()) {
                 addGapsIn(span, signal->name, piecesOf(*signal), gaps);
@@ -152,7 +152,7 @@ void addGaps(const Expression& condition, const TimeSet& times, const PiecesOf& 
         }
         const TimeSet seen = boost::apply_visitor(Seen(asked.times), operation);
         const auto operands = static_cast<std::ptrdiff_t>(pending.size());
-        assessments::detail::forEachChild<ModuloAliases>(operation, [&](const Expression& child) {
+        assessments::support::forEachChild<ModuloAliases>(operation, [&](const Expression& child) {
             pending.push_back({&child, seen});
         });
         std::reverse(pending.begin() + operands, pending.end());

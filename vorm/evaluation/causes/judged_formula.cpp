@@ -13,9 +13,9 @@ namespace vorm::evaluation::detail {
 namespace {
 
 using assessments::Expression;
-using assessments::detail::infinity;
-using assessments::detail::nextTime;
-using assessments::detail::previousTime;
+using assessments::support::infinity;
+using assessments::support::nextTime;
+using assessments::support::previousTime;
 
 // Causes are looked for by recursion.
 constexpr std::size_t mostLevels = 1000;
@@ -26,7 +26,7 @@ bool isLogic(const Expression& formula) {
 }
 
 bool hasSignal(const Expression& formula) {
-    return assessments::detail::anyNode(formula, [](const Expression& tree) {
+    return assessments::support::anyNode(formula, [](const Expression& tree) {
         return boost::get<assessments::variable>(&tree) != nullptr;
     });
 }
@@ -134,7 +134,7 @@ JudgedFormula::Reach JudgedFormula::reachOf(const JudgedNode& node) const {
         const Reach& other = reaches_[node.operands[1]];
         reach = {std::min(reach.from, other.from), std::max(reach.to, other.to)};
     }
-    const Expression& operation = assessments::detail::withoutAliases(*node.formula);
+    const Expression& operation = assessments::support::withoutAliases(*node.formula);
     if (const auto* shift = boost::get<assessments::timed_unary_op>(&operation)) {
         if (shift->op == assessments::VORM_OP::EpsilonShift) {
             // Nothing lies before what is known first: all that was ever known matters.

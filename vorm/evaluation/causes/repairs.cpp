@@ -13,8 +13,8 @@ namespace vorm::evaluation::detail {
 namespace {
 
 using namespace assessments;
-using assessments::detail::nextTime;
-using assessments::detail::previousTime;
+using assessments::support::nextTime;
+using assessments::support::previousTime;
 
 using Ways = std::vector<Repair>;
 
@@ -222,7 +222,7 @@ private:
         for (const ClosedSpan& span : kept.spans()) {
             const TimeSet goals = question.times.within(span).plus(a, b);
             for (const ClosedSpan& goal :
-                 goals.within({-assessments::detail::infinity, nextTime(span.last)}).spans()) {
+                 goals.within({-assessments::support::infinity, nextTime(span.last)}).spans()) {
                 reached.push_back(goal);
             }
         }
@@ -245,7 +245,7 @@ bool Search::extends(const JudgedNode& node, bool value) const {
     if (node.operandCount == 0) {
         return true;
     }
-    const Expression& operation = assessments::detail::withoutAliases(*node.formula);
+    const Expression& operation = assessments::support::withoutAliases(*node.formula);
     if (const auto* either = boost::get<binary_op>(&operation)) {
         return (either->op == VORM_OP::Or) != value && operand(0, value) && operand(1, value);
     }
@@ -270,7 +270,7 @@ Ways Search::ways(std::size_t number, const TimeSet& times, bool value) {
     }
     const Question question{node, concerned, value};
     return boost::apply_visitor(OfNode(*this, question),
-                                assessments::detail::withoutAliases(*node.formula));
+                                assessments::support::withoutAliases(*node.formula));
 }
 
 }  // namespace

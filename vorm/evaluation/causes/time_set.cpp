@@ -7,9 +7,9 @@
 
 namespace vorm::evaluation::detail {
 
-using assessments::detail::infinity;
-using assessments::detail::nextTime;
-using assessments::detail::previousTime;
+using assessments::support::infinity;
+using assessments::support::nextTime;
+using assessments::support::previousTime;
 
 TimeSet::TimeSet(std::vector<ClosedSpan> spans) {
     std::sort(spans.begin(), spans.end(),

@@ -7,7 +7,7 @@
 
 namespace vorm::evaluation::detail {
 
-using assessments::detail::previousTime;
+using assessments::support::previousTime;
 
 UntilWaits::UntilWaits(const TimeSet& times, const TimeSet& goal, double a, double b)
     : missed(times) {

@@ -26,7 +26,7 @@ public:
 
     bool isLine() const { return isLine_; }
     bool isComputed() const { return isComputed_; }
-    assessments::detail::OperandCursor<T>& cursor() { return cursor_; }
+    assessments::support::OperandCursor<T>& cursor() { return cursor_; }
 
     /// The value at an event of the walk, from the sample in force then.
     double valueAt(const Point* inForce, double time) const {
@@ -70,7 +70,7 @@ private:
                                                : std::next(trace.points.begin());
     }
 
-    static double toDouble(const T& value) { return assessments::detail::toDouble(value); }
+    static double toDouble(const T& value) { return assessments::support::toDouble(value); }
 
     const Point* next(const Point* inForce) const { return cursor_.done() ? beyond_ : inForce + 1; }
 
@@ -93,7 +93,7 @@ private:
     bool isLine_;
     bool isComputed_;
     const Point* beyond_;  // the sample after the span, to which a line leads
-    assessments::detail::OperandCursor<T> cursor_;
+    assessments::support::OperandCursor<T> cursor_;
 };
 
 }  // namespace vorm::evaluation

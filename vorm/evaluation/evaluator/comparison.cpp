@@ -25,7 +25,7 @@ void compareHeld(ComparedOperand<T> left, ComparedOperand<T> right, double start
         __attribute__((always_inline)) {
         truth.change(time, relation(orderOf(l->value, r->value)));
     };
-    detail::walk(left.cursor(), right.cursor(), visit);
+    support::walk(left.cursor(), right.cursor(), visit);
 }
 
 // Two pieces, on a span in which both are known.

@@ -39,7 +39,7 @@ To numberAs(const From& number) {
     if constexpr (std::is_same_v<From, bool>) {
         return numberAs<To>(int{number});
     } else if constexpr (IsFloatingPoint<From>::value) {
-        const double real = detail::toDouble(number);
+        const double real = support::toDouble(number);
         if constexpr (std::is_integral_v<To>) {
             return saturatedInteger<To>(real);
         } else if constexpr (std::is_same_v<To, ValueType<FixedPoint>>) {
@@ -69,7 +69,7 @@ TimedTrace_T<To> numbersAs(const TimedTrace_T<From>& trace, const Timeline& time
         if (point.time > trace.lastKnownTime) {
             break;
         }
-        if (!hasNan && detail::isNan(point.value)) {
+        if (!hasNan && support::isNan(point.value)) {
             throw AssessmentInternalException("The NaN at " + timeline.timeAt(point.time).text() +
                                               " s has no value of that type.");
         }

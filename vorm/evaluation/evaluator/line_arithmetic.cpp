@@ -40,11 +40,11 @@ template <class T>
 T onValues(VORM_OP op, const T& left, const T& right) {
     switch (op) {
         case VORM_OP::Plus:
-            return detail::sum(left, right);
+            return support::sum(left, right);
         case VORM_OP::Minus:
-            return detail::difference(left, right);
+            return support::difference(left, right);
         default:
-            return detail::product(left, right);
+            return support::product(left, right);
     }
 }
 
@@ -56,15 +56,15 @@ TimedTrace_T<T> onLines(VORM_OP op, const TimedTrace_T<T>& left, const TimedTrac
     ComparedOperand<T> r(right, span.start, span.end, false);
     l.cursor().advanceTo(span.start);
     r.cursor().advanceTo(span.start);
-    TimedTrace_T<T> result(INTERPOLATION_METHOD::LINEAR, -detail::infinity);
-    detail::TraceBuilder<T> builder(result);
+    TimedTrace_T<T> result(INTERPOLATION_METHOD::LINEAR, -support::infinity);
+    support::TraceBuilder<T> builder(result);
     const auto visit = [&](double time, const TimedPoint<T>* ofLeft, const TimedPoint<T>* ofRight)
         __attribute__((always_inline)) {
-        const T leftValue = detail::fromDouble(l.valueAt(ofLeft, time), ofLeft->value);
-        const T rightValue = detail::fromDouble(r.valueAt(ofRight, time), ofRight->value);
+        const T leftValue = support::fromDouble(l.valueAt(ofLeft, time), ofLeft->value);
+        const T rightValue = support::fromDouble(r.valueAt(ofRight, time), ofRight->value);
         builder.append({time, onValues(op, leftValue, rightValue)});
     };
-    detail::walk(l.cursor(), r.cursor(), visit);
+    support::walk(l.cursor(), r.cursor(), visit);
     const TimedPoint<T>& lastLeft = l.cursor().inForce();
     const TimedPoint<T>& lastRight = r.cursor().inForce();
     const bool slopes = lastLeft.derivative != 0 || lastRight.derivative != 0;
@@ -101,18 +101,18 @@ TimedTrace onMixed(VORM_OP op, const TimedTrace& left, const TimedTrace& right,
 
 template <class T>
 bool passesZero(const TimedPoint<T>& from, const TimedPoint<T>& to) {
-    const double start = detail::toDouble(from.value);
-    const double end = detail::toDouble(to.value);
-    const bool hasInside = detail::nextTime(from.time) < to.time;
+    const double start = support::toDouble(from.value);
+    const double end = support::toDouble(to.value);
+    const bool hasInside = support::nextTime(from.time) < to.time;
     return hasInside && ((start < 0 && 0 < end) || (end < 0 && 0 < start));
 }
 
 template <class T>
 TimedPoint<T> zeroBetween(const TimedPoint<T>& from, const TimedPoint<T>& to, bool isComputed) {
-    const long double start = detail::toDouble(from.value);
-    const long double rise = detail::toDouble(to.value) - start;
+    const long double start = support::toDouble(from.value);
+    const long double rise = support::toDouble(to.value) - start;
     return {crossingTime(from.time, to.time, start, rise, isComputed),
-            detail::fromDouble(0, to.value)};
+            support::fromDouble(0, to.value)};
 }
 
 // A line with a sample wherever it passes through zero, so that its magnitude bends there.

@@ -58,7 +58,7 @@ public:
             }
             last = now;
         };
-        assessments::detail::walk(left_.cursor(), right_.cursor(), visit);
+        assessments::support::walk(left_.cursor(), right_.cursor(), visit);
         if (last.time < end && std::isfinite(end)) {
             visit(end, &left_.cursor().inForce(), &right_.cursor().inForce());
         }
@@ -87,7 +87,7 @@ private:
         Real length() const { return Real(to) - from; }
         Real rise() const { return (leftEnd - rightEnd) - (leftStart - rightStart); }
         // A step from one time to the next has no inside and no slope.
-        bool isStep() const { return !(assessments::detail::nextTime(from) < to); }
+        bool isStep() const { return !(assessments::support::nextTime(from) < to); }
     };
 
     // How much the difference can be and still be zero at `time`. Of computed operands each one is
@@ -106,11 +106,11 @@ private:
     // The same of one operand where the other one steps: the line goes on.
     Real ownCloseness(const ComparedOperand<T>& operand, const auto& course, double time) const {
         if (!isComputed_ || !operand.isLine() || course.to == nullptr ||
-            !(assessments::detail::nextTime(course.from->time) < course.to->time)) {
+            !(assessments::support::nextTime(course.from->time) < course.to->time)) {
             return 0;
         }
-        const Real rise = Real(assessments::detail::toDouble(course.to->value)) -
-                          assessments::detail::toDouble(course.from->value);
+        const Real rise = Real(assessments::support::toDouble(course.to->value)) -
+                          assessments::support::toDouble(course.from->value);
         const Real change = std::fabs(rise) * reachOf(time, isComputed_) /
                             (Real(course.to->time) - course.from->time);
         return std::isfinite(change) ? change : 0;
@@ -166,7 +166,7 @@ private:
         }
         const Order order = orderOf(now.left, now.right);
         write(time, Order::Equal);
-        const double after = assessments::detail::nextTime(time);
+        const double after = assessments::support::nextTime(time);
         write(after, order);
         return true;
     }
@@ -259,7 +259,7 @@ private:
             turn = crossing(stretch);
             write(turn, Order::Equal);
         }
-        const double after = assessments::detail::nextTime(turn);
+        const double after = assessments::support::nextTime(turn);
         if (after < stretch.to) {
             write(after, end);
         }

@@ -15,7 +15,7 @@ namespace vorm::evaluation {
 /// windows lie, draw it from further.
 inline double reachOf(double time, bool isComputed) {
     constexpr double mostReach = 0.125;
-    const double step = assessments::detail::nextTime(time) - time;
+    const double step = assessments::support::nextTime(time) - time;
     if (!isComputed) {
         return step / 2;
     }
@@ -27,8 +27,8 @@ inline double reachOf(double time, bool isComputed) {
 /// `start` by `rise`, the other way. The times are no neighbours.
 inline double crossingTime(double from, double to, long double start, long double rise,
                            bool isComputed) {
-    const double earliest = assessments::detail::nextTime(from);
-    const double latest = assessments::detail::previousTime(to);
+    const double earliest = assessments::support::nextTime(from);
+    const double latest = assessments::support::previousTime(to);
     // A rise beyond all numbers passes through everything at once.
     const long double length = static_cast<long double>(to) - from;
     const auto time = static_cast<double>(from - start * length / rise);

@@ -51,12 +51,12 @@ Value literalValue(const constantValue& literal) {
 // Whether a formula's samples are rounded results; those of a signal that is only moved or
 // converted are not.
 bool isComputed(const Expression& formula) {
-    const Expression* inner = &detail::withoutAliases(formula);
+    const Expression* inner = &support::withoutAliases(formula);
     while (true) {
         if (const auto* moved = boost::get<timed_unary_op>(inner)) {
-            inner = &detail::withoutAliases(moved->child);
+            inner = &support::withoutAliases(moved->child);
         } else if (const auto* cast = boost::get<cast_op>(inner)) {
-            inner = &detail::withoutAliases(cast->child);
+            inner = &support::withoutAliases(cast->child);
         } else {
             return boost::get<variable>(inner) == nullptr &&
                    boost::get<constantValue>(inner) == nullptr;
@@ -279,7 +279,7 @@ Value evaluateNode(const Expression& formula, Meaning meaning, const std::vector
                                     : operands[0];
     }
     return boost::apply_visitor(NodeEvaluation(meaning, operands, signals, timeline),
-                                detail::withoutAliases(formula));
+                                support::withoutAliases(formula));
 }
 
 }  // namespace vorm::evaluation

@@ -16,7 +16,7 @@ NodeRole roleOf(const Expression& formula) {
                 return NodeRole::Term;
             }
         },
-        detail::withoutAliases(formula));
+        support::withoutAliases(formula));
 }
 
 NodeRole roleOf(VORM_OP op) {

@@ -16,7 +16,7 @@ bool isKnownNowhere(const TimedTrace& trace) {
 }
 
 bool isConstant(const TimedTrace& trace) {
-    return trace.isConstantScalar() && trace.getStartTime() == -detail::infinity;
+    return trace.isConstantScalar() && trace.getStartTime() == -support::infinity;
 }
 
 void appendPiece(TracePieces& pieces, TimedTrace piece) {
@@ -26,7 +26,7 @@ void appendPiece(TracePieces& pieces, TimedTrace piece) {
     const double start = piece.getStartTime();
     if (!pieces.empty() && pieces.back().getLastKnownTime() >= start) {
         pieces.back() =
-            pieces.back().extractWindow(-detail::infinity, detail::previousTime(start), 0);
+            pieces.back().extractWindow(-support::infinity, support::previousTime(start), 0);
         if (isKnownNowhere(pieces.back())) {
             pieces.pop_back();
         }

@@ -19,15 +19,15 @@ public:
     explicit ReachOfNode(double step) : step_(step) {}
 
     double operator()(const unary_op& node) const {
-        return node.op == VORM_OP::Slope ? detail::infinity : 0;
+        return node.op == VORM_OP::Slope ? support::infinity : 0;
     }
     double operator()(const timed_unary_op& node) const {
-        return node.op == VORM_OP::Shift ? std::fabs(node.offset) + step_ : detail::infinity;
+        return node.op == VORM_OP::Shift ? std::fabs(node.offset) + step_ : support::infinity;
     }
     double operator()(const timedwindow_unary_op& node) const {
         return std::max(std::fabs(node.a), std::fabs(node.b)) + step_;
     }
-    double operator()(const timedwindow_binary_op&) const { return detail::infinity; }
+    double operator()(const timedwindow_binary_op&) const { return support::infinity; }
     template <class Node>
     double operator()(const Node&) const {
         return 0;
@@ -51,17 +51,17 @@ double reachOf(const Expression& formula, double step) {
     };
     // What a path from the root adds up to is at most what all nodes add up to.
     double reach = 0;
-    detail::WalkStack<Part> pending{{&formula, false}};
+    support::WalkStack<Part> pending{{&formula, false}};
     while (!pending.empty()) {
         const Part part = pending.back();
         pending.pop_back();
         const double own = boost::apply_visitor(ReachOfNode(step), *part.formula);
         if (part.isNumber && own > 0) {
-            return detail::infinity;
+            return support::infinity;
         }
         reach += own;
         const bool areNumbers = part.isNumber || hasNumbersAsOperands(*part.formula);
-        detail::forEachChild<ModuloAliases>(*part.formula, [&](const Expression& child) {
+        support::forEachChild<ModuloAliases>(*part.formula, [&](const Expression& child) {
             pending.push_back({&child, areNumbers});
         });
     }

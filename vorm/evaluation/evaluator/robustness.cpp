@@ -90,25 +90,25 @@ bool isLine(const TimedTrace& trace) {
 class Joining {
 public:
     Joining(INTERPOLATION_METHOD method, double between)
-        : between_(between), joined_(method, -detail::infinity), output_(joined_) {
-        output_.append({-detail::infinity, between_});
+        : between_(between), joined_(method, -support::infinity), output_(joined_) {
+        output_.append({-support::infinity, between_});
     }
 
     void add(const TimedTrace_T<double>& piece) {
         const double start = piece.points.front().time;
         const double end = piece.lastKnownTime;
-        append(detail::previousTime(start), between_);
+        append(support::previousTime(start), between_);
         for (const TimedPoint<double>& point : piece.points) {
             if (point.time <= end) {
                 append(point.time, point.value);
             }
         }
         append(end, *piece.valueAt(end));
-        append(detail::nextTime(end), between_);
+        append(support::nextTime(end), between_);
     }
 
     SharedPieces finish() {
-        joined_.lastKnownTime = detail::infinity;
+        joined_.lastKnownTime = support::infinity;
         return std::make_shared<const TracePieces>(TracePieces{std::move(joined_)});
     }
 
@@ -124,7 +124,7 @@ private:
 
     double between_;
     TimedTrace_T<double> joined_;
-    detail::TraceBuilder<double> output_;
+    support::TraceBuilder<double> output_;
 };
 
 SharedPieces overAllTime(const TracePieces& pieces, double open) {
@@ -156,12 +156,12 @@ double openAs(Meaning meaning) {
 }
 
 SharedPieces certainty(const Truth& truth, double open) {
-    TimedTrace_T<double> result(INTERPOLATION_METHOD::ZOH, -detail::infinity);
-    detail::TraceBuilder<double> output(result);
+    TimedTrace_T<double> result(INTERPOLATION_METHOD::ZOH, -support::infinity);
+    support::TraceBuilder<double> output(result);
     for (const Truth::Point& point : truth.points) {
-        output.append({point.time, point.value == isOpen ? open : point.value * detail::infinity});
+        output.append({point.time, point.value == isOpen ? open : point.value * support::infinity});
     }
-    result.lastKnownTime = detail::infinity;
+    result.lastKnownTime = support::infinity;
     return std::make_shared<const TracePieces>(TracePieces{std::move(result)});
 }
 
@@ -180,8 +180,8 @@ TimedTrace justBefore(const TimedTrace& robustness, const Truth& truth) {
     const TimedTrace_T<double>& now = robustness.get<double>();
     const TimedTrace_T<double> before = now.EpsilonShift(1);
     const std::vector<double> kept = timesWithoutBefore(truth);
-    TimedTrace_T<double> result(before.interpolation, -detail::infinity);
-    detail::TraceBuilder<double> output(result);
+    TimedTrace_T<double> result(before.interpolation, -support::infinity);
+    support::TraceBuilder<double> output(result);
     const auto append = [&](double time, double value) {
         if (result.points.empty() || time > result.lastKnownTime) {
             output.append({time, value});
@@ -192,9 +192,9 @@ TimedTrace justBefore(const TimedTrace& robustness, const Truth& truth) {
         for (; point != before.points.end() && point->time < time; ++point) {
             append(point->time, point->value);
         }
-        append(detail::previousTime(time), *before.valueAt(detail::previousTime(time)));
+        append(support::previousTime(time), *before.valueAt(support::previousTime(time)));
         append(time, *now.valueAt(time));
-        const double after = detail::nextTime(time);
+        const double after = support::nextTime(time);
         if (!std::binary_search(kept.begin(), kept.end(), after)) {
             append(after, *before.valueAt(after));
         }
@@ -202,7 +202,7 @@ TimedTrace justBefore(const TimedTrace& robustness, const Truth& truth) {
     for (; point != before.points.end(); ++point) {
         append(point->time, point->value);
     }
-    result.lastKnownTime = detail::infinity;
+    result.lastKnownTime = support::infinity;
     return result;
 }
 
@@ -238,7 +238,7 @@ TimedTrace withInfiniteCertainty(const TimedTrace& trace) {
             point->derivative = 0;
         }
         if (pointIsCertain) {
-            point->value = std::copysign(detail::infinity, point->value);
+            point->value = std::copysign(support::infinity, point->value);
         }
         nextIsCertain = pointIsCertain;
     }

@@ -11,21 +11,21 @@ namespace {
 
 template <class T>
 TimedTrace_T<double> slopesOf(const TimedTrace_T<T>& line, double ticksPerSecond) {
-    TimedTrace_T<double> slopes(INTERPOLATION_METHOD::ZOH, -detail::infinity);
-    detail::TraceBuilder<double> result(slopes);
+    TimedTrace_T<double> slopes(INTERPOLATION_METHOD::ZOH, -support::infinity);
+    support::TraceBuilder<double> result(slopes);
     for (auto point = line.points.begin(); point != line.points.end(); ++point) {
         const auto next = point + 1;
         // Not the slope per tick times the ticks of a second, which would round twice.
         const double slope =
             next == line.points.end()
                 ? point->derivative * ticksPerSecond
-                : (detail::toDouble(next->value) - detail::toDouble(point->value)) *
+                : (support::toDouble(next->value) - support::toDouble(point->value)) *
                       ticksPerSecond / (next->time - point->time);
         result.append({point->time, slope});
     }
     // The last sample of a line leads nowhere; NaN goes on.
-    const bool isNan = detail::isNan(line.points.back().value);
-    const double end = isNan ? line.lastKnownTime : detail::previousTime(line.lastKnownTime);
+    const bool isNan = support::isNan(line.points.back().value);
+    const double end = isNan ? line.lastKnownTime : support::previousTime(line.lastKnownTime);
     slopes.popBackAfter(end);
     slopes.lastKnownTime = end;
     return slopes;

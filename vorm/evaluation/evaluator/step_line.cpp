@@ -14,10 +14,10 @@ namespace {
 
 template <class T>
 TimedTrace_T<T> lineOfSteps(const TimedTrace_T<T>& held) {
-    TimedTrace_T<T> line(INTERPOLATION_METHOD::LINEAR, -detail::infinity);
+    TimedTrace_T<T> line(INTERPOLATION_METHOD::LINEAR, -support::infinity);
     for (const TimedPoint<T>& point : held.points) {
         if (!line.points.empty()) {
-            const TimedPoint<T> before{detail::previousTime(point.time), line.points.back().value};
+            const TimedPoint<T> before{support::previousTime(point.time), line.points.back().value};
             if (before.time > line.points.back().time) {
                 line.push_back(before);
             }
@@ -32,21 +32,21 @@ TimedTrace_T<T> lineOfSteps(const TimedTrace_T<T>& held) {
 template <class T>
 bool hasNan(const TimedTrace_T<T>& trace) {
     return std::any_of(trace.points.begin(), trace.points.end(),
-                       [](const TimedPoint<T>& point) { return detail::isNan(point.value); });
+                       [](const TimedPoint<T>& point) { return support::isNan(point.value); });
 }
 
 // The stretches of a held trace between which it changes from NaN to numbers or back.
 template <class T>
 void appendStretches(const TimedTrace_T<T>& held, TracePieces& pieces) {
-    TimedTrace_T<T> stretch(INTERPOLATION_METHOD::ZOH, -detail::infinity);
+    TimedTrace_T<T> stretch(INTERPOLATION_METHOD::ZOH, -support::infinity);
     for (const TimedPoint<T>& point : held.points) {
         const bool changes =
             !stretch.points.empty() &&
-            detail::isNan(stretch.points.back().value) != detail::isNan(point.value);
+            support::isNan(stretch.points.back().value) != support::isNan(point.value);
         if (changes) {
-            stretch.lastKnownTime = detail::previousTime(point.time);
+            stretch.lastKnownTime = support::previousTime(point.time);
             pieces.emplace_back(std::move(stretch));
-            stretch = TimedTrace_T<T>(INTERPOLATION_METHOD::ZOH, -detail::infinity);
+            stretch = TimedTrace_T<T>(INTERPOLATION_METHOD::ZOH, -support::infinity);
         }
         stretch.push_back(point);
     }

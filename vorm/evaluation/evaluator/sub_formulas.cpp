@@ -64,16 +64,16 @@ std::size_t SubFormulas::numberOf(const Expression& root) {
         if (!step.childrenAreNumbered) {
             steps.back().childrenAreNumbered = true;
             const auto first = static_cast<std::ptrdiff_t>(steps.size());
-            detail::forEachChild<ModuloAliases>(detail::withoutAliases(*step.tree),
-                                                [&](const Expression& child) {
-                                                    steps.push_back({&child, false});
-                                                });
+            support::forEachChild<ModuloAliases>(support::withoutAliases(*step.tree),
+                                                 [&](const Expression& child) {
+                                                     steps.push_back({&child, false});
+                                                 });
             std::reverse(steps.begin() + first, steps.end());
             continue;
         }
         steps.pop_back();
-        detail::forEachChild<ModuloAliases>(detail::withoutAliases(*step.tree),
-                                            [&](const Expression&) { ++node.childCount; });
+        support::forEachChild<ModuloAliases>(support::withoutAliases(*step.tree),
+                                             [&](const Expression&) { ++node.childCount; });
         for (std::size_t i = node.childCount; i > 0; --i) {
             node.children[i - 1] = numbers.back();
             numbers.pop_back();
@@ -84,7 +84,7 @@ std::size_t SubFormulas::numberOf(const Expression& root) {
 }
 
 std::size_t SubFormulas::numberOfNode(const SubFormula& node) {
-    const Expression& operation = detail::withoutAliases(*node.formula);
+    const Expression& operation = support::withoutAliases(*node.formula);
     const auto numbered = [&](auto& numbers, const auto& key) {
         const auto [entry, isNew] = numbers.try_emplace(key, all_.size());
         if (isNew) {

@@ -26,14 +26,14 @@ Truth truthOf(const TracePieces& pieces) {
 
 TracePieces knownPieces(const Truth& truth) {
     TracePieces pieces;
-    TimedTrace_T<bool> piece(INTERPOLATION_METHOD::ZOH, detail::infinity);
+    TimedTrace_T<bool> piece(INTERPOLATION_METHOD::ZOH, support::infinity);
     for (const Truth::Point& point : truth.points) {
         if (point.value != isOpen) {
             piece.points.push_back({point.time, point.value == certainlyTrue});
         } else if (!piece.points.empty()) {
-            piece.lastKnownTime = detail::previousTime(point.time);
+            piece.lastKnownTime = support::previousTime(point.time);
             pieces.emplace_back(std::move(piece));
-            piece = TimedTrace_T<bool>(INTERPOLATION_METHOD::ZOH, detail::infinity);
+            piece = TimedTrace_T<bool>(INTERPOLATION_METHOD::ZOH, support::infinity);
         }
     }
     if (!piece.points.empty()) {
@@ -51,10 +51,10 @@ Truth epsilonShifted(const Truth& truth, double direction) {
         const bool begins = point.value != isOpen && !isKnownBefore;
         if (later) {
             const bool stays = begins || point.value == isOpen;
-            shifted.change(stays ? point.time : detail::nextTime(point.time), point.value);
+            shifted.change(stays ? point.time : support::nextTime(point.time), point.value);
             isKnownBefore = isKnownBefore || begins;
         } else {
-            shifted.change(begins ? point.time : detail::previousTime(point.time), point.value);
+            shifted.change(begins ? point.time : support::previousTime(point.time), point.value);
             isKnownBefore = point.value != isOpen;
         }
     }

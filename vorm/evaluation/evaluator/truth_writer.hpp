@@ -26,23 +26,23 @@ public:
 
     /// After this time nothing is known.
     void openAfter(double lastKnownTime) {
-        if (lastKnownTime < assessments::detail::infinity) {
-            change(assessments::detail::nextTime(lastKnownTime), isOpen);
+        if (lastKnownTime < assessments::support::infinity) {
+            change(assessments::support::nextTime(lastKnownTime), isOpen);
         }
     }
 
     /// What was written. Nothing may follow.
     Truth finish() {
         output_.finish();
-        truth_.lastKnownTime = assessments::detail::infinity;
+        truth_.lastKnownTime = assessments::support::infinity;
         return std::move(truth_);
     }
 
 private:
-    static constexpr double start = -assessments::detail::infinity;
+    static constexpr double start = -assessments::support::infinity;
 
     Truth truth_{assessments::INTERPOLATION_METHOD::ZOH, start};
-    assessments::detail::StepOutput<std::int8_t> output_{truth_, start, isOpen};
+    assessments::support::StepOutput<std::int8_t> output_{truth_, start, isOpen};
     std::int8_t value_ = isOpen;  // from the last change on
 };
 

@@ -1,7 +1,7 @@
 #include "until_robustness.hpp"
 
+#include <vorm/assessments/operators/extremum.hpp>
 #include <vorm/assessments/operators/operand_cursor.hpp>
-#include <vorm/assessments/operators/value_arithmetic.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/evaluator/robustness.hpp>
 
@@ -15,8 +15,8 @@ using namespace assessments;
 
 namespace {
 
-constexpr detail::Extremum<detail::KeepSmaller> smaller;
-constexpr detail::Extremum<detail::KeepGreater> greater;
+constexpr support::Extremum<support::KeepSmaller> smaller;
+constexpr support::Extremum<support::KeepGreater> greater;
 
 struct Event {
     double time;
@@ -32,7 +32,7 @@ public:
     Stretch(const Event& from, const Event& to, double later)
         : from_(from),
           to_(to),
-          isRising_(from.condition <= to.condition || !(detail::nextTime(from.time) < to.time)),
+          isRising_(from.condition <= to.condition || !(support::nextTime(from.time) < to.time)),
           bound_(isRising_ ? later : smaller(to.condition, later)),
           meeting_(meetingOf(from.condition - from.goal, to.condition - to.goal)) {}
 
@@ -89,14 +89,14 @@ private:
 
 std::vector<Event> eventsOf(const TimedTrace_T<double>& condition,
                             const TimedTrace_T<double>& goal) {
-    detail::OperandCursor<double> left(condition.points.begin(), condition.points.end());
-    detail::OperandCursor<double> right(goal.points.begin(), goal.points.end());
+    support::OperandCursor<double> left(condition.points.begin(), condition.points.end());
+    support::OperandCursor<double> right(goal.points.begin(), goal.points.end());
     std::vector<Event> events;
     events.reserve(condition.points.size() + goal.points.size());
-    detail::walk(left, right,
-                 [&](double time, const TimedPoint<double>* l, const TimedPoint<double>* r) {
-                     events.push_back({time, l->valueAt(time), r->valueAt(time)});
-                 });
+    support::walk(left, right,
+                  [&](double time, const TimedPoint<double>* l, const TimedPoint<double>* r) {
+                      events.push_back({time, l->valueAt(time), r->valueAt(time)});
+                  });
     return events;
 }
 
@@ -111,8 +111,8 @@ TimedTrace_T<double> untilSomeTime(const std::vector<Event>& events) {
         stretches.emplace_back(events[i - 1], events[i], later);
         later = stretches.back().later();
     }
-    TimedTrace_T<double> result(INTERPOLATION_METHOD::LINEAR, -detail::infinity);
-    detail::TraceBuilder<double> output(result);
+    TimedTrace_T<double> result(INTERPOLATION_METHOD::LINEAR, -support::infinity);
+    support::TraceBuilder<double> output(result);
     for (std::size_t i = 0; i + 1 < events.size(); ++i) {
         const Stretch& stretch = stretches[stretches.size() - 1 - i];
         output.append({events[i].time, stretch.untilAt(events[i].time)});
@@ -124,7 +124,7 @@ TimedTrace_T<double> untilSomeTime(const std::vector<Event>& events) {
     }
     const Event& last = events.back();
     output.append({last.time, smaller(last.condition, last.goal)});
-    result.lastKnownTime = detail::infinity;
+    result.lastKnownTime = support::infinity;
     return result;
 }
 

@@ -91,12 +91,12 @@ private:
     // No line leads to or from a value that is not finite: between such samples lies a piece of NaN
     // of its own, which shares the times of its ends with its neighbours until it is placed.
     void appendLinear(const assessments::TimedPoint<T>& point) {
-        const bool isFinite = std::isfinite(assessments::detail::toDouble(point.value));
+        const bool isFinite = std::isfinite(assessments::support::toDouble(point.value));
         if (isFinite && endsFinite_) [[likely]] {
             builder_->append(point);
             return;
         }
-        const bool isNan = assessments::detail::isNan(point.value);
+        const bool isNan = assessments::support::isNan(point.value);
         if (!isEmpty()) {
             if (!endsNan()) {
                 beginNan();
@@ -116,13 +116,13 @@ private:
 
     bool isEmpty() const { return pieces_.back().points.empty(); }
     bool endsNan() const {
-        return !isEmpty() && assessments::detail::isNan(pieces_.back().points.back().value);
+        return !isEmpty() && assessments::support::isNan(pieces_.back().points.back().value);
     }
 
     void beginNan() {
         const auto& last = pieces_.back().points.back();
-        const T nan = assessments::detail::fromDouble<T>(std::numeric_limits<double>::quiet_NaN(),
-                                                         last.value);
+        const T nan = assessments::support::fromDouble<T>(std::numeric_limits<double>::quiet_NaN(),
+                                                          last.value);
         const double time = pieces_.back().lastKnownTime;
         begin();
         builder_->append({time, nan, 0});
@@ -136,7 +136,7 @@ private:
 
     assessments::INTERPOLATION_METHOD interpolation_;
     std::deque<assessments::TimedTrace_T<T>> pieces_;
-    std::optional<assessments::detail::TraceBuilder<T>> builder_;
+    std::optional<assessments::support::TraceBuilder<T>> builder_;
     std::optional<assessments::TimedPoint<T>> waiting_;
     bool endsFinite_ = false;  // the piece in work, of a line
 };
@@ -183,10 +183,10 @@ void setApart(assessments::TimedTrace_T<T>& left, assessments::TimedTrace_T<T>& 
     if (left.lastKnownTime > right.points.front().time) {
         timeline.failForSpan(timeline.step());
     }
-    if (assessments::detail::isNan(right.points.front().value)) {
-        right.points.front().time = assessments::detail::nextTime(left.lastKnownTime);
+    if (assessments::support::isNan(right.points.front().value)) {
+        right.points.front().time = assessments::support::nextTime(left.lastKnownTime);
     } else {
-        left.lastKnownTime = assessments::detail::previousTime(right.points.front().time);
+        left.lastKnownTime = assessments::support::previousTime(right.points.front().time);
     }
 }
 

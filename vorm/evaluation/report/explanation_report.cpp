@@ -135,7 +135,7 @@ std::string courseText(const ExplainedFormula& formula, const Window& window, st
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         pieces[i].visit(
             [&](const auto& trace) { addCourse(trace, window, most, text, timeline, course); });
-        const double end = detail::nextTime(pieces[i].getLastKnownTime());
+        const double end = support::nextTime(pieces[i].getLastKnownTime());
         const bool goesOn = i + 1 < pieces.size() && pieces[i + 1].getStartTime() <= end;
         if (window.from < end && end <= window.to && !goesOn) {
             course.push_back("no result from " + timeline.textOf(end));
