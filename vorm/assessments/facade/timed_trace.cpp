@@ -109,12 +109,11 @@ std::vector<double> TimedTrace::getErrorTimeList() const {
 // The operation on the two typed traces, which must have the same value type.
 template <class Operation>
 TimedTrace TimedTrace::applyToPair(const TimedTrace& other, Operation operation) const {
+    if (which() != other.which()) {
+        throw AssessmentBinaryTypeException(errorType(), other.errorType());
+    }
     return visit([&]<class T>(const TimedTrace_T<T>& left) -> TimedTrace {
-        const auto* right = boost::get<TimedTrace_T<T>>(&other.trace_);
-        if (right == nullptr) {
-            throw AssessmentBinaryTypeException(left.errorType(), other.errorType());
-        }
-        return operation(left, *right);
+        return operation(left, *boost::get<TimedTrace_T<T>>(&other.trace_));
     });
 }
 

@@ -38,11 +38,7 @@ public:
         const double start = std::max(left_.nextTime(), right_.nextTime());
         left_.advanceTo(start);
         right_.advanceTo(start);
-        if (leftIsLinear_ || rightIsLinear_) {
-            mergeLinear(start);
-        } else {
-            mergeHeld();
-        }
+        merge(start);
         result_.lastKnownTime = std::min(leftKnown_, rightKnown_);
         return std::move(result_);
     }
@@ -59,6 +55,17 @@ private:
         constexpr bool staysHeld = std::is_same_v<R, bool> || std::is_same_v<R, Verdict>;
         return !staysHeld && (isLinear(left) || isLinear(right)) ? INTERPOLATION_METHOD::LINEAR
                                                                  : INTERPOLATION_METHOD::ZOH;
+    }
+
+    void merge(double start) {
+        // The values of other types are held, whatever their traces say.
+        if constexpr (IsFloatingPoint<T>::value) {
+            if (leftIsLinear_ || rightIsLinear_) {
+                mergeLinear(start);
+                return;
+            }
+        }
+        mergeHeld();
     }
 
     void mergeHeld() {
@@ -118,40 +125,37 @@ private:
     }
 
     // The operands run along these segments and change their order between two times.
-    [[gnu::noinline]] void changeOrder([[maybe_unused]] const Point& left,
-                                       [[maybe_unused]] const Point& right,
-                                       [[maybe_unused]] const Values& start,
-                                       [[maybe_unused]] const Values& end) {
-        if constexpr (IsFloatingPoint<T>::value) {
-            if constexpr (std::is_same_v<R, bool>) {
-                if (start.left == start.right) {
-                    emitInside(std::nextafter(start.time, end.time), end.time,
-                               function_(end.left, end.right));
-                }
-            }
-            if (start.order() * end.order() >= 0) {
-                return;
-            }
-            const double time = clampInside(meetingTime(left, right), start.time, end.time);
-            if (!(start.time < time && time < end.time)) {
-                return;
-            }
-            if constexpr (std::is_same_v<R, bool>) {
-                const T common = left.valueAt(time);
-                emit(time, function_(common, common));
-                emitInside(std::nextafter(time, end.time), end.time,
+    [[gnu::noinline]] void changeOrder(const Point& left, const Point& right, const Values& start,
+                                       const Values& end) {
+        if constexpr (std::is_same_v<R, bool>) {
+            if (start.left == start.right) {
+                emitInside(std::nextafter(start.time, end.time), end.time,
                            function_(end.left, end.right));
-            } else {
-                emit(time, function_(left.valueAt(time), right.valueAt(time)));
             }
+        }
+        if (start.order() * end.order() >= 0) {
+            return;
+        }
+        const double time = clampInside(meetingTime(left, right), start.time, end.time);
+        if (!(start.time < time && time < end.time)) {
+            return;
+        }
+        if constexpr (std::is_same_v<R, bool>) {
+            const T common = left.valueAt(time);
+            emitRarely(time, function_(common, common));
+            emitInside(std::nextafter(time, end.time), end.time, function_(end.left, end.right));
+        } else {
+            emitRarely(time, function_(left.valueAt(time), right.valueAt(time)));
         }
     }
 
     void emitInside(double time, double end, const R& value) {
         if (time < end) {
-            emit(time, value);
+            emitRarely(time, value);
         }
     }
+
+    [[gnu::noinline]] void emitRarely(double time, const R& value) { emit(time, value); }
 
     [[gnu::always_inline]] void emit(double time, const R& value) {
         builder_.append({time, value});

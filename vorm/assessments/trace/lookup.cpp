@@ -67,7 +67,7 @@ TimedTrace_T<T> TimedTrace_T<T>::extractWindow(const double& startTime, const do
 
     TimedTrace_T window(interpolation, lastKnownTime > endTime ? endTime : lastKnownTime);
     window.enumTypeName = enumTypeName;
-    window.points.assign(first, last);
+    window.points = Points(first, last);
     window.popFrontUntil(startTime);
     window.popBackAfter(window.lastKnownTime);
     if (decimationInterval > 0) {

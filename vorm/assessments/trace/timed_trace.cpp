@@ -28,8 +28,11 @@ template <class T>
 TimedTrace_T<T>::TimedTrace_T(const TimedTrace_T&) = default;
 template <class T>
 TimedTrace_T<T>::TimedTrace_T(TimedTrace_T&&) = default;
+// By way of a copy, since a deque assigns by code that is as long as all the rest of this file.
 template <class T>
-TimedTrace_T<T>& TimedTrace_T<T>::operator=(const TimedTrace_T&) = default;
+TimedTrace_T<T>& TimedTrace_T<T>::operator=(const TimedTrace_T& other) {
+    return *this = TimedTrace_T(other);
+}
 template <class T>
 TimedTrace_T<T>& TimedTrace_T<T>::operator=(TimedTrace_T&&) = default;
 template <class T>

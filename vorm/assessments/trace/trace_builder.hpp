@@ -27,11 +27,15 @@ public:
 
     [[gnu::always_inline]] void append(const TimedPoint<T>& point) {
         if (last_ == nullptr) [[unlikely]] {
-            store(point);
+            storeFirst(point);
         } else if (!(point.time > last_->time)) [[unlikely]] {
             throwTimeValueMustIncrease();
         } else if (isLinear()) {
-            appendLinear(point);
+            if constexpr (IsFloatingPoint<T>::value) {
+                appendLinear(point);
+            } else {
+                detail::throwDerivativeOfDiscreteValue();
+            }
         } else if (!sameValue(last_->valueAt(point.time), point.value)) {
             store(point);
         }
@@ -50,6 +54,8 @@ private:
         store(point);
         previous_->derivative = slope;
     }
+
+    [[gnu::noinline]] void storeFirst(const TimedPoint<T>& point) { store(point); }  // rare
 
     [[gnu::always_inline]] void store(const TimedPoint<T>& point) {
         trace_.points.push_back(point);
