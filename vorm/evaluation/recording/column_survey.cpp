@@ -1,7 +1,7 @@
 #include "column_survey.hpp"
 
-#include <vorm/evaluation/recording/cell_value.hpp>
-#include <vorm/evaluation/recording/number_text.hpp>
+#include <vorm/evaluation/table/cell_value.hpp>
+#include <vorm/evaluation/text/number_text.hpp>
 
 #include <algorithm>
 #include <cmath>

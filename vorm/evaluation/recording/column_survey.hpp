@@ -2,10 +2,10 @@
 
 // What the samples of one column are like, counted without judging them.
 
-#include <vorm/evaluation/recording/integer_range.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
-#include <vorm/evaluation/recording/row_reader.hpp>
-#include <vorm/evaluation/recording/signal_rules.hpp>
+#include <vorm/evaluation/signal/integer_range.hpp>
+#include <vorm/evaluation/signal/signal_rules.hpp>
+#include <vorm/evaluation/table/row_reader.hpp>
 
 #include <set>
 

@@ -42,14 +42,6 @@ Timeline placed(const Timeline& counting, const std::vector<TableSignals>& table
 
 }  // namespace
 
-std::string RecordingSource::name() const {
-    std::string text;
-    for (const std::string& path : paths) {
-        text += (text.empty() ? "" : "+") + path;
-    }
-    return text;
-}
-
 const Signal* Recording::find(std::string_view wanted) const {
     const auto found = std::find_if(signals.begin(), signals.end(),
                                     [&](const Signal& signal) { return signal.name == wanted; });

@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/recording/recording_layout.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/source/recording_source.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
 #include <cstdint>
@@ -13,16 +14,6 @@
 #include <vector>
 
 namespace vorm::evaluation {
-
-/// One recording: a file, a folder with all its .csv, .tsv, .txt, .jsonl and .ndjson files, several
-/// files that belong together, or standard input.
-struct RecordingSource {
-    /// `-` is standard input, read as CSV, or as JSON lines where it begins with a brace.
-    std::vector<std::string> paths;
-
-    /// For messages and reports: the paths as given, joined by `+`.
-    std::string name() const;
-};
 
 /// The signals of a recording.
 struct Recording {

@@ -2,9 +2,9 @@
 
 // Reads or surveys a recording from its files, wherever these come from.
 
-#include <vorm/evaluation/recording/byte_window.hpp>
-#include <vorm/evaluation/recording/recording_file.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
+#include <vorm/evaluation/source/byte_window.hpp>
+#include <vorm/evaluation/source/recording_file.hpp>
 
 namespace vorm::evaluation {
 

@@ -1,5 +1,6 @@
 #include "recording_survey.hpp"
 
+#include <vorm/evaluation/recording/column_rules.hpp>
 #include <vorm/evaluation/recording/column_survey.hpp>
 #include <vorm/evaluation/recording/recording_reading.hpp>
 #include <vorm/evaluation/recording/signal_selection.hpp>

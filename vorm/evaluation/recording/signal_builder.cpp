@@ -1,11 +1,12 @@
 #include "signal_builder.hpp"
 
-#include <vorm/evaluation/recording/cell_value.hpp>
-#include <vorm/evaluation/recording/integer_range.hpp>
-#include <vorm/evaluation/recording/number_text.hpp>
-#include <vorm/evaluation/recording/text_hash.hpp>
+#include <vorm/evaluation/signal/integer_range.hpp>
+#include <vorm/evaluation/table/cell_value.hpp>
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/number_text.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
+#include <vorm/evaluation/text/text_hash.hpp>
 
 #include <cmath>
 

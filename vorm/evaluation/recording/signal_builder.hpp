@@ -2,9 +2,9 @@
 
 // Makes the pieces of one signal from the cells of its column.
 
-#include <vorm/evaluation/recording/row_reader.hpp>
-#include <vorm/evaluation/recording/signal_rules.hpp>
-#include <vorm/evaluation/recording/trace_collector.hpp>
+#include <vorm/evaluation/signal/signal_rules.hpp>
+#include <vorm/evaluation/signal/trace_collector.hpp>
+#include <vorm/evaluation/table/row_reader.hpp>
 
 namespace vorm::evaluation {
 

@@ -1,5 +1,6 @@
 #include "signal_naming.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>

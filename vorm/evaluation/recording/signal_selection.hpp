@@ -2,9 +2,9 @@
 
 // Which columns of which files are to be read, and what their signals are called.
 
-#include <vorm/evaluation/recording/column_header.hpp>
 #include <vorm/evaluation/recording/recording.hpp>
-#include <vorm/evaluation/recording/recording_file.hpp>
+#include <vorm/evaluation/source/recording_file.hpp>
+#include <vorm/evaluation/table/column_header.hpp>
 
 #include <set>
 

@@ -1,5 +1,6 @@
 #include "table_origin.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 namespace vorm::evaluation {

@@ -2,7 +2,7 @@
 
 // Which instant is time 0 of a recording.
 
-#include <vorm/evaluation/recording/table.hpp>
+#include <vorm/evaluation/table/table.hpp>
 
 #include <vector>
 

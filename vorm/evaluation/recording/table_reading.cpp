@@ -1,6 +1,7 @@
 #include "table_reading.hpp"
 
-#include <vorm/evaluation/recording/text_hash.hpp>
+#include <vorm/evaluation/recording/column_rules.hpp>
+#include <vorm/evaluation/text/text_hash.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
 
 #include <algorithm>

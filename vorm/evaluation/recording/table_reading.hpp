@@ -4,7 +4,7 @@
 
 #include <vorm/evaluation/recording/signal_builder.hpp>
 #include <vorm/evaluation/recording/signal_selection.hpp>
-#include <vorm/evaluation/recording/table.hpp>
+#include <vorm/evaluation/table/table.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
 #include <memory>

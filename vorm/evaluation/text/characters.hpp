@@ -37,4 +37,10 @@ inline std::string withoutControls(std::string_view text) {
     return shown;
 }
 
+/// A piece of input for a message: in quotes, shortened, on one line.
+inline std::string shown(std::string_view text) {
+    constexpr std::size_t most = 40;
+    return "'" + withoutControls(text.substr(0, most)) + (text.size() > most ? "...'" : "'");
+}
+
 }  // namespace vorm::evaluation

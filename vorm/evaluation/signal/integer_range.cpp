@@ -1,7 +1,7 @@
 #include "integer_range.hpp"
 
 #include <vorm/assessments/value_types.hpp>
-#include <vorm/evaluation/recording/number_text.hpp>
+#include <vorm/evaluation/text/number_text.hpp>
 
 #include <bit>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "recording_file.hpp"
 
-#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "signal_rules.hpp"
+#include "column_rules.hpp"
 
 namespace vorm::evaluation {
 

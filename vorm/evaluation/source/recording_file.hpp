@@ -2,8 +2,8 @@
 
 // The files that a recording consists of.
 
-#include <vorm/evaluation/recording/byte_source.hpp>
-#include <vorm/evaluation/recording/recording.hpp>
+#include <vorm/evaluation/source/byte_source.hpp>
+#include <vorm/evaluation/source/recording_source.hpp>
 
 #include <functional>
 #include <memory>

@@ -2,7 +2,8 @@
 
 // What the forms of recordings have in common: named columns, and rows of cells under them.
 
-#include <vorm/evaluation/recording/byte_window.hpp>
+#include <vorm/evaluation/source/byte_window.hpp>
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 
 #include <functional>
@@ -56,8 +57,5 @@ protected:
     std::vector<std::string> columns_;
     std::vector<Cell> cells_;
 };
-
-/// A cell for a message: in quotes, shortened, without control characters.
-std::string shown(std::string_view text);
 
 }  // namespace vorm::evaluation

@@ -2,9 +2,9 @@
 
 // The column, or the columns, of a table that say when its rows were recorded.
 
-#include <vorm/evaluation/recording/column_header.hpp>
-#include <vorm/evaluation/recording/recording_layout.hpp>
-#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/table/column_header.hpp>
+#include <vorm/evaluation/table/row_reader.hpp>
+#include <vorm/evaluation/table/table_layout.hpp>
 #include <vorm/evaluation/time/time_format.hpp>
 
 namespace vorm::evaluation {

@@ -1,15 +1,20 @@
 #pragma once
 
-// What holds for the samples of one signal, whatever its type.
-
-#include <vorm/evaluation/recording/recording_layout.hpp>
+#include <vorm/assessments/trace/interpolation.hpp>
+#include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace vorm::evaluation {
 
+/// What to do with a sample at the time of the one before it.
+enum class EqualTimes { Refuse, First, Last };
+
+/// What holds for the samples of one signal, whatever its type.
 struct SignalRules {
     std::string column;              ///< for messages
     std::optional<SignalType> type;  ///< nothing: that of the first value
@@ -21,9 +26,5 @@ struct SignalRules {
     SourceLocation where;  ///< of the declaration
     Timeline timeline;     ///< of the samples' times
 };
-
-/// The rules for a column: those of its declaration, or of the layout where it has none (null).
-SignalRules rulesFor(const std::string& column, const SignalLayout* declaration,
-                     const RecordingLayout& layout, const Timeline& timeline);
 
 }  // namespace vorm::evaluation

@@ -1,9 +1,9 @@
 #include "cell_value.hpp"
 
 #include <vorm/assessments/trace/value_type.hpp>
-#include <vorm/evaluation/recording/number_text.hpp>
-#include <vorm/evaluation/recording/row_reader.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/table/row_reader.hpp>
+#include <vorm/evaluation/text/number_text.hpp>
 
 #include <stdexcept>
 

@@ -4,7 +4,7 @@
 // Comma-Separated Values (CSV) Files" (2005), describes them. Lines without a quote, which are
 // nearly all, take a short way.
 
-#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/table/row_reader.hpp>
 
 #include <deque>
 #include <optional>

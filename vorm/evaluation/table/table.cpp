@@ -1,7 +1,7 @@
 #include "table.hpp"
 
-#include <vorm/evaluation/recording/csv_reader.hpp>
-#include <vorm/evaluation/recording/json_lines_reader.hpp>
+#include <vorm/evaluation/table/csv_reader.hpp>
+#include <vorm/evaluation/table/json_lines_reader.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <set>
@@ -17,7 +17,7 @@ bool beginsWithBrace(std::string_view text) {
 
 }  // namespace
 
-Table::Table(RecordingFile file, const RecordingLayout& layout, std::size_t blockSize)
+Table::Table(RecordingFile file, const TableLayout& layout, std::size_t blockSize)
     : file_(std::move(file)), layout_(layout), blockSize_(blockSize) {
     open();
     const auto& columns = rows_->columns();
@@ -132,7 +132,7 @@ void Table::reportTo(const std::function<void(std::size_t)>& progress) {
     rows_->reportTo(progress);
 }
 
-OpenTables openTables(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
+OpenTables openTables(const std::vector<RecordingFile>& files, const TableLayout& layout,
                       bool needsAll, std::size_t blockSize) {
     OpenTables opened;
     for (const RecordingFile& file : files) {

@@ -3,7 +3,7 @@
 // One JSON object a line. The keys of the first one are
 // the columns.
 
-#include <vorm/evaluation/recording/row_reader.hpp>
+#include <vorm/evaluation/table/row_reader.hpp>
 
 #include <deque>
 

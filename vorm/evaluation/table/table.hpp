@@ -2,8 +2,8 @@
 
 // One file of a recording as rows in the order of the file, each with its time.
 
-#include <vorm/evaluation/recording/recording_file.hpp>
-#include <vorm/evaluation/recording/time_column.hpp>
+#include <vorm/evaluation/source/recording_file.hpp>
+#include <vorm/evaluation/table/time_column.hpp>
 
 namespace vorm::evaluation {
 
@@ -16,7 +16,7 @@ public:
     };
 
     /// Opens the file and reads its header. Throws InputError where it has none.
-    Table(RecordingFile file, const RecordingLayout& layout, std::size_t blockSize);
+    Table(RecordingFile file, const TableLayout& layout, std::size_t blockSize);
 
     const RecordingFile& file() const { return file_; }
     const std::vector<ColumnHeader>& headers() const { return headers_; }
@@ -52,7 +52,7 @@ private:
     std::size_t longColumn(const std::string& name) const;
 
     RecordingFile file_;
-    const RecordingLayout& layout_;
+    const TableLayout& layout_;
     std::size_t blockSize_;
     bool isJson_ = false;
     std::unique_ptr<RowReader> rows_;
@@ -75,7 +75,7 @@ struct OpenTables {
 
 /// Opens the files of a recording. Of a folder's files those that are no tables are left out unless
 /// `needsAll`.
-OpenTables openTables(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
+OpenTables openTables(const std::vector<RecordingFile>& files, const TableLayout& layout,
                       bool needsAll, std::size_t blockSize);
 
 }  // namespace vorm::evaluation

@@ -1,7 +1,7 @@
 #include "time_column.hpp"
 
-#include <vorm/evaluation/recording/number_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/number_text.hpp>
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 // For the readers of recordings: the unread bytes of a source as one contiguous view, read in large
 // blocks. The window grows only when one record is larger than a block.
 
-#include <vorm/evaluation/recording/byte_source.hpp>
+#include <vorm/evaluation/source/byte_source.hpp>
 
 #include <functional>
 #include <optional>

@@ -1,0 +1,13 @@
+#include "recording_source.hpp"
+
+namespace vorm::evaluation {
+
+std::string RecordingSource::name() const {
+    std::string text;
+    for (const std::string& path : paths) {
+        text += (text.empty() ? "" : "+") + path;
+    }
+    return text;
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// Where one recording is: a file, a folder with all its .csv, .tsv, .txt, .jsonl and .ndjson
+/// files, several files that belong together, or standard input.
+struct RecordingSource {
+    /// `-` is standard input, read as CSV, or as JSON lines where it begins with a brace.
+    std::vector<std::string> paths;
+
+    /// For messages and reports: the paths as given, joined by `+`.
+    std::string name() const;
+};
+
+}  // namespace vorm::evaluation
