@@ -29,8 +29,8 @@ public:
         while (table_.next()) {
             try {
                 takeRow();
-            } catch (const CellProblem& problem) {
-                table_.fail(problem, table_.time().column());
+            } catch (const InputError& error) {
+                table_.fail(error, table_.time().column());
             }
         }
         std::vector<SignalSurvey> surveys;

@@ -109,11 +109,11 @@ private:
         const bool mayRound =
             range_.hasInexact() || (std::abs(number) >= 0x1p53 && isInexactInteger(text));
         if (mayRound && rules().interpolation == INTERPOLATION_METHOD::ZOH) {
-            throw CellProblem{"no type holds " + shown(text) + " and the other numbers of column " +
-                                  shown(rules().column) + " exactly",
-                              "declare type = \"double\" to have them rounded, or \"int64\" or "
-                              "\"uint64\" where there are to be no others",
-                              std::nullopt};
+            failAt({},
+                   "no type holds " + shown(text) + " and the other numbers of column " +
+                       shown(rules().column) + " exactly",
+                   "declare type = \"double\" to have them rounded, or \"int64\" or "
+                   "\"uint64\" where there are to be no others");
         }
     }
 
@@ -174,9 +174,10 @@ private:
             return found->second;
         }
         if (!isOpen_) {
-            throw CellProblem{shown(text) + " in column " + shown(rules().column) +
-                                  " is no member of the enumeration " + shown(declared_->name),
-                              adviceFor(text), std::nullopt};
+            failAt({},
+                   shown(text) + " in column " + shown(rules().column) +
+                       " is no member of the enumeration " + shown(declared_->name),
+                   adviceFor(text));
         }
         return addMember(std::string(text));
     }
@@ -207,13 +208,14 @@ void SignalBuilder::appendOutOfOrder(double time, std::string_view text) {
         return rules_.timeline.timeAt(counted).text() + " s";
     };
     if (time < last_) {
-        throw CellProblem{"the time of column " + column + " goes back from " + timeText(last_) +
-                              " to " + timeText(time),
-                          "samples stand in the order of their times", std::nullopt};
+        failAt({},
+               "the time of column " + column + " goes back from " + timeText(last_) + " to " +
+                   timeText(time),
+               "samples stand in the order of their times");
     }
     if (rules_.equalTimes == EqualTimes::Refuse) {
-        throw CellProblem{"column " + column + " has a second sample at " + timeText(time),
-                          R"(say which one counts: equal_times = "first" or "last")", std::nullopt};
+        failAt({}, "column " + column + " has a second sample at " + timeText(time),
+               R"(say which one counts: equal_times = "first" or "last")");
     }
     if (rules_.equalTimes == EqualTimes::Last) {
         take(SampleStep::Again, time, text);

@@ -17,8 +17,8 @@ public:
 
     virtual ~SignalBuilder() = default;
 
-    /// A sample. Throws CellProblem for a text that is no value of the type, and for a time that
-    /// goes back or, unless the rules allow it, repeats.
+    /// A sample. Throws InputError, which names no place, for a text that is no value of the type,
+    /// and for a time that goes back or, unless the rules allow it, repeats.
     void append(double time, std::string_view text) {
         if (time > last_) [[likely]] {
             const SampleStep step = !hasSamples_                   ? SampleStep::First

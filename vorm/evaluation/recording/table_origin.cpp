@@ -40,8 +40,8 @@ std::optional<ExactTime> firstOf(std::vector<Table>& tables, const std::string& 
 ExactTime at(const Table& table, const std::string& time) {
     try {
         return table.time().timeOf(time);
-    } catch (const CellProblem& problem) {
-        failAt({}, "the origin " + shown(time) + " is no time: " + problem.message,
+    } catch (const InputError& error) {
+        failAt({}, "the origin " + shown(time) + " is no time: " + error.problem().message,
                "write it as the files write their times");
     }
 }

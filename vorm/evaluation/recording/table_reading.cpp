@@ -27,8 +27,8 @@ public:
             for (std::size_t row = 0; row < maximumRows && table_.next(); ++row) {
                 takeRow();
             }
-        } catch (const CellProblem& problem) {
-            table_.fail(problem, cell_);
+        } catch (const InputError& error) {
+            table_.fail(error, cell_);
         }
         return {table_.file(), std::move(available_), std::move(columns_), span_};
     }
@@ -65,6 +65,7 @@ private:
 
     void takeRow() {
         const std::vector<Cell>& cells = table_.cells();
+        cell_ = table_.time().column();
         const ExactTime time = table_.time().timeOf(cells) - origin_;
         const double counted = timeline_.counted(time);
         if (table_.longColumns()) {
@@ -73,9 +74,10 @@ private:
             return;
         }
         if (last_ && time < *last_) {
-            throw CellProblem{"the time goes back by " + timeWithUnit(*last_ - time) + " to " +
-                                  std::string(table_.time().textOf(cells)),
-                              "rows stand in the order of their times", table_.time().column()};
+            failAt({},
+                   "the time goes back by " + timeWithUnit(*last_ - time) + " to " +
+                       std::string(table_.time().textOf(cells)),
+                   "rows stand in the order of their times");
         }
         extendSpan(counted);
         last_ = time;
@@ -95,11 +97,12 @@ private:
 
     void takeNamedValue(double time, const std::vector<Cell>& cells) {
         const auto [nameCell, valueCell] = *table_.longColumns();
-        cell_ = valueCell;
+        cell_ = nameCell;
         const std::string_view name = cells[nameCell].text;
         if (name.empty()) {
-            throw CellProblem{"the row has no name", "each row names its signal", nameCell};
+            failAt({}, "the row has no name", "each row names its signal");
         }
+        cell_ = valueCell;
         for (const std::size_t column : columnsCalled(name)) {
             if (!cells[valueCell].text.empty()) {
                 columns_[column].append(time, cells[valueCell]);

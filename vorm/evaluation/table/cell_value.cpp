@@ -2,7 +2,8 @@
 
 #include <vorm/assessments/trace/value_type.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
-#include <vorm/evaluation/table/row_reader.hpp>
+#include <vorm/evaluation/text/characters.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/text/number_text.hpp>
 
 #include <stdexcept>
@@ -17,8 +18,7 @@ using assessments::Verdict;
 
 [[noreturn]] void fail(std::string_view text, const std::string& column, const std::string& kind,
                        std::string advice) {
-    throw CellProblem{shown(text) + " in column " + shown(column) + " is no " + kind,
-                      std::move(advice), std::nullopt};
+    failAt({}, shown(text) + " in column " + shown(column) + " is no " + kind, std::move(advice));
 }
 
 [[noreturn]] void failForNumber(std::string_view text, const std::string& column) {

@@ -1,6 +1,7 @@
 #pragma once
 
-// The text of a cell as a value of a type. Throws CellProblem for what is none.
+// The text of a cell as a value of a type. Throws InputError, which names no place, for what
+// is none.
 
 #include <string>
 #include <string_view>

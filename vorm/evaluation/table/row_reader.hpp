@@ -7,7 +7,6 @@
 #include <vorm/evaluation/text/input_error.hpp>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,13 +19,6 @@ struct Cell {
     std::string_view text;  ///< without blanks around it; empty where there is no sample
     const char* begin = nullptr;
     bool isText = false;  ///< never a number, whatever it looks like
-};
-
-/// What is wrong with a cell, thrown by what does not know where the cell stands.
-struct CellProblem {
-    std::string message;
-    std::string advice;
-    std::optional<std::size_t> cell;  ///< nothing: the one in work
 };
 
 /// Reads the rows of a table one after the other. Throws InputError for what is no table.

@@ -91,8 +91,8 @@ std::optional<ExactTime> Table::firstTime() {
     }
     try {
         return time().timeOf(cells());
-    } catch (const CellProblem& problem) {
-        fail(problem, time().column());
+    } catch (const InputError& error) {
+        fail(error, time().column());
     }
 }
 
@@ -114,8 +114,12 @@ bool Table::goToRow() {
     return rows_->next();
 }
 
-void Table::fail(const CellProblem& problem, std::size_t cell) const {
-    failAt(rows_->where(problem.cell.value_or(cell)), problem.message, problem.advice);
+void Table::fail(const InputError& error, std::size_t cell) const {
+    InputProblem problem = error.problem();
+    if (problem.where.file.empty()) {
+        problem.where = rows_->where(cell);
+    }
+    throw InputError(std::move(problem));
 }
 
 void Table::close() {

@@ -37,7 +37,8 @@ public:
     /// Goes to the next row. Throws InputError where there is not even one.
     bool next();
     const std::vector<Cell>& cells() const { return rows_->cells(); }
-    [[noreturn]] void fail(const CellProblem& problem, std::size_t cell) const;
+    /// Throws the error, at that cell of the row if it names no place.
+    [[noreturn]] void fail(const InputError& error, std::size_t cell) const;
 
     /// Gives the file back for a while, if it can be opened again.
     void close();

@@ -124,7 +124,7 @@ std::string_view TimeColumn::textOf(const std::vector<Cell>& cells) const {
 
 ExactTime TimeColumn::timeOf(std::string_view text) const {
     if (text.empty()) {
-        fail("the row has no time", "each row needs one");
+        failAt({}, "the row has no time", "each row needs one");
     }
     return format_ ? dateTime(text) : numberTime(text);
 }
@@ -136,36 +136,33 @@ ExactTime TimeColumn::numberTime(std::string_view text) const {
     }
     const auto number = numberOf<double>(text);
     if (!number) {
-        fail(shown(text) + " in the time column " + name_ + " is no number",
-             "for a date or a time of day: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
+        failAt({}, shown(text) + " in the time column " + name_ + " is no number",
+               "for a date or a time of day: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
     }
     if (!std::isfinite(*number)) {
-        fail("the time " + shown(text) + " is not finite", "each row needs a time");
+        failAt({}, "the time " + shown(text) + " is not finite", "each row needs a time");
     }
-    fail("the time " + shown(text) + " is beyond the range of times", "check its unit");
+    failAt({}, "the time " + shown(text) + " is beyond the range of times", "check its unit");
 }
 
 void TimeColumn::checkMagnitude(ExactTime time, std::string_view text) const {
     constexpr ExactTime most = 100'000'000'000 * second;
     if (!isUnitKnown_ && (time > most || time < -most)) [[unlikely]] {
-        fail("times such as " + std::string(text) + " are no seconds",
-             std::string("name their unit in the assessment file: [recording] unit = \"") +
-                 likelyUnit(time) + '"');
+        failAt({}, "times such as " + std::string(text) + " are no seconds",
+               std::string("name their unit in the assessment file: [recording] unit = \"") +
+                   likelyUnit(time) + '"');
     }
 }
 
 ExactTime TimeColumn::dateTime(std::string_view text) const {
     const auto time = format_->read(std::string(text));
     if (!time) {
-        fail(shown(text) + " in the time column " + name_ + " is no time of the format '" +
-                 format_->text() + "'",
-             "times are UTC unless %z tells an offset; a fraction may follow the seconds");
+        failAt({},
+               shown(text) + " in the time column " + name_ + " is no time of the format '" +
+                   format_->text() + "'",
+               "times are UTC unless %z tells an offset; a fraction may follow the seconds");
     }
     return *time;
-}
-
-void TimeColumn::fail(std::string message, std::string advice) const {
-    throw CellProblem{std::move(message), std::move(advice), column()};
 }
 
 }  // namespace vorm::evaluation

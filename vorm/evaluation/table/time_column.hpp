@@ -19,7 +19,7 @@ public:
     /// The column to name in messages about times.
     std::size_t column() const { return columns_.front(); }
 
-    /// The time of a row. Throws CellProblem for what is no time.
+    /// The time of a row. Throws InputError, which names no place, for what is no time.
     ExactTime timeOf(const std::vector<Cell>& cells) const { return timeOf(textOf(cells)); }
 
     /// The time that a text says; as timeOf a row.
@@ -34,7 +34,6 @@ private:
     ExactTime dateTime(std::string_view text) const;
     ExactTime numberTime(std::string_view text) const;
     void checkMagnitude(ExactTime time, std::string_view text) const;
-    [[noreturn]] void fail(std::string message, std::string advice) const;
 
     std::vector<std::size_t> columns_;
     std::string name_;
