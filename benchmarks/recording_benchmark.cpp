@@ -1,9 +1,10 @@
-// Reading of a recorded table: its bytes to the traces of its signals.
+// Reading of a recorded table: its bytes, or its columns in memory, to the traces of its signals.
 
 #include "recorded_file.hpp"
 #include "signals.hpp"
 
 #include <vorm/evaluation/recording/recording.hpp>
+#include <vorm/evaluation/recording/recording_in_memory.hpp>
 
 #include <fast_float/fast_float.h>
 
@@ -85,7 +86,43 @@ void addReading(std::size_t rows) {
         "sum of the cells/4 signals/flat", samples, [=] { return sumByHand(file->path()); }, bytes);
 }
 
+// A line through noise, its times in both forms; by hand it is copied.
+void addColumn(std::size_t count) {
+    struct Memory {
+        std::vector<std::int64_t> ticks;
+        std::vector<double> seconds;
+        std::vector<double> values;
+    };
+    auto memory = std::make_shared<Memory>();
+    for (const auto& sample : irregular(Course::Noisy, count)) {
+        memory->ticks.push_back(static_cast<std::int64_t>(sample.time * 1e6));
+        memory->seconds.push_back(static_cast<double>(memory->ticks.back()) / 1e9);
+        memory->values.push_back(sample.value);
+    }
+    evaluation::SignalColumn column;
+    column.name = "noise";
+    column.values = evaluation::SampleView<double>(memory->values);
+    column.interpolation = INTERPOLATION_METHOD::LINEAR;
+    for (const auto& [times, name] :
+         {std::pair(evaluation::SampleTimes(evaluation::TickTimes{memory->ticks}), "ticks"),
+          std::pair(evaluation::SampleTimes(evaluation::SecondTimes{memory->seconds}),
+                    "seconds")}) {
+        column.times = times;
+        add(std::string("recordingOf/linear double ") + name + "/library", count,
+            [=] { return evaluation::recordingOf("memory", {column}); });
+    }
+    add("recordingOf/linear double/flat", count, [=] {
+        Flat<double> samples;
+        for (std::size_t i = 0; i < memory->values.size(); ++i) {
+            samples.push_back({memory->seconds[i], memory->values[i]});
+        }
+        return samples;
+    });
+}
+
 const bool registered = [] {
+    addColumn(sizes[1]);
+    addColumn(sizes[2]);
     addReading(sizes[1]);
     addReading(sizes[2]);
     return true;

@@ -65,6 +65,7 @@ TEST(RecordingTimes, ResolutionIsTheUnitOfExactCounts) {
               std::string::npos)
         << error;
     EXPECT_NE(error.find("resolution = \"us\""), std::string::npos) << error;
+    EXPECT_EQ(error.substr(0, 10), "r.csv:3:1:");
     TimeLayout layout;
     layout.resolution = *timeUnitOf("us");
     EXPECT_EQ(timesOf(years, layout), "a: double 0:1 630720000.000001:2 known 630720000.000001");

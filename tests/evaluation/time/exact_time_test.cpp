@@ -1,3 +1,4 @@
+#include <vorm/evaluation/text/shortest_number.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
@@ -137,6 +138,17 @@ TEST(ExactTime, OfADoubleIsItsShortestDecimal) {
     const ExactTime longest = ExactTime::ofSeconds(2e19).value();
     EXPECT_EQ((8 * longest).text(), "160000000000000000000");
     EXPECT_EQ(ExactTime::ofSeconds(2.2e19), std::nullopt);
+}
+
+// Times of few digits are told without a text, the same as with one.
+RC_GTEST_PROP(ExactTimeProperty, OfADoubleIsThatOfItsText, ()) {
+    const auto digits =
+        *rc::gen::inRange<std::int64_t>(-2'000'000'000'000'000, 2'000'000'000'000'000);
+    const double scale = *rc::gen::element(1.0, 1e1, 1e3, 1e4, 1e6, 1e9, 1e10, 1e13, 3.0);
+    double seconds = static_cast<double>(digits) / scale;
+    seconds = *rc::gen::element(seconds, std::nextafter(seconds, infinity),
+                                std::nextafter(seconds, -infinity));
+    RC_ASSERT(ExactTime::ofSeconds(seconds) == ExactTime::of(shortestNumber(seconds), second));
 }
 
 TEST(TimeText, TakesTheUnitThatIsShortest) {

@@ -1,11 +1,13 @@
 #include "column_rules.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
+
 namespace vorm::evaluation {
 
 SignalRules rulesFor(const std::string& column, const SignalLayout* declaration,
                      const RecordingLayout& layout, const Timeline& timeline) {
     SignalRules rules;
-    rules.column = column;
+    rules.subject = "column " + shown(column);
     rules.interpolation = layout.interpolation;
     auto maxGap = layout.maxGap;
     rules.equalTimes = layout.time.equalTimes;

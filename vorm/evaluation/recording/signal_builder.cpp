@@ -15,21 +15,6 @@ namespace {
 
 using assessments::INTERPOLATION_METHOD;
 
-// What the rules say, or held where the type does not interpolate.
-INTERPOLATION_METHOD interpolationOf(const SignalRules& rules, bool doesInterpolate,
-                                     const std::string& typeName) {
-    if (doesInterpolate || rules.interpolation == INTERPOLATION_METHOD::ZOH) {
-        return rules.interpolation;
-    }
-    if (rules.isInterpolationDeclared) {
-        failAt(rules.where,
-               "column " + shown(rules.column) + " is of type " + typeName +
-                   ", which has no linear interpolation",
-               "leave it out, or declare type = \"double\" for numbers");
-    }
-    return INTERPOLATION_METHOD::ZOH;
-}
-
 // With a digit, which a sign and a point may stand before.
 bool beginsLikeNumber(std::string_view text) {
     for (const std::string_view prefix : {"+-", "."}) {
@@ -55,7 +40,7 @@ public:
 
 private:
     void take(SampleStep step, double time, std::string_view text) override {
-        collector_.add(step, time, cellValue<T>(text, rules().column));
+        collector_.add(step, time, cellValue<T>(text, rules().subject));
     }
 
     TraceCollector<T> collector_;
@@ -94,7 +79,7 @@ private:
         // A minus zero is an integer, but as a double it keeps its sign.
         const bool isNatural = bits && text.front() != '-';
         const double number =
-            isNatural ? static_cast<double>(*bits) : cellValue<double>(text, rules().column);
+            isNatural ? static_cast<double>(*bits) : cellValue<double>(text, rules().subject);
         if (!bits) {
             checkRounding(text, number);
             integers_.reset();
@@ -110,8 +95,8 @@ private:
             range_.hasInexact() || (std::abs(number) >= 0x1p53 && isInexactInteger(text));
         if (mayRound && rules().interpolation == INTERPOLATION_METHOD::ZOH) {
             failAt({},
-                   "no type holds " + shown(text) + " and the other numbers of column " +
-                       shown(rules().column) + " exactly",
+                   "no type holds " + shown(text) + " and the other numbers of " + rules().subject +
+                       " exactly",
                    "declare type = \"double\" to have them rounded, or \"int64\" or "
                    "\"uint64\" where there are to be no others");
         }
@@ -175,8 +160,8 @@ private:
         }
         if (!isOpen_) {
             failAt({},
-                   shown(text) + " in column " + shown(rules().column) +
-                       " is no member of the enumeration " + shown(declared_->name),
+                   shown(text) + " in " + rules().subject + " is no member of the enumeration " +
+                       shown(declared_->name),
                    adviceFor(text));
         }
         return addMember(std::string(text));
@@ -201,26 +186,6 @@ private:
 };
 
 }  // namespace
-
-void SignalBuilder::appendOutOfOrder(double time, std::string_view text) {
-    const std::string column = shown(rules_.column);
-    const auto timeText = [this](double counted) {
-        return rules_.timeline.timeAt(counted).text() + " s";
-    };
-    if (time < last_) {
-        failAt({},
-               "the time of column " + column + " goes back from " + timeText(last_) + " to " +
-                   timeText(time),
-               "samples stand in the order of their times");
-    }
-    if (rules_.equalTimes == EqualTimes::Refuse) {
-        failAt({}, "column " + column + " has a second sample at " + timeText(time),
-               R"(say which one counts: equal_times = "first" or "last")");
-    }
-    if (rules_.equalTimes == EqualTimes::Last) {
-        take(SampleStep::Again, time, text);
-    }
-}
 
 std::unique_ptr<SignalBuilder> makeSignalBuilder(const SignalRules& rules, const Cell& first) {
     if (rules.type && !rules.type->isEnumerated() && rules.type->isKnown()) {

@@ -2,8 +2,7 @@
 
 // Makes the pieces of one signal from the cells of its column.
 
-#include <vorm/evaluation/signal/signal_rules.hpp>
-#include <vorm/evaluation/signal/trace_collector.hpp>
+#include <vorm/evaluation/signal/sample_order.hpp>
 #include <vorm/evaluation/table/row_reader.hpp>
 
 namespace vorm::evaluation {
@@ -20,15 +19,8 @@ public:
     /// A sample. Throws InputError, which names no place, for a text that is no value of the type,
     /// and for a time that goes back or, unless the rules allow it, repeats.
     void append(double time, std::string_view text) {
-        if (time > last_) [[likely]] {
-            const SampleStep step = !hasSamples_                   ? SampleStep::First
-                                    : time - last_ > rules_.maxGap ? SampleStep::AfterHole
-                                                                   : SampleStep::Next;
-            hasSamples_ = true;
-            last_ = time;
-            take(step, time, text);
-        } else {
-            appendOutOfOrder(time, text);
+        if (const auto step = order_.stepTo(time)) [[likely]] {
+            take(*step, time, text);
         }
     }
 
@@ -38,17 +30,14 @@ public:
     virtual Result finish(const std::string& name, const Timeline& timeline) = 0;
 
 protected:
-    explicit SignalBuilder(SignalRules rules) : rules_(std::move(rules)) {}
+    explicit SignalBuilder(SignalRules rules) : order_(std::move(rules)) {}
 
-    const SignalRules& rules() const { return rules_; }
+    const SignalRules& rules() const { return order_.rules(); }
 
 private:
     virtual void take(SampleStep step, double time, std::string_view text) = 0;
-    void appendOutOfOrder(double time, std::string_view text);
 
-    SignalRules rules_;
-    bool hasSamples_ = false;
-    double last_ = -std::numeric_limits<double>::infinity();
+    SampleOrder order_;
 };
 
 /// For a column whose first value is that of the cell. Throws InputError where linear interpolation

@@ -16,7 +16,7 @@ enum class EqualTimes { Refuse, First, Last };
 
 /// What holds for the samples of one signal, whatever its type.
 struct SignalRules {
-    std::string column;              ///< for messages
+    std::string subject;             ///< whose samples these are, for messages: `column 'v'`
     std::optional<SignalType> type;  ///< nothing: that of the first value
     assessments::INTERPOLATION_METHOD interpolation = assessments::INTERPOLATION_METHOD::ZOH;
     /// A default gives way where the type does not interpolate.
@@ -26,5 +26,10 @@ struct SignalRules {
     SourceLocation where;  ///< of the declaration
     Timeline timeline;     ///< of the samples' times
 };
+
+/// What the rules say, or held where they leave it to a type that has no lines. Throws InputError
+/// where lines are declared for such a type.
+assessments::INTERPOLATION_METHOD interpolationOf(const SignalRules& rules, bool hasLines,
+                                                  const std::string& typeName);
 
 }  // namespace vorm::evaluation

@@ -16,42 +16,42 @@ using assessments::HalfFloat;
 using assessments::ValueType;
 using assessments::Verdict;
 
-[[noreturn]] void fail(std::string_view text, const std::string& column, const std::string& kind,
+[[noreturn]] void fail(std::string_view text, const std::string& subject, const std::string& kind,
                        std::string advice) {
-    failAt({}, shown(text) + " in column " + shown(column) + " is no " + kind, std::move(advice));
+    failAt({}, shown(text) + " in " + subject + " is no " + kind, std::move(advice));
 }
 
-[[noreturn]] void failForNumber(std::string_view text, const std::string& column) {
+[[noreturn]] void failForNumber(std::string_view text, const std::string& subject) {
     const bool hasDigits = text.find_first_of("0123456789") != std::string_view::npos;
     if (hasDigits && text.find(',') != std::string_view::npos) {
         fail(
-            text, column, "number",
+            text, subject, "number",
             "the decimal separator is a point; a column of texts is declared with type = \"enum\"");
     }
-    fail(text, column, "number",
+    fail(text, subject, "number",
          "leave the cell empty where there is no sample; a column of texts is declared with "
          "type = \"enum\"");
 }
 
 template <std::floating_point T>
-T floatingValue(std::string_view text, const std::string& column) {
+T floatingValue(std::string_view text, const std::string& subject) {
     const auto number = numberOf<T>(text);
     if (!number) [[unlikely]] {
         if (std::is_same_v<T, float> && numberOf<double>(text)) {
-            fail(text, column, "float", "it is beyond the range of the type");
+            fail(text, subject, "float", "it is beyond the range of the type");
         }
-        failForNumber(text, column);
+        failForNumber(text, subject);
     }
     return *number;
 }
 
 template <std::integral T>
-T integerValue(std::string_view text, const std::string& column) {
+T integerValue(std::string_view text, const std::string& subject) {
     const auto number = numberOf<T>(text);
     if (!number) [[unlikely]] {
         const auto& name = valueTypeNames()[assessments::valueTypeIndex<T>];
         constexpr auto limits = std::numeric_limits<T>();
-        fail(text, column, name,
+        fail(text, subject, name,
              name + " holds the integers from " + std::to_string(+limits.min()) + " to " +
                  std::to_string(+limits.max()));
     }
@@ -66,25 +66,25 @@ bool isTrueText(std::string_view text) {
     return text == "true" || text == "True" || text == "TRUE";
 }
 
-bool truthValue(std::string_view text, const std::string& column) {
+bool truthValue(std::string_view text, const std::string& subject) {
     if (isTrueText(text) || text == "1") {
         return true;
     }
     if (isFalseText(text) || text == "0") {
         return false;
     }
-    fail(text, column, "bool", "it is true, false, 1 or 0");
+    fail(text, subject, "bool", "it is true, false, 1 or 0");
 }
 
-ValueType<FixedPoint> fixedValue(std::string_view text, const std::string& column) {
+ValueType<FixedPoint> fixedValue(std::string_view text, const std::string& subject) {
     try {
-        return ValueType<FixedPoint>(FixedPoint(floatingValue<double>(text, column)));
+        return ValueType<FixedPoint>(FixedPoint(floatingValue<double>(text, subject)));
     } catch (const std::invalid_argument&) {
-        fail(text, column, "fixed", "the type has no such number");
+        fail(text, subject, "fixed", "the type has no such number");
     }
 }
 
-Verdict verdictValue(std::string_view text, const std::string& column) {
+Verdict verdictValue(std::string_view text, const std::string& subject) {
     using assessments::resultEnum_t;
     if (text == "PASS") {
         return Verdict(resultEnum_t::PASS);
@@ -95,7 +95,7 @@ Verdict verdictValue(std::string_view text, const std::string& column) {
     if (text == "NO_RESULT") {
         return Verdict(resultEnum_t::NO_RESULT);
     }
-    fail(text, column, "verdict", "it is PASS, FAIL or NO_RESULT");
+    fail(text, subject, "verdict", "it is PASS, FAIL or NO_RESULT");
 }
 
 }  // namespace
@@ -105,19 +105,19 @@ bool isTruthText(std::string_view text) {
 }
 
 template <class T>
-T cellValue(std::string_view text, const std::string& column) {
+T cellValue(std::string_view text, const std::string& subject) {
     if constexpr (std::is_same_v<T, bool>) {
-        return truthValue(text, column);
+        return truthValue(text, subject);
     } else if constexpr (std::is_integral_v<T>) {
-        return integerValue<T>(text, column);
+        return integerValue<T>(text, subject);
     } else if constexpr (std::is_same_v<T, HalfFloat>) {
-        return HalfFloat(floatingValue<double>(text, column));
+        return HalfFloat(floatingValue<double>(text, subject));
     } else if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
-        return fixedValue(text, column);
+        return fixedValue(text, subject);
     } else if constexpr (std::is_same_v<T, Verdict>) {
-        return verdictValue(text, column);
+        return verdictValue(text, subject);
     } else {
-        return floatingValue<T>(text, column);
+        return floatingValue<T>(text, subject);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 // The text of a cell as a value of a type. Throws InputError, which names no place, for what
-// is none.
+// is none. The subject is what the cell belongs to, `column 'v'`.
 
 #include <string>
 #include <string_view>
@@ -10,7 +10,7 @@ namespace vorm::evaluation {
 
 /// Defined for each of the value types.
 template <class T>
-T cellValue(std::string_view text, const std::string& column);
+T cellValue(std::string_view text, const std::string& subject);
 
 /// `true` and `false` in lower case, upper case or with a capital.
 bool isTruthText(std::string_view text);

@@ -144,6 +144,9 @@ std::optional<WideNatural> scaled(WideNatural number, int exponent) {
     return number / divisor + (rest >= divisor - rest ? 1U : 0U);
 }
 
+// No bit behind the point is left beside this number.
+constexpr double wholeRounder = 0x1.8p52;
+
 // The nearest double, or one beside it: an exact conversion takes longer.
 double roughly(WideInteger number) {
     const auto low = static_cast<std::int64_t>(number);
@@ -160,9 +163,7 @@ std::optional<double> quickQuotient(WideInteger dividend, WideInteger divisor) {
     if (!(std::fabs(estimate) < most)) {
         return std::nullopt;
     }
-    // No bit behind the point is left beside this number.
-    constexpr double rounder = 0x1.8p52;
-    const double whole = (estimate + rounder) - rounder;
+    const double whole = (estimate + wholeRounder) - wholeRounder;
     const WideInteger rest = dividend - static_cast<std::int64_t>(whole) * divisor;
     const double fraction = static_cast<double>(static_cast<std::int64_t>(rest)) * inverse;
     // The fraction is rounded four times, by 2^-53 of it each.
@@ -214,6 +215,22 @@ std::string plainDigits(WideInteger number, int digitsBehindPoint) {
     return {reversed.rbegin(), reversed.rend()};
 }
 
+// What few digits say, as nearly all times do: a decimal of at most 15 digits is the only one of so
+// few that reads back as its double, and a quotient of whole numbers is rounded like its text.
+std::optional<ExactTime> ofFewDigits(double seconds) {
+    const double magnitude = std::fabs(seconds);
+    const double scale = magnitude < 1e6 ? 1e9 : 1e3;
+    if (!(magnitude < 1e12)) {
+        return std::nullopt;
+    }
+    const double digits = (seconds * scale + wholeRounder) - wholeRounder;
+    if (digits / scale != seconds) {
+        return std::nullopt;
+    }
+    const std::int64_t unit = magnitude < 1e6 ? 1'000'000'000 : 1'000'000'000'000'000;
+    return ExactTime(WideInteger{static_cast<std::int64_t>(digits)} * unit);
+}
+
 }  // namespace
 
 std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& unit) {
@@ -232,6 +249,9 @@ std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& uni
 
 std::optional<ExactTime> ExactTime::ofSeconds(double seconds) {
     constexpr Unit second(ExactTime(static_cast<WideInteger>(tenTo[secondDigits])));
+    if (const auto time = ofFewDigits(seconds)) [[likely]] {
+        return time;
+    }
     return std::isfinite(seconds) ? of(shortestNumber(seconds), second) : std::nullopt;
 }
 

@@ -58,6 +58,7 @@ public:
     ExactTime lengthOf(double ticks) const;
 
     ExactTime tick() const { return tick_; }
+    Timeline withoutBias() const { return Timeline(tick_, zero_); }
     double bias() const { return bias_; }
 
     /// How far apart neighbouring doubles are, in ticks; 0 without a bias, where that depends on

@@ -1,0 +1,213 @@
+#include "signal_column.hpp"
+
+#include <vorm/evaluation/signal/sample_order.hpp>
+#include <vorm/evaluation/text/characters.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
+
+namespace vorm::evaluation {
+namespace {
+
+using assessments::INTERPOLATION_METHOD;
+
+std::size_t countOf(const SampleTimes& times) {
+    const auto* ticks = std::get_if<TickTimes>(&times);
+    return ticks != nullptr ? ticks->ticks.size() : std::get<SecondTimes>(times).seconds.size();
+}
+
+ExactTime timeAt(const TickTimes& times, std::size_t index) {
+    return times.zero + WideInteger{times.ticks[index]} * times.unit;
+}
+
+ExactTime timeAt(const SecondTimes& times, std::size_t index) {
+    const double seconds = times.seconds[index];
+    const auto time = ExactTime::ofSeconds(seconds);
+    if (!time) {
+        failAt({}, "the time " + shortestNumber(seconds) + " is " +
+                       (std::isfinite(seconds) ? "beyond the range of times" : "not finite"));
+    }
+    return *time;
+}
+
+// What is thrown in a call about a column names its signal, and the sample where one is in work.
+class NamedColumn {
+public:
+    explicit NamedColumn(const SignalColumn& column) : column_(column) {}
+
+    void workAt(std::size_t index) { index_ = index; }
+    void endWork() { index_.reset(); }
+
+    [[noreturn]] void fail(const InputError& error) const {
+        InputProblem problem = error.problem();
+        const std::string index = index_ ? ", index " + std::to_string(*index_) : "";
+        problem.message = "signal " + shown(column_.name) + index + ": " + problem.message;
+        throw InputError(std::move(problem));
+    }
+
+private:
+    const SignalColumn& column_;
+    std::optional<std::size_t> index_;
+};
+
+// Calls with an object that is told which sample is in work.
+template <class Call>
+auto naming(const SignalColumn& column, const Call& call) {
+    NamedColumn named(column);
+    try {
+        return call(named);
+    } catch (const InputError& error) {
+        named.fail(error);
+    }
+}
+
+void checkLength(const std::string& what, std::size_t count, std::size_t times) {
+    if (count != times) {
+        failAt({}, "has " + std::to_string(times) + " times, but " + std::to_string(count) + " " +
+                       what);
+    }
+}
+
+void check(const SignalColumn& column) {
+    const std::size_t times = countOf(column.times);
+    std::visit([&](const auto& values) { checkLength("values", values.size(), times); },
+               column.values);
+    if (!column.missing.empty()) {
+        checkLength("marks of missing ones", column.missing.size(), times);
+    }
+    if (column.enumeration && !std::holds_alternative<SampleView<std::int32_t>>(column.values)) {
+        failAt({}, "the positions of an enumeration's members are of type int32");
+    }
+    const auto* ticks = std::get_if<TickTimes>(&column.times);
+    if (ticks != nullptr && (ticks->unit <= ExactTime() || ticks->unit > second)) {
+        failAt({}, "the unit of its times is no length of time up to a second");
+    }
+}
+
+template <class T>
+class ColumnReader {
+public:
+    ColumnReader(const SignalColumn& column, const SignalRules& rules, NamedColumn& named)
+        : column_(column),
+          values_(std::get<SampleView<T>>(column.values)),
+          named_(named),
+          order_(rules),
+          collector_(interpolationOf(rules, assessments::IsFloatingPoint<T>::value,
+                                     typeText(*rules.type))) {}
+
+    SharedPieces read(const Timeline& timeline) {
+        std::visit([&](const auto& times) { takeAll(times); }, column_.times);
+        named_.endWork();
+        auto pieces = collector_.take();
+        if (column_.enumeration) {
+            for (auto& piece : pieces) {
+                piece.enumTypeName = column_.enumeration->name;
+            }
+        }
+        return sharedPieces(std::move(pieces), timeline);
+    }
+
+private:
+    template <class Times>
+    void takeAll(const Times& times) {
+        const Timeline& counting = order_.rules().timeline;
+        ExactTime last;
+        for (std::size_t i = 0; i < values_.size(); ++i) {
+            named_.workAt(i);
+            const ExactTime time = timeAt(times, i);
+            if (i > 0 && time < last) [[unlikely]] {
+                failAt({}, "the time goes back from " + last.text() + " s to " + time.text() + " s",
+                       "samples stand in the order of their times");
+            }
+            last = time;
+            if (isSample(i)) {
+                take(counting.counted(time), values_[i]);
+            }
+        }
+    }
+
+    bool isSample(std::size_t i) const {
+        return (column_.missing.empty() || !column_.missing[i]) &&
+               (column_.nan == NanMeaning::Value || !assessments::detail::isNan(values_[i]));
+    }
+
+    void take(double time, const T& value) {
+        if constexpr (std::is_same_v<T, std::int32_t>) {
+            checkMember(value);
+        }
+        if (const auto step = order_.stepTo(time)) [[likely]] {
+            collector_.add(*step, time, value);
+        }
+    }
+
+    void checkMember(std::int32_t value) const {
+        if (column_.enumeration &&
+            (value < 0 || static_cast<std::size_t>(value) >= column_.enumeration->members.size())) {
+            failAt({}, std::to_string(value) + " is the position of no member of the enumeration " +
+                           shown(column_.enumeration->name));
+        }
+    }
+
+    const SignalColumn& column_;
+    const SampleView<T> values_;
+    NamedColumn& named_;
+    SampleOrder order_;
+    TraceCollector<T> collector_;
+};
+
+SignalRules rulesOf(const SignalColumn& column, const Timeline& counting) {
+    SignalRules rules;
+    rules.subject = "the signal";
+    rules.type = column.enumeration ? SignalType::of(column.enumeration)
+                                    : SignalType{column.values.index(), nullptr};
+    rules.interpolation = column.interpolation;
+    rules.isInterpolationDeclared = true;
+    if (column.maxGap) {
+        rules.maxGap = counting.ticksIn(*column.maxGap);
+    }
+    rules.equalTimes = column.equalTimes;
+    rules.timeline = counting;
+    return rules;
+}
+
+}  // namespace
+
+Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution,
+                    ExactTime reach) {
+    std::optional<std::pair<ExactTime, ExactTime>> span;
+    for (const SignalColumn& column : columns) {
+        const std::size_t count = countOf(column.times);
+        if (count == 0) {
+            continue;
+        }
+        naming(column, [&](NamedColumn& named) {
+            const auto at = [&](std::size_t index) {
+                named.workAt(index);
+                return std::visit([&](const auto& times) { return timeAt(times, index); },
+                                  column.times);
+            };
+            const auto first = at(0);
+            const auto last = at(count - 1);
+            span = {span ? std::min(span->first, first) : first,
+                    span ? std::max(span->second, last) : last};
+        });
+    }
+    if (!span) {
+        return Timeline(resolution).over(0, 0);
+    }
+    const Timeline counting(resolution, span->first);
+    return counting.over(0, counting.at(span->second), counting.ticksIn(reach));
+}
+
+Signal signalOf(const SignalColumn& column, const Timeline& timeline) {
+    return naming(column, [&](NamedColumn& named) {
+        check(column);
+        const SignalRules rules = rulesOf(column, timeline.withoutBias());
+        const auto pieces = std::visit(
+            [&]<class T>(const std::span<const T>&) {
+                return ColumnReader<T>(column, rules, named).read(timeline);
+            },
+            column.values);
+        return Signal{column.name, *rules.type, column.unit, pieces};
+    });
+}
+
+}  // namespace vorm::evaluation
