@@ -1,9 +1,9 @@
 #include "recording.hpp"
 
 #include <vorm/evaluation/parallel/for_each_index.hpp>
+#include <vorm/evaluation/recording/open_recording.hpp>
 #include <vorm/evaluation/recording/recording_reading.hpp>
 #include <vorm/evaluation/recording/signal_naming.hpp>
-#include <vorm/evaluation/recording/table_origin.hpp>
 
 #include <algorithm>
 
@@ -11,10 +11,10 @@ namespace vorm::evaluation {
 namespace {
 
 // Times are counted from the first one that is read, so that the numbers stay small.
-Timeline countingFor(std::vector<Table>& tables, const std::vector<ExactTime>& origins,
-                     const SignalSelection& selection, const RecordingLayout& layout) {
+Timeline countingFor(OpenRecording& recording, const RecordingLayout& layout) {
+    auto& tables = recording.tables;
     for (std::size_t i = 0; i < tables.size(); ++i) {
-        if (!tables[i].hasTime() || !mayBeWanted(tables[i], selection)) {
+        if (!tables[i].hasTime() || !recording.mayBeWanted(tables[i])) {
             continue;
         }
         const auto first = tables[i].firstTime();
@@ -22,7 +22,7 @@ Timeline countingFor(std::vector<Table>& tables, const std::vector<ExactTime>& o
             tables[i].close();
         }
         if (first) {
-            return Timeline(layout.time.resolution.length, *first - origins[i]);
+            return Timeline(layout.time.resolution.length, *first - recording.origins[i]);
         }
     }
     return Timeline(layout.time.resolution.length);
@@ -51,34 +51,28 @@ const Signal* Recording::find(std::string_view wanted) const {
 Recording readRecordingFiles(const std::string& name, const std::vector<RecordingFile>& files,
                              const RecordingLayout& layout, const ReadingOptions& options,
                              std::size_t blockSize) {
-    const SignalSelection selection(layout, options.wanted, files.size() > 1);
-    const bool isAlone = files.size() == 1;
-    auto [tables, leftOut] =
-        openTables(toldApart(files), layout, selection.wantsAll() || isAlone, blockSize);
-    if (isAlone) {
-        tables.front().time();
-    }
-    const auto origins = originsOf(tables, layout.time.origin);
-    const Timeline counting = countingFor(tables, origins, selection, layout);
-    std::vector<TableSignals> signals(tables.size());
-    forEachIndex(tables.size(), options.jobs, [&, &tables = tables](std::size_t i) {
-        if (!mayBeWanted(tables[i], selection)) {
-            signals[i] = unreadTable(tables[i]);
+    OpenRecording recording = openRecording(files, layout, options.wanted, blockSize);
+    const Timeline counting = countingFor(recording, layout);
+    std::vector<TableSignals> signals(recording.tables.size());
+    forEachIndex(signals.size(), options.jobs, [&](std::size_t i) {
+        Table& table = recording.tables[i];
+        if (!recording.mayBeWanted(table)) {
+            signals[i] = unreadTable(table);
             return;
         }
-        tables[i].time();
-        tables[i].reportTo(options.progress);
-        signals[i] =
-            readTable(tables[i], origins[i], counting, selection, layout, options.maximumRows);
-        tables[i].close();
+        table.time();
+        table.reportTo(options.progress);
+        signals[i] = readTable(table, recording.origins[i], counting, recording.selection, layout,
+                               options.maximumRows);
+        table.close();
     });
-    const bool hasLongForm = std::any_of(tables.begin(), tables.end(), [](const Table& table) {
-        return table.longColumns().has_value();
-    });
+    const bool hasLongForm =
+        std::any_of(recording.tables.begin(), recording.tables.end(),
+                    [](const Table& table) { return table.longColumns().has_value(); });
     const bool isWhole = options.maximumRows == ReadingOptions().maximumRows || !hasLongForm;
     const Timeline timeline = placed(counting, signals, options.reach);
-    return namedSignals(name, timeline, std::move(signals), std::move(leftOut), selection, layout,
-                        isWhole);
+    return namedSignals(name, timeline, std::move(signals), std::move(recording.leftOut),
+                        recording.selection, layout, isWhole);
 }
 
 Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,

@@ -2,9 +2,8 @@
 
 #include <vorm/evaluation/recording/column_rules.hpp>
 #include <vorm/evaluation/recording/column_survey.hpp>
+#include <vorm/evaluation/recording/open_recording.hpp>
 #include <vorm/evaluation/recording/recording_reading.hpp>
-#include <vorm/evaluation/recording/signal_selection.hpp>
-#include <vorm/evaluation/recording/table_origin.hpp>
 
 #include <map>
 
@@ -95,12 +94,9 @@ private:
 std::vector<SignalSurvey> surveyFiles(const std::vector<RecordingFile>& files,
                                       const RecordingLayout& layout) {
     const std::optional<std::set<std::string>> all;
-    const SignalSelection selection(layout, all, files.size() > 1);
-    auto tables = openTables(files, layout, true, ByteWindow::defaultBlockSize).tables;
-    const auto origins = originsOf(tables, layout.time.origin);
+    auto [selection, tables, origins, leftOut] = openRecording(files, layout, all);
     std::vector<SignalSurvey> surveys;
     for (std::size_t i = 0; i < tables.size(); ++i) {
-        tables[i].time();
         for (SignalSurvey& survey : TableSurvey(tables[i], origins[i], selection, layout).look()) {
             surveys.push_back(std::move(survey));
         }

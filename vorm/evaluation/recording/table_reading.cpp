@@ -167,17 +167,4 @@ TableSignals unreadTable(const Table& table) {
     return signals;
 }
 
-bool mayBeWanted(const Table& table, const SignalSelection& selection) {
-    if (selection.wantsAll() || table.longColumns()) {
-        return true;
-    }
-    for (std::size_t i = 0; i < table.headers().size(); ++i) {
-        const bool isTime = table.hasTime() && table.time().contains(i);
-        if (!isTime && !selection.requestsFor(table.file(), table.headers()[i]).empty()) {
-            return true;
-        }
-    }
-    return false;
-}
-
 }  // namespace vorm::evaluation

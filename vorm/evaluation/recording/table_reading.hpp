@@ -54,7 +54,4 @@ TableSignals readTable(Table& table, ExactTime origin, const Timeline& timeline,
 /// What a table has, where its rows are not read.
 TableSignals unreadTable(const Table& table);
 
-/// Whether some signal of the table may be wanted.
-bool mayBeWanted(const Table& table, const SignalSelection& selection);
-
 }  // namespace vorm::evaluation

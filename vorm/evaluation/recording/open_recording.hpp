@@ -1,0 +1,27 @@
+#pragma once
+
+// The files of a recording, opened for reading or for a survey.
+
+#include <vorm/evaluation/recording/signal_selection.hpp>
+#include <vorm/evaluation/table/table.hpp>
+
+namespace vorm::evaluation {
+
+struct OpenRecording {
+    SignalSelection selection;
+    std::vector<Table> tables;
+    std::vector<ExactTime> origins;   ///< time 0, as each of the tables counts
+    std::vector<InputError> leftOut;  ///< why signals of the other files are not even known
+
+    /// Whether some signal of the table may be wanted.
+    bool mayBeWanted(const Table& table) const;
+};
+
+/// Opens the files and reads their headers. A file alone, and each file where all signals are
+/// wanted, has to be a table with times. The layout and the wanted names outlive the result. Throws
+/// InputError.
+OpenRecording openRecording(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
+                            const std::optional<std::set<std::string>>& wanted,
+                            std::size_t blockSize = ByteWindow::defaultBlockSize);
+
+}  // namespace vorm::evaluation
