@@ -56,7 +56,7 @@ std::string cellText(const T& value) {
     } else if constexpr (std::is_integral_v<T>) {
         return std::to_string(value);
     } else {
-        return shortestNumber(assessments::detail::toDouble(value));
+        return shortestNumber(assessments::support::toDouble(value));
     }
 }
 
@@ -150,7 +150,7 @@ struct Quantity {
             const T value = anyMember<T>();
             const bool isMissing = *rc::gen::inRange(0, 4) == 0;
             const bool isNan =
-                column.nan == NanMeaning::NoSample && assessments::detail::isNan(value);
+                column.nan == NanMeaning::NoSample && assessments::support::isNan(value);
             cells.push_back(isMissing || isNan ? "" : textOf(value));
             if (!isMissing || marksMissing) {
                 rows.push_back(row);

@@ -126,7 +126,7 @@ private:
 
     bool isSample(std::size_t i) const {
         return (column_.missing.empty() || !column_.missing[i]) &&
-               (column_.nan == NanMeaning::Value || !assessments::detail::isNan(values_[i]));
+               (column_.nan == NanMeaning::Value || !assessments::support::isNan(values_[i]));
     }
 
     void take(double time, const T& value) {
