@@ -2,6 +2,7 @@
 #include "terminal.hpp"
 
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
+#include <vorm/evaluation/assessment/wanted_signals.hpp>
 
 #include <iostream>
 

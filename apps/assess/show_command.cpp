@@ -2,6 +2,7 @@
 #include "terminal.hpp"
 
 #include <vorm/evaluation/assessment/explanation.hpp>
+#include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 
@@ -31,6 +32,7 @@ ExitCode showAssessment(const Options& options) {
     ProgressLine progress(options);
     RunOptions run;
     run.jobs = options.jobs;
+    run.only = {assessment.name};
     run.progress = [&](const std::string& text) { progress.show(text); };
 
     RunOutcome outcomes{file.name, file.title, {}};
@@ -39,7 +41,8 @@ ExitCode showAssessment(const Options& options) {
         outcomes.recordings.push_back({source.name(), "", {}});
         RecordingOutcome& outcome = outcomes.recordings.back();
         try {
-            const Explanation explanation = explain(file, assessment, source, run);
+            const Explanation explanation =
+                explain(file, assessment, readRecordingFor(file, source, run), run);
             report += (report.empty() ? "" : "\n") + source.name() + "\n" +
                       explanationReport(explanation, styleOf(options));
             outcome.assessments.push_back(explanation.outcome);

@@ -1,5 +1,6 @@
 // Every public header of the evaluation layer, and a formula from its text to its tree and back.
 
+#include <vorm/evaluation/assessment/assess.hpp>
 #include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/explanation.hpp>
@@ -8,6 +9,7 @@
 #include <vorm/evaluation/assessment/outcome.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
+#include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/evaluator/evaluator.hpp>
 #include <vorm/evaluation/formula/enumeration_literal.hpp>
 #include <vorm/evaluation/formula/formula.hpp>

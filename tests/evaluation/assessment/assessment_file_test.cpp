@@ -1,5 +1,6 @@
 #include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
+#include <vorm/evaluation/assessment/wanted_signals.hpp>
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include <vorm/assessments/expression/expression_containers.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
-#include <vorm/evaluation/assessment/assessed_recording.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/outcome_explanation.hpp>
+#include <vorm/evaluation/assessment/outcome_judgement.hpp>
 
 #include <utility>
 
@@ -77,37 +77,37 @@ ExplainedFormula explained(const ShownNode& node, const evaluation::detail::Node
 }  // namespace
 
 Explanation explain(const AssessmentFile& file, const Assessment& assessment,
-                    const RecordingSource& source, const RunOptions& options) {
-    const detail::AssessedRecording recording(file, {&assessment}, source, options);
-    const Formula formula = recording.formulaOf(assessment);
+                    const Recording& recording, const RunOptions& options) {
+    const TypedAssessment typed =
+        typedAssessment(file, assessment, namesIn(file, recording), recording);
+    const Formula& formula = typed.formula;
     const std::vector<ShownNode> shown = shownNodes(formula.tree);
     std::vector<const Expression*> trees;
     for (const ShownNode& node : shown) {
         trees.push_back(node.tree);
     }
-    const detail::NodeResults results(formula.tree, trees, recording);
+    const detail::NodeResults results(typed, trees, options);
 
     Explanation explanation;
     explanation.outcome = detail::describedOutcome(assessment);
-    explanation.timeline = recording.recording().timeline;
+    explanation.timeline = recording.timeline;
     for (const ShownNode& node : shown) {
-        explanation.subFormulas.push_back(
-            explained(node, results, recording.recording(), formula.times));
+        explanation.subFormulas.push_back(explained(node, results, recording, formula.times));
     }
+    AssessmentOutcome& outcome = explanation.outcome;
     const EvaluationResult& truth = results.of(formula.tree);
     if (truth.failure) {
-        explanation.outcome.error = recording.failureMessage(assessment, formula, truth.failure);
+        outcome.error = detail::failureMessage(typed, truth.failure);
         return explanation;
     }
-    recording.judge(assessment, formula, *truth.truth, explanation.outcome);
+    detail::judge(typed, *truth.truth, outcome);
     if (const auto trigger = triggerOf(formula.tree)) {
         const EvaluationResult& condition = results.of(*trigger->formula);
-        explanation.outcome.trigger = formulaText(*trigger->formula, formula.times);
-        explanation.outcome.neverTriggered =
-            explanation.outcome.verdict == resultEnum_t::PASS &&
-            recording.isFalseThroughout(assessment, formula, *trigger, *condition.truth);
+        outcome.trigger = formulaText(*trigger->formula, formula.times);
+        outcome.neverTriggered = outcome.verdict == resultEnum_t::PASS &&
+                                 detail::isFalseThroughout(typed, *trigger, *condition.truth);
     }
-    detail::explain(recording, assessment, formula, results, explanation.outcome);
+    detail::explain(typed, results, outcome);
     return explanation;
 }
 

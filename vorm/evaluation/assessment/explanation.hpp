@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/assessment/assess.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
@@ -28,9 +28,9 @@ struct Explanation {
     std::vector<ExplainedFormula> subFormulas;
 };
 
-/// Evaluates one assessment on a recording with all its sub-formulas. Throws InputError for a
-/// recording or a formula that cannot be used.
+/// Evaluates one assessment on a recording with all its sub-formulas; of the options jobs and
+/// progress count. Throws InputError for a formula that cannot be used.
 Explanation explain(const AssessmentFile& file, const Assessment& assessment,
-                    const RecordingSource& recording, const RunOptions& options = {});
+                    const Recording& recording, const RunOptions& options = {});
 
 }  // namespace vorm::evaluation

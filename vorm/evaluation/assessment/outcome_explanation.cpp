@@ -29,13 +29,13 @@ std::vector<std::string> signalsIn(const Expression& formula) {
 
 class Explainer {
 public:
-    Explainer(const AssessedRecording& recording, const Formula& formula, const TimeRange& range,
-              const NodeResults& results)
-        : recording_(recording),
-          formula_(formula),
-          known_(*knownRange(recording.signalsOf(formula))),
-          range_({range.from, range.to}),
-          judged_(formula.tree, [&](const Expression& tree) { return results.of(tree).truth; }) {}
+    /// Of an assessment that has a range and signals with samples.
+    Explainer(const TypedAssessment& assessment, const NodeResults& results)
+        : recording_(*assessment.recording),
+          formula_(assessment.formula),
+          known_(*assessment.known),
+          range_({assessment.range->from, assessment.range->to}),
+          judged_(formula_.tree, [&](const Expression& tree) { return results.of(tree).truth; }) {}
 
     std::vector<FailureExplanation> failures() const {
         std::vector<FailureExplanation> explanations;
@@ -56,7 +56,7 @@ public:
     }
 
 private:
-    const Timeline& timeline() const { return recording_.recording().timeline; }
+    const Timeline& timeline() const { return recording_.timeline; }
 
     std::vector<ClosedSpan> spansThatAre(std::int8_t value) const {
         return range_.where(*judged_.nodes().back().truth, value).spans();
@@ -100,7 +100,7 @@ private:
 
     std::vector<std::string> reasonsFor(const ClosedSpan& span) const {
         const auto piecesOf = [&](const variable& signal) -> const TracePieces& {
-            return *recording_.recording().find(signal.name)->pieces;
+            return *recording_.find(signal.name)->pieces;
         };
         std::vector<std::string> reasons;
         for (const Gap& gap : gapsBehind(judged_, TimeSet(span), piecesOf)) {
@@ -134,7 +134,7 @@ private:
                    : "the recording begins at " + to + " s";
     }
 
-    const AssessedRecording& recording_;
+    const Recording& recording_;
     const Formula& formula_;
     const TimeRange known_;  // by any signal
     const TimeSet range_;
@@ -143,26 +143,26 @@ private:
 
 }  // namespace
 
-NodeResults::NodeResults(const Expression& root, const std::vector<const Expression*>& others,
-                         const AssessedRecording& recording) {
+NodeResults::NodeResults(const TypedAssessment& assessment,
+                         const std::vector<const Expression*>& others, const RunOptions& options) {
     std::vector<EvaluationRequest> requests;
     const auto request = [&](const Expression& tree) {
         if (index_.emplace(&tree, requests.size()).second) {
             requests.push_back({&tree, Meaning::Boolean});
         }
     };
-    assessments::support::forEachNode(root, request);
+    assessments::support::forEachNode(assessment.formula.tree, request);
     for (const Expression* other : others) {
         request(*other);
     }
-    results_ = evaluate(requests, recording.lookup(), recording.evaluationOptions());
+    results_ = evaluate(requests, lookupIn(*assessment.recording),
+                        evaluationOptions(*assessment.recording, options));
 }
 
-void explain(const AssessedRecording& recording, const Assessment& assessment,
-             const Formula& formula, const NodeResults& results, AssessmentOutcome& outcome) {
-    const auto range = recording.rangeOf(assessment, formula);
-    if (range && knownRange(recording.signalsOf(formula))) {
-        const Explainer explainer(recording, formula, *range, results);
+void explain(const TypedAssessment& assessment, const NodeResults& results,
+             AssessmentOutcome& outcome) {
+    if (assessment.range && assessment.known) {
+        const Explainer explainer(assessment, results);
         outcome.explanations = explainer.failures();
         outcome.openReasons = explainer.openReasons();
     }

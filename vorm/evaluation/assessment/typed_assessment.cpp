@@ -1,8 +1,6 @@
 #include "typed_assessment.hpp"
 
-#include <vorm/evaluation/formula/syntax_tree.hpp>
-
-#include <algorithm>
+#include <utility>
 
 namespace vorm::evaluation {
 namespace {
@@ -13,29 +11,6 @@ std::map<std::string, ParsedFormula> definitionsOf(const AssessmentFile& file) {
         definitions.emplace(name, definition.formula);
     }
     return definitions;
-}
-
-constexpr ExactTime farthest = 1'000 * 86'400 * second;
-
-ExactTime lengthOf(const WrittenTime& written) {
-    const ExactTime time = written.time.value_or(farthest);
-    return std::min(std::max(time, -time), farthest);
-}
-
-ExactTime reachOf(const ParsedFormula& formula) {
-    std::vector<ExactTime> reaches;
-    for (const SyntaxNode& node : formula.nodes()) {
-        ExactTime below;
-        if (operandsOf(node.kind) > 0) {
-            below = reaches[node.left];
-        }
-        if (operandsOf(node.kind) > 1) {
-            below = std::max(below, reaches[node.right]);
-        }
-        const ExactTime own = std::max(lengthOf(node.a), lengthOf(node.b));
-        reaches.push_back(std::min(below + own, farthest));
-    }
-    return reaches.back();
 }
 
 void requireVerdicts(const Formula& formula, const std::string& text) {
@@ -63,39 +38,29 @@ Formula placingErrors(const AssessmentFile& file, const FormulaSource& source, B
     }
 }
 
+std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& recording) {
+    std::vector<const Signal*> signals;
+    for (const std::string& name : formula.signals) {
+        signals.push_back(recording.find(name));
+    }
+    return signals;
+}
+
+std::optional<TimeRange> rangeOf(const Assessment& assessment, std::optional<TimeRange> range,
+                                 const Timeline& timeline) {
+    if (!range && assessment.from && assessment.to) {
+        range.emplace();
+    }
+    if (range && assessment.from) {
+        range->from = timeline.at(*assessment.from);
+    }
+    if (range && assessment.to) {
+        range->to = timeline.at(*assessment.to);
+    }
+    return range && range->from <= range->to ? range : std::nullopt;
+}
+
 }  // namespace
-
-std::set<std::string> namesToRead(const AssessmentFile& file,
-                                  const std::vector<const Assessment*>& assessments) {
-    std::set<std::string> names;
-    std::vector<const ParsedFormula*> pending;
-    for (const Assessment* assessment : assessments) {
-        pending.push_back(&assessment->requirement.formula);
-    }
-    while (!pending.empty()) {
-        const ParsedFormula& formula = *pending.back();
-        pending.pop_back();
-        for (const std::string& name : formula.names()) {
-            const auto definition = file.definitions.find(name);
-            if (names.insert(name).second && definition != file.definitions.end()) {
-                pending.push_back(&definition->second.formula);
-            }
-        }
-    }
-    return names;
-}
-
-ExactTime reachOf(const AssessmentFile& file, const std::vector<const Assessment*>& assessments) {
-    ExactTime reach;
-    for (const Assessment* assessment : assessments) {
-        reach = std::max(reach, reachOf(assessment->requirement.formula));
-    }
-    // None of them is part of another one twice on any way.
-    for (const auto& [name, definition] : file.definitions) {
-        reach = std::min(reach + reachOf(definition.formula), farthest);
-    }
-    return reach;
-}
 
 FormulaNames namesWithoutData(const AssessmentFile& file) {
     FormulaNames names;
@@ -142,6 +107,15 @@ void checkDefinition(const AssessmentFile& file, const std::string& definition,
                      const FormulaNames& names) {
     const SourcedFormula& sourced = file.definitions.at(definition);
     placingErrors(file, sourced.source, [&] { return buildFormula(sourced.formula, names); });
+}
+
+TypedAssessment typedAssessment(const AssessmentFile& file, const Assessment& assessment,
+                                const FormulaNames& names, const Recording& recording) {
+    Formula formula = typedFormula(file, assessment, names);
+    auto signals = signalsOf(formula, recording);
+    const auto known = knownRange(signals);
+    const auto range = rangeOf(assessment, known, recording.timeline);
+    return {&assessment, &recording, std::move(formula), std::move(signals), known, range};
 }
 
 }  // namespace vorm::evaluation

@@ -1,20 +1,14 @@
 #pragma once
 
 #include <vorm/evaluation/assessment/assessment_file.hpp>
+#include <vorm/evaluation/assessment/judgement.hpp>
 #include <vorm/evaluation/recording/recording.hpp>
 
-#include <set>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace vorm::evaluation {
-
-/// The names that the assessments and the definitions that they use may mean signals by.
-std::set<std::string> namesToRead(const AssessmentFile& file,
-                                  const std::vector<const Assessment*>& assessments);
-
-/// How far from a time the formulas of the assessments look at most; a thousand days if it is more.
-ExactTime reachOf(const AssessmentFile& file, const std::vector<const Assessment*>& assessments);
 
 /// What names mean in a file without data: declared signals have their declared type, any other
 /// name is a signal of unknown type.
@@ -31,5 +25,20 @@ Formula typedFormula(const AssessmentFile& file, const Assessment& assessment,
 /// Checks a definition as if an assessment used it. Throws InputError, placed in the file.
 void checkDefinition(const AssessmentFile& file, const std::string& definition,
                      const FormulaNames& names);
+
+/// An assessment with its formula for the types of a recording, and where it looks at that.
+struct TypedAssessment {
+    const Assessment* assessment;
+    const Recording* recording;
+    Formula formula;
+    std::vector<const Signal*> signals;  ///< that the formula reads
+    std::optional<TimeRange> known;      ///< from the first to the last time at which one is known
+    std::optional<TimeRange> range;      ///< nothing where its signals have no samples there
+};
+
+/// The same assessment for a recording, both of which it refers to; `names` are those of the
+/// recording. Throws InputError as typedFormula does.
+TypedAssessment typedAssessment(const AssessmentFile& file, const Assessment& assessment,
+                                const FormulaNames& names, const Recording& recording);
 
 }  // namespace vorm::evaluation

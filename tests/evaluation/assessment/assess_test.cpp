@@ -1,0 +1,128 @@
+#include "recordings.hpp"
+
+#include <vorm/evaluation/assessment/explanation.hpp>
+#include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/report/verdict_text.hpp>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+namespace vorm::evaluation {
+namespace {
+
+using test::recordingOf;
+
+AssessmentFile fileWith(const std::string& assessments) {
+    return parseAssessmentFile(assessments, "limits.toml");
+}
+
+AssessmentFile threeAssessments() {
+    return fileWith(R"toml(
+        assessment = [
+            { name = "low", formula = "x < 5" },
+            { name = "wrong", formula = "nobody < 5" },
+            { name = "soon", formula = "x > 1 -> eventually[0, 1 s](y > 0)" },
+        ])toml");
+}
+
+Recording twoSignals() {
+    return recordingOf({{"x", {{{0, 1}, {2.5, 7}, {3, 2}, {6, 2}}}}, {"y", {{{0, 0}, {6, 0}}}}});
+}
+
+TEST(Assess, JudgesRecordingsInMemory) {
+    const RecordingOutcome outcome = assess(threeAssessments(), twoSignals());
+    EXPECT_EQ(outcome.recording, "in memory");
+    EXPECT_TRUE(outcome.error.empty());
+    ASSERT_EQ(outcome.assessments.size(), 3U);
+    EXPECT_EQ(verdictText(outcome.assessments[0]), "FAIL");
+    ASSERT_EQ(outcome.assessments[0].failures.size(), 1U);
+    EXPECT_EQ(intervalText(outcome.assessments[0].failures[0]), "from 2.5 s to 3 s");
+    EXPECT_EQ(verdictText(outcome.assessments[1]), "ERROR");
+    EXPECT_NE(outcome.assessments[1].error.find("nobody"), std::string::npos);
+    ASSERT_EQ(outcome.assessments[2].failures.size(), 1U);
+    EXPECT_EQ(intervalText(outcome.assessments[2].failures[0]), "from 2.5 s to 5 s");
+    EXPECT_EQ(outcome.assessments[2].open.text(), "1");
+}
+
+TEST(Assess, TakesOnlyThoseAskedFor) {
+    RunOptions options;
+    options.only = {"soon"};
+    const RecordingOutcome outcome = assess(threeAssessments(), twoSignals(), options);
+    ASSERT_EQ(outcome.assessments.size(), 1U);
+    EXPECT_EQ(outcome.assessments[0].name, "soon");
+    options.only = {"soom"};
+    EXPECT_THROW(assess(threeAssessments(), twoSignals(), options), InputError);
+}
+
+TEST(Assess, ExplainsARecordingInMemory) {
+    const AssessmentFile file = threeAssessments();
+    const Explanation explanation = explain(file, file.find("low"), twoSignals());
+    EXPECT_EQ(verdictText(explanation.outcome), "FAIL");
+    ASSERT_EQ(explanation.outcome.explanations.size(), 1U);
+    EXPECT_EQ(explanation.outcome.explanations[0].causes.at(0).when, "from 2.5 s to 3 s");
+    // The values live on when the recording is gone.
+    EXPECT_EQ(explanation.subFormulas.at(1).pieces->front().getStartTime(),
+              explanation.timeline.at(ExactTime()));
+    EXPECT_THROW(explain(file, file.find("wrong"), twoSignals()), InputError);
+}
+
+// What a caller keeps of a recording.
+struct Kept {
+    std::string name;
+    std::vector<std::string> verdicts;
+    std::vector<SharedTruth> truths;
+    SharedPieces x;
+};
+
+TEST(Assess, ShowsRecordingsWhileTheirSignalsLive) {
+    const auto folder =
+        std::filesystem::temp_directory_path() / ("assess_test_" + std::to_string(::getpid()));
+    std::filesystem::create_directory(folder);
+    std::vector<RecordingSource> sources;
+    for (int i = 0; i < 6; ++i) {
+        const auto path = folder / (std::to_string(i) + ".csv");
+        std::ofstream(path) << (i == 3 ? "no time\n" : "t,x,y\n0,1,0\n") << i + 1
+                            << ",9,0\n10,1,0\n";
+        sources.push_back({{path.string()}});
+    }
+    std::map<std::size_t, Kept> kept;  // without a lock: calls come one at a time
+    RunOptions options;
+    options.jobs = 4;
+    options.assessed = [&](const AssessedRecording& assessed) {
+        Kept& one = kept[assessed.number];
+        one.name = assessed.recording.name;
+        for (const AssessmentOutcome& outcome : assessed.outcome.assessments) {
+            one.verdicts.push_back(verdictText(outcome));
+        }
+        one.truths = assessed.truths;
+        one.x = assessed.recording.find("x")->pieces;
+    };
+    run(threeAssessments(), sources, options);
+    std::filesystem::remove_all(folder);
+
+    EXPECT_EQ(kept.size(), 5U);
+    EXPECT_FALSE(kept.contains(3));
+    for (const auto& [number, one] : kept) {
+        EXPECT_EQ(one.name, sources[number].paths[0]);
+        EXPECT_EQ(one.verdicts, (std::vector<std::string>{"FAIL", "ERROR", "FAIL"}));
+        ASSERT_EQ(one.truths.size(), 3U);
+        EXPECT_EQ(one.truths[1], nullptr);
+        // x leaves its limit at the second of its file, and with it the truth changes.
+        const double jump = one.x->front().get<double>().points.at(1).time;
+        EXPECT_EQ(one.truths[0]->valueAt(jump), certainlyFalse);
+        EXPECT_EQ(one.truths[0]->valueAt(jump - 1), certainlyTrue);
+    }
+}
+
+TEST(Assess, WhatTheCallerThrowsEndsTheRun) {
+    RunOptions options;
+    options.assessed = [](const AssessedRecording&) { failAt({}, "enough"); };
+    EXPECT_THROW(assess(threeAssessments(), twoSignals(), options), InputError);
+}
+
+}  // namespace
+}  // namespace vorm::evaluation

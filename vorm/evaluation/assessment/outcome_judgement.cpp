@@ -1,0 +1,104 @@
+#include "outcome_judgement.hpp"
+
+#include <vorm/evaluation/assessment/evaluation_error.hpp>
+#include <vorm/evaluation/evaluator/reach.hpp>
+
+#include <algorithm>
+#include <vector>
+
+namespace vorm::evaluation::detail {
+namespace {
+
+std::vector<TimeSpan> spansOf(const std::vector<Span>& spans, const Timeline& timeline) {
+    std::vector<TimeSpan> times;
+    times.reserve(spans.size());
+    for (const auto& [start, end] : spans) {
+        times.push_back({timeline.timeAt(start), timeline.timeAt(end)});
+    }
+    return times;
+}
+
+ExactTime lengthOf(const std::vector<TimeSpan>& spans) {
+    ExactTime sum;
+    for (const TimeSpan& span : spans) {
+        sum += span.length();
+    }
+    return sum;
+}
+
+std::string reasonForNoResult(const TypedAssessment& assessment) {
+    for (const Signal* signal : assessment.signals) {
+        if (signal->pieces->empty()) {
+            return "the signal '" + signal->name + "' has no samples";
+        }
+    }
+    if (assessment.assessment->from || assessment.assessment->to) {
+        return "nothing is known in the range from 'from' to 'to'";
+    }
+    return "its signals have no time in common, or the recording or its pieces between holes are "
+           "too short for the formula's windows";
+}
+
+}  // namespace
+
+AssessmentOutcome describedOutcome(const Assessment& assessment) {
+    AssessmentOutcome outcome;
+    outcome.name = assessment.name;
+    outcome.description = assessment.description;
+    outcome.formula = assessment.requirement.source.text;
+    return outcome;
+}
+
+void judge(const TypedAssessment& assessment, const Truth& truth, AssessmentOutcome& outcome) {
+    const auto& from = assessment.assessment->from;
+    const auto& to = assessment.assessment->to;
+    if (const auto& range = assessment.range) {
+        const Judgement judgement = evaluation::judge(truth, *range);
+        const Timeline& timeline = assessment.recording->timeline;
+        outcome.verdict = judgement.verdict;
+        outcome.from = from.value_or(timeline.timeAt(range->from));
+        outcome.to = to.value_or(timeline.timeAt(range->to));
+        outcome.failures = spansOf(judgement.failures, timeline);
+        outcome.openSpans = spansOf(judgement.open, timeline);
+        outcome.failed = lengthOf(outcome.failures);
+        outcome.open = lengthOf(outcome.openSpans);
+        outcome.passed = outcome.to - outcome.from - outcome.failed - outcome.open;
+    } else {
+        // A range that lies beside all samples has one end.
+        outcome.from = from.value_or(to.value_or(ExactTime()));
+        outcome.to = to.value_or(outcome.from);
+    }
+    if (outcome.verdict == assessments::resultEnum_t::NO_RESULT) {
+        outcome.reason = reasonForNoResult(assessment);
+    }
+}
+
+bool isFalseThroughout(const TypedAssessment& assessment, const Trigger& trigger,
+                       const Truth& truth) {
+    return assessment.range && assessment.known &&
+           evaluation::isFalseThroughout(
+               truth, rangeOfTrigger(trigger, *assessment.range, *assessment.known));
+}
+
+bool surelyDecidesRobustness(const TypedAssessment& assessment) {
+    // Shifts and windows round times by less than a tick.
+    const double reach = reachOf(assessment.formula.tree, 1);
+    const auto& range = assessment.range;
+    const auto isKnownAround = [&](const assessments::TimedTrace& piece) {
+        return piece.getStartTime() <= range->from - reach &&
+               range->to + reach <= piece.getLastKnownTime();
+    };
+    const auto isKnown = [&](const Signal* signal) {
+        return std::any_of(signal->pieces->begin(), signal->pieces->end(), isKnownAround);
+    };
+    return range && std::all_of(assessment.signals.begin(), assessment.signals.end(), isKnown);
+}
+
+std::string failureMessage(const TypedAssessment& assessment, const std::exception_ptr& failure) {
+    const FormulaSource& source = assessment.assessment->requirement.source;
+    const FormulaError error =
+        evaluationError(failure, {0, source.text.size()}, assessment.formula.times);
+    return placed(error, source).what();
+}
+
+}  // namespace vorm::evaluation::detail
