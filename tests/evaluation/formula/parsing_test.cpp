@@ -222,11 +222,23 @@ TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
             const ParsedFormula formula(refusal.text);
             ADD_FAILURE() << refusal.text << " is read";
         } catch (const FormulaError& error) {
-            EXPECT_EQ(error.what(), refusal.message) << refusal.text;
-            EXPECT_EQ(error.advice(), refusal.advice) << refusal.text;
+            EXPECT_EQ(error.problem().message, refusal.message) << refusal.text;
+            EXPECT_EQ(error.problem().advice, refusal.advice) << refusal.text;
             EXPECT_EQ(refusal.text.substr(error.span().begin, error.span().length), refusal.marked)
                 << refusal.text;
         }
+    }
+}
+
+TEST(Parsing, ErrorsAreInputErrorsWithTheirPlaceInTheText) {
+    try {
+        const ParsedFormula formula("x > 1 &\n  \"\xc3\xa4\" > (3");
+        FAIL();
+    } catch (const InputError& error) {
+        EXPECT_STREQ(error.what(),
+                     "2:9: this '(' is not closed\n      \"\xc3\xa4\" > (3\n"
+                     "            ^\n  add ')'");
+        EXPECT_EQ(error.problem().where.file, "");
     }
 }
 

@@ -58,7 +58,7 @@ std::string typed(const std::string& text,
         const Formula formula = buildFormula(ParsedFormula(text), names(definitions));
         return formulaText(formula.tree, formula.times) + " : " + typeText(formula.type);
     } catch (const FormulaError& error) {
-        return error.what();
+        return error.problem().message;
     }
 }
 
@@ -197,8 +197,8 @@ TEST(Typing, WhatDoesNotFitIsRefusedWithAdvice) {
             buildFormula(ParsedFormula(refusal.text), names());
             ADD_FAILURE() << refusal.text << " is built";
         } catch (const FormulaError& error) {
-            EXPECT_EQ(error.what(), refusal.message) << refusal.text;
-            EXPECT_EQ(error.advice(), refusal.advice) << refusal.text;
+            EXPECT_EQ(error.problem().message, refusal.message) << refusal.text;
+            EXPECT_EQ(error.problem().advice, refusal.advice) << refusal.text;
             EXPECT_EQ(refusal.text.substr(error.span().begin, error.span().length), refusal.marked)
                 << refusal.text;
         }
@@ -213,6 +213,8 @@ TEST(Typing, FailuresOfDefinitionsSayWhichOne) {
     } catch (const FormulaError& error) {
         EXPECT_EQ(error.definition(), "inner");
         EXPECT_EQ(error.span().begin, 4U);
+        EXPECT_EQ(error.problem().excerpt, "x > sped");
+        EXPECT_EQ(error.problem().caretWidth, 4U);
     }
 }
 

@@ -52,7 +52,7 @@ constexpr const char* prefix = "cannot be evaluated: ";
 
 }  // namespace
 
-FormulaError evaluationError(const std::exception_ptr& failure, FormulaError::Span span,
+FormulaError evaluationError(const std::exception_ptr& failure, TextSpan span,
                              const TimeTexts& times) {
     try {
         std::rethrow_exception(failure);

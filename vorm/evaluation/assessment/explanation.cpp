@@ -66,7 +66,7 @@ ExplainedFormula explained(const ShownNode& node, const evaluation::detail::Node
     formula.pieces = result.truth ? std::make_shared<const TracePieces>(knownPieces(*result.truth))
                                   : result.pieces;
     if (result.failure) {
-        formula.failure = evaluationError(result.failure, {}, times).what();
+        formula.failure = evaluationError(result.failure, {}, times).problem().message;
     }
     if (const auto* signal = boost::get<variable>(node.tree)) {
         formula.enumeration = recording.find(signal->name)->type.enumeration;

@@ -14,7 +14,7 @@ std::map<std::string, ParsedFormula> definitionsOf(const AssessmentFile& file) {
 }
 
 void requireVerdicts(const Formula& formula, const std::string& text) {
-    const FormulaError::Span whole{0, text.size()};
+    const TextSpan whole{0, text.size()};
     if (formula.type.isKnown() && !formula.type.is<bool>()) {
         throw FormulaError(
             "an assessment is true or false, but this is of type " + typeText(formula.type), whole,

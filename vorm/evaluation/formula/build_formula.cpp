@@ -66,7 +66,8 @@ Expression numberOf(const ParsedFormula& formula, std::size_t index,
     try {
         return literalOf(formula.nodes()[index], *types[index].type.valueType);
     } catch (const FormulaError& error) {
-        throw FormulaError(error.what(), error.span(), conversionFor(formula, index, types));
+        throw FormulaError(error.problem().message, error.span(),
+                           conversionFor(formula, index, types));
     }
 }
 
@@ -122,7 +123,13 @@ Expression FormulaBuilder::name(const SyntaxNode& node, const OperandType& type)
 }  // namespace
 
 Formula buildFormula(const ParsedFormula& formula, const FormulaNames& names) {
-    return FormulaBuilder(names).build(formula);
+    try {
+        return FormulaBuilder(names).build(formula);
+    } catch (const FormulaError& error) {
+        const auto definition = names.definitions.find(error.definition());
+        throw error.within(definition == names.definitions.end() ? formula.text()
+                                                                 : definition->second.text());
+    }
 }
 
 }  // namespace vorm::evaluation

@@ -22,7 +22,8 @@ auto withinDefinition(const std::string& name, Action action) {
         if (!error.definition().empty()) {
             throw;
         }
-        throw FormulaError(error.what(), error.span(), error.advice(), name);
+        const InputProblem& problem = error.problem();
+        throw FormulaError(problem.message, error.span(), problem.advice, name);
     }
 }
 

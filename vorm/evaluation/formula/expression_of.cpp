@@ -23,9 +23,7 @@ Expression leafOf(const SyntaxNode& node) {
     }
 }
 
-}  // namespace
-
-Expression expressionOf(const ParsedFormula& formula) {
+Expression treeOf(const ParsedFormula& formula) {
     sizeOf(formula.nodes(), [](const SyntaxNode&) { return TreeSize(); });
     NodeBuilder builder(second);
     std::vector<Expression> trees;
@@ -36,6 +34,16 @@ Expression expressionOf(const ParsedFormula& formula) {
                                                    : builder.operatorOf(node, trees));
     }
     return std::move(trees.back());
+}
+
+}  // namespace
+
+Expression expressionOf(const ParsedFormula& formula) {
+    try {
+        return treeOf(formula);
+    } catch (const FormulaError& error) {
+        throw error.within(formula.text());
+    }
 }
 
 }  // namespace vorm::evaluation

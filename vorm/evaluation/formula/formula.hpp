@@ -21,9 +21,10 @@ struct SyntaxNode;
 /// A formula's text, read but not yet tied to signals. Copies share what was read.
 class ParsedFormula {
 public:
-    /// Reads a text. Throws FormulaError where it is no formula: at the first place that does not
-    /// fit, with what was expected there. Nesting deeper than maximumNesting is an error; long
-    /// chains such as `a & b & c` are not nested. Linear in the text.
+    /// Reads a text. Throws FormulaError, with its place in the text, where it is no formula: at
+    /// the first place that does not fit, with what was expected there. Nesting deeper than
+    /// maximumNesting is an error; long chains such as `a & b & c` are not nested. Linear in the
+    /// text.
     ///
     /// From the loosest to the tightest:
     ///

@@ -1,38 +1,39 @@
 #pragma once
 
+#include <vorm/evaluation/text/input_error.hpp>
+
 #include <cstddef>
-#include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace vorm::evaluation {
 
-/// A formula that cannot be read or does not fit together.
-class FormulaError : public std::runtime_error {
-public:
-    /// The bytes [begin, begin + length) of a formula's text.
-    struct Span {
-        std::size_t begin = 0;
-        std::size_t length = 0;
-    };
+/// The bytes [begin, begin + length) of a formula's text.
+struct TextSpan {
+    std::size_t begin = 0;
+    std::size_t length = 0;
+};
 
-    /// what() is the message: one clause without a full stop.
-    FormulaError(const std::string& message, Span where, std::string advice = {},
-                 std::string inDefinition = {})
-        : std::runtime_error(message),
-          span_(where),
-          advice_(std::move(advice)),
-          definition_(std::move(inDefinition)) {}
+/// A formula that cannot be read or does not fit together. Its problem has line and column in the
+/// formula's text and no file; `placed` tells where that text stands in a file.
+class FormulaError : public InputError {
+public:
+    /// An error that is thrown before the text is at hand; `within` makes it complete.
+    FormulaError(std::string message, TextSpan span, std::string advice = {},
+                 std::string inDefinition = {});
 
     /// What the message is about.
-    const Span& span() const { return span_; }
-    /// What to do, or empty.
-    const std::string& advice() const { return advice_; }
+    const TextSpan& span() const { return span_; }
     /// The definition whose text the span is in; empty for the formula's own text.
     const std::string& definition() const { return definition_; }
 
+    /// The error with the place of its span in that text, and the line there as its excerpt.
+    FormulaError within(std::string_view text) const;
+
 private:
-    Span span_;
-    std::string advice_;
+    FormulaError(InputProblem problem, const FormulaError& error);
+
+    TextSpan span_;
     std::string definition_;
 };
 

@@ -42,6 +42,6 @@ std::vector<OperandType> typesOf(const ParsedFormula& formula, const NameTypes& 
 void settle(const SyntaxNodes& nodes, const SignalType& wanted, std::vector<OperandType>& types);
 
 /// The text of a part of a formula for messages, shortened.
-std::string excerptOf(const ParsedFormula& formula, const FormulaError::Span& part);
+std::string excerptOf(const ParsedFormula& formula, const TextSpan& part);
 
 }  // namespace vorm::evaluation

@@ -4,9 +4,19 @@
 #include <utility>
 
 namespace vorm::evaluation {
+namespace {
 
-ParsedFormula::ParsedFormula(std::string text)
-    : text_(std::move(text)), nodes_(std::make_shared<const SyntaxNodes>(Parser(text_).nodes())) {}
+std::shared_ptr<const SyntaxNodes> nodesOf(const std::string& text) {
+    try {
+        return std::make_shared<const SyntaxNodes>(Parser(text).nodes());
+    } catch (const FormulaError& error) {
+        throw error.within(text);
+    }
+}
+
+}  // namespace
+
+ParsedFormula::ParsedFormula(std::string text) : text_(std::move(text)), nodes_(nodesOf(text_)) {}
 
 std::set<std::string> ParsedFormula::names() const {
     std::set<std::string> names;

@@ -67,9 +67,9 @@ private:
     void expectClosing(const Token& opening, std::string_view closing);
     std::string textOf(const Token& token) const;
     std::size_t beginOf(const Token& token) const;
-    FormulaError::Span spanOf(const Token& token) const;
+    TextSpan spanOf(const Token& token) const;
     std::size_t endOfTaken() const;
-    FormulaError::Span spanFrom(const Token& first) const;
+    TextSpan spanFrom(const Token& first) const;
     [[noreturn]] void fail(const std::string& message, const Token& where,
                            std::string advice = {}) const;
     [[noreturn]] void expected(const std::string& what, std::string advice = {}) const;

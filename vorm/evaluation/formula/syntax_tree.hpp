@@ -48,8 +48,8 @@ struct SyntaxNode {
     SyntaxKind kind = SyntaxKind::Number;
     assessments::VORM_OP op = assessments::VORM_OP::None;
     bool rising = false;                      ///< of edges and crossings
-    FormulaError::Span where{};               ///< the whole operand, with its brackets
-    FormulaError::Span sign{};                ///< the operator, or its interval
+    TextSpan where{};                         ///< the whole operand, with its brackets
+    TextSpan sign{};                          ///< the operator, or its interval
     std::string text{};                       ///< of leaves, without quotes
     std::optional<std::string> storedType{};  ///< of stored integers
     std::size_t target = 0;                   ///< index of a value type

@@ -34,7 +34,7 @@ void Parser::expectClosing(const Token& opening, std::string_view closing) {
              "add '" + std::string(closing) + "'");
     }
     refuseMissingOperator();
-    const FormulaError::Span from = spanFrom(opening);
+    const TextSpan from = spanFrom(opening);
     constexpr std::size_t most = 30;
     const bool isLong = from.length > most;
     expected("'" + std::string(closing) + "'",
@@ -55,7 +55,7 @@ std::size_t Parser::beginOf(const Token& token) const {
     return static_cast<std::size_t>(token.text.data() - text_.data());
 }
 
-FormulaError::Span Parser::spanOf(const Token& token) const {
+TextSpan Parser::spanOf(const Token& token) const {
     return {beginOf(token), token.text.size()};
 }
 
@@ -64,7 +64,7 @@ std::size_t Parser::endOfTaken() const {
     return beginOf(last) + last.text.size();
 }
 
-FormulaError::Span Parser::spanFrom(const Token& first) const {
+TextSpan Parser::spanFrom(const Token& first) const {
     const std::size_t begin = beginOf(first);
     return {begin, std::max(begin + first.text.size(), endOfTaken()) - begin};
 }

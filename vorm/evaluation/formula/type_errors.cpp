@@ -54,7 +54,7 @@ std::string TypeRules::asDouble(std::size_t operand) const {
     return isDouble ? textOf(operand) : "double(" + textOf(operand) + ")";
 }
 
-std::string excerptOf(const ParsedFormula& formula, const FormulaError::Span& part) {
+std::string excerptOf(const ParsedFormula& formula, const TextSpan& part) {
     constexpr std::size_t most = 60;
     if (part.length <= most) {
         return formula.text().substr(part.begin, part.length);
