@@ -131,12 +131,9 @@ public:
                 std::rethrow_exception(result.failure);
             }
             outcomes.emplace_back();
-            const Judgement judgement = judge(*result.truth, *knownRange(signals_));
+            Judgement judgement = judge(*result.truth, *knownRange(signals_), timeline_);
             outcomes.back().verdict = judgement.verdict;
-            for (const Span& failure : judgement.failures) {
-                outcomes.back().failures.push_back(
-                    {timeline_.timeAt(failure.start), timeline_.timeAt(failure.end)});
-            }
+            outcomes.back().failures = std::move(judgement.failures);
         }
         return outcomes;
     }

@@ -36,6 +36,7 @@
 #include <vorm/evaluation/text/shortest_number.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
 #include <vorm/evaluation/time/time_format.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
 #include <vorm/evaluation/time/timeline.hpp>

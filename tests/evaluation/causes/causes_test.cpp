@@ -55,7 +55,7 @@ JudgedFormula judgedFormula(const Expression& formula) {
             }};
 }
 
-std::string text(const ClosedSpan& span) {
+std::string text(const CountedSpan& span) {
     std::ostringstream out;
     out << span.first - origin;
     if (span.last != span.first) {
@@ -64,7 +64,7 @@ std::string text(const ClosedSpan& span) {
     return out.str();
 }
 
-std::string blamed(const std::string& formula, const ClosedSpan& failure) {
+std::string blamed(const std::string& formula, const CountedSpan& failure) {
     const Expression tree = expressionOf(ParsedFormula(formula));
     const JudgedFormula judged = judgedFormula(tree);
     const SufficientCauses found =
@@ -72,7 +72,7 @@ std::string blamed(const std::string& formula, const ClosedSpan& failure) {
     std::string all;
     for (const auto& [number, times] : found.conditions) {
         const JudgedNode& condition = judged.nodes()[number];
-        for (const ClosedSpan& span : spansOf(*condition.truth, times)) {
+        for (const CountedSpan& span : spansOf(*condition.truth, times)) {
             all +=
                 (all.empty() ? "" : ", ") + formulaText(*condition.formula) + " at " + text(span);
         }
@@ -83,7 +83,7 @@ std::string blamed(const std::string& formula, const ClosedSpan& failure) {
 }
 
 std::string blamed(const std::string& formula, double time) {
-    return blamed(formula, ClosedSpan{time, time});
+    return blamed(formula, CountedSpan{time, time});
 }
 
 TEST(SufficientCauses, OfLogicAreTheOperandsThatDecide) {
@@ -162,10 +162,10 @@ TEST(Gaps, OfUntilLieBeforeWhatEndsTheWaiting) {
 
 TEST(TimeSets, MergeWhatTouches) {
     const double next = std::nextafter(2.0, 3);
-    EXPECT_EQ(TimeSet(std::vector<ClosedSpan>{{next, 3}, {1, 2}}), TimeSet(ClosedSpan{1, 3}));
-    EXPECT_EQ(TimeSet(std::vector<ClosedSpan>{{1, 5}, {2, 3}, {7, 8}}).plus(0, 1).spans().size(),
+    EXPECT_EQ(TimeSet(std::vector<CountedSpan>{{next, 3}, {1, 2}}), TimeSet(CountedSpan{1, 3}));
+    EXPECT_EQ(TimeSet(std::vector<CountedSpan>{{1, 5}, {2, 3}, {7, 8}}).plus(0, 1).spans().size(),
               2);
-    EXPECT_TRUE(TimeSet(ClosedSpan{1, 2}).without({1, 2}).isEmpty());
+    EXPECT_TRUE(TimeSet(CountedSpan{1, 2}).without({1, 2}).isEmpty());
 }
 
 }  // namespace

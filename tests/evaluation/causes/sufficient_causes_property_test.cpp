@@ -67,7 +67,7 @@ std::optional<bool> valueAt(const Course& course, double time) {
     return after == course.begin() ? std::nullopt : std::prev(after)->second;
 }
 
-void turnRound(Course& course, const ClosedSpan& span) {
+void turnRound(Course& course, const CountedSpan& span) {
     const double end = std::nextafter(span.last, 1e300);
     const auto before = valueAt(course, span.first);
     const auto after = valueAt(course, end);
@@ -114,10 +114,10 @@ private:
 
 struct Cause {
     boost::uuids::uuid condition;
-    ClosedSpan span;
+    CountedSpan span;
 };
 
-bool failsIn(const Truth& truth, const ClosedSpan& span) {
+bool failsIn(const Truth& truth, const CountedSpan& span) {
     if (*truth.valueAt(span.first) == certainlyFalse) {
         return true;
     }
@@ -131,7 +131,7 @@ bool failsIn(const Truth& truth, const ClosedSpan& span) {
 
 // Whether it still fails where all causes but one are turned round.
 bool failsWithout(std::size_t left, const std::vector<Cause>& causes, Courses courses,
-                  const Expression& formula, const ClosedSpan& failure) {
+                  const Expression& formula, const CountedSpan& failure) {
     for (std::size_t i = 0; i < causes.size(); ++i) {
         if (i != left) {
             turnRound(courses.at(causes[i].condition), causes[i].span);
@@ -140,7 +140,7 @@ bool failsWithout(std::size_t left, const std::vector<Cause>& causes, Courses co
     return failsIn(*truthOn(courses, formula), failure);
 }
 
-std::vector<ClosedSpan> failuresOf(const Truth& truth) {
+std::vector<CountedSpan> failuresOf(const Truth& truth) {
     return TimeSet({origin, origin + 12}).where(truth, certainlyFalse).spans();
 }
 
@@ -148,7 +148,7 @@ std::vector<Cause> causesOf(const SufficientCauses& found, const JudgedFormula& 
     std::vector<Cause> causes;
     for (const auto& [number, times] : found.conditions) {
         const JudgedNode& node = judged.nodes()[number];
-        for (const ClosedSpan& span : spansOf(*node.truth, times)) {
+        for (const CountedSpan& span : spansOf(*node.truth, times)) {
             causes.push_back({boost::get<variable>(*node.formula).id, span});
         }
     }
@@ -178,14 +178,14 @@ void check(const Courses& courses, const Expression& formula, Counts& counts) {
     const SharedTruth truth = truthOn(courses, formula);
     const JudgedFormula judged(formula,
                                [&](const Expression& tree) { return truthOn(courses, tree); });
-    for (const ClosedSpan& failure : failuresOf(*truth)) {
+    for (const CountedSpan& failure : failuresOf(*truth)) {
         const SufficientCauses found = sufficientCauses(judged, failure);
         ++counts[found.extent];
         if (found.extent == CauseExtent::Part) {
             continue;
         }
         const bool isWhole = found.extent == CauseExtent::Whole;
-        const ClosedSpan explained{failure.first, isWhole ? failure.last : failure.first};
+        const CountedSpan explained{failure.first, isWhole ? failure.last : failure.first};
         const auto causes = causesOf(found, judged);
         RC_LOG() << to_string(formula) << " fails from " << failure.first << " to " << failure.last
                  << '\n';

@@ -14,49 +14,59 @@ using namespace assessments;
 namespace {
 
 // The common part of a piece and a range; from > to where there is none.
-TimeRange common(const TimedTrace& piece, const TimeRange& range) {
-    return {std::max(range.from, piece.getStartTime()),
-            std::min(range.to, piece.getLastKnownTime())};
+CountedSpan common(const TimedTrace& piece, const CountedSpan& range) {
+    return {std::max(range.first, piece.getStartTime()),
+            std::min(range.last, piece.getLastKnownTime())};
 }
 
 // Calls visit(trace, part) for what lies in the range; whole pieces are not copied.
 template <class T, class Visit>
-void forEachPart(const TracePieces& pieces, const TimeRange& range, Visit visit) {
+void forEachPart(const TracePieces& pieces, const CountedSpan& range, Visit visit) {
     for (const TimedTrace& piece : pieces) {
-        const TimeRange part = common(piece, range);
+        const CountedSpan part = common(piece, range);
         const auto& trace = piece.get<T>();
-        if (trace.points.empty() || part.from > part.to) {
+        if (trace.points.empty() || part.first > part.last) {
             continue;
         }
-        if (part.from == piece.getStartTime() && part.to == piece.getLastKnownTime()) {
+        if (part.first == piece.getStartTime() && part.last == piece.getLastKnownTime()) {
             visit(trace, part);
         } else {
-            visit(trace.extractWindow(part.from, part.to, 0), part);
+            visit(trace.extractWindow(part.first, part.last, 0), part);
         }
     }
 }
 
-// Calls visit(span, value) for the stretches of equal truth in the range.
+// Calls visit(first, end, value) for the stretches of equal truth in the range: with the first time
+// of each and the first one after it, or the range's last one.
 template <class Visit>
-void forEachStretch(const Truth& truth, const TimeRange& range, Visit visit) {
-    auto point = truth.TimedPointIteratorForValueAt(range.from, true);
-    double start = range.from;
-    while (point != truth.points.end() && point->time <= range.to) {
-        const double first = std::max(range.from, point->time);
+void forEachStretch(const Truth& truth, const CountedSpan& range, Visit visit) {
+    auto point = truth.TimedPointIteratorForValueAt(range.first, true);
+    while (point != truth.points.end() && point->time <= range.last) {
+        const double first = std::max(range.first, point->time);
         const std::int8_t value = point->value;
         ++point;
-        const bool ends = point != truth.points.end() && point->time <= range.to;
-        const double end = ends ? point->time : range.to;
-        const bool isInstant = end <= support::nextTime(first);
-        visit(Span{start, isInstant ? start : end}, value);
-        start = isInstant ? start : end;
+        const bool ends = point != truth.points.end() && point->time <= range.last;
+        visit(first, ends ? point->time : range.last, value);
     }
 }
 
-double leastOf(const TimedTrace_T<double>& trace, const TimeRange& part) {
-    double least = *trace.valueAt(part.to);
+// Calls visit(span, value). What follows an instant begins with it.
+template <class Visit>
+void forEachSpan(const Truth& truth, const CountedSpan& range, const Timeline& timeline,
+                 Visit visit) {
+    ExactTime start = timeline.timeAt(range.first);
+    forEachStretch(truth, range, [&](double first, double next, std::int8_t value) {
+        const bool isInstant = next <= support::nextTime(first);
+        const ExactTime end = isInstant ? start : timeline.timeAt(next);
+        visit(TimeSpan{start, end}, value);
+        start = end;
+    });
+}
+
+double leastOf(const TimedTrace_T<double>& trace, const CountedSpan& part) {
+    double least = *trace.valueAt(part.last);
     for (const auto& point : trace.points) {
-        if (point.time <= part.to && !(least <= point.value)) {
+        if (point.time <= part.last && !(least <= point.value)) {
             least = point.value;
         }
         if (std::isnan(least)) {
@@ -68,23 +78,32 @@ double leastOf(const TimedTrace_T<double>& trace, const TimeRange& part) {
 
 }  // namespace
 
-std::optional<TimeRange> knownRange(const std::vector<const Signal*>& signals) {
-    std::optional<TimeRange> range;
+std::optional<CountedSpan> knownRange(const std::vector<const Signal*>& signals) {
+    std::optional<CountedSpan> range;
     for (const Signal* signal : signals) {
         if (!signal->pieces->empty()) {
             const double start = signal->pieces->front().getStartTime();
             const double end = signal->pieces->back().getLastKnownTime();
-            range = range ? TimeRange{std::min(range->from, start), std::max(range->to, end)}
-                          : TimeRange{start, end};
+            range = range ? CountedSpan{std::min(range->first, start), std::max(range->last, end)}
+                          : CountedSpan{start, end};
         }
     }
     return range;
 }
 
-Judgement judge(const Truth& truth, const TimeRange& range) {
+std::vector<TruthSpan> truthSpans(const Truth& truth, const CountedSpan& range,
+                                  const Timeline& timeline) {
+    std::vector<TruthSpan> spans;
+    forEachSpan(truth, range, timeline, [&](const TimeSpan& span, std::int8_t value) {
+        spans.push_back({span, value});
+    });
+    return spans;
+}
+
+Judgement judge(const Truth& truth, const CountedSpan& range, const Timeline& timeline) {
     Judgement judgement;
     bool isPassed = false;
-    forEachStretch(truth, range, [&](const Span& span, std::int8_t value) {
+    forEachSpan(truth, range, timeline, [&](const TimeSpan& span, std::int8_t value) {
         if (value == certainlyTrue) {
             isPassed = true;
         } else {
@@ -99,22 +118,22 @@ Judgement judge(const Truth& truth, const TimeRange& range) {
     return judgement;
 }
 
-bool isFalseThroughout(const Truth& truth, const TimeRange& range) {
-    bool isFalse = range.from <= range.to;
-    forEachStretch(truth, range, [&](const Span&, std::int8_t value) {
+bool isFalseThroughout(const Truth& truth, const CountedSpan& range) {
+    bool isFalse = range.first <= range.last;
+    forEachStretch(truth, range, [&](double, double, std::int8_t value) {
         isFalse = isFalse && value == certainlyFalse;
     });
     return isFalse;
 }
 
 std::optional<Trigger> triggerOf(const Expression& formula) {
-    TimeRange window{0, 0};
+    CountedSpan window{0, 0};
     const Expression* inner = &assessments::support::withoutAliases(formula);
     while (const auto* always = boost::get<timedwindow_unary_op>(inner)) {
         if (always->op != VORM_OP::Globally) {
             return std::nullopt;
         }
-        window = {window.from + always->a, window.to + always->b};
+        window = {window.first + always->a, window.last + always->b};
         inner = &assessments::support::withoutAliases(always->child);
     }
     const auto* either = boost::get<binary_op>(inner);
@@ -129,15 +148,16 @@ std::optional<Trigger> triggerOf(const Expression& formula) {
     return Trigger{&untriggered->child, window};
 }
 
-TimeRange rangeOfTrigger(const Trigger& trigger, const TimeRange& range, const TimeRange& known) {
-    return {std::max(range.from + trigger.window.from, std::min(range.from, known.from)),
-            std::min(range.to + trigger.window.to, std::max(range.to, known.to))};
+CountedSpan rangeOfTrigger(const Trigger& trigger, const CountedSpan& range,
+                           const CountedSpan& known) {
+    return {std::max(range.first + trigger.window.first, std::min(range.first, known.first)),
+            std::min(range.last + trigger.window.last, std::max(range.last, known.last))};
 }
 
-std::optional<double> leastValue(const TracePieces& pieces, const TimeRange& range) {
+std::optional<double> leastValue(const TracePieces& pieces, const CountedSpan& range) {
     std::optional<double> least;
     forEachPart<double>(pieces, range,
-                        [&](const TimedTrace_T<double>& trace, const TimeRange& part) {
+                        [&](const TimedTrace_T<double>& trace, const CountedSpan& part) {
                             const double value = leastOf(trace, part);
                             // Written so that a NaN, once met, stays.
                             if (!least || !(*least <= value || std::isnan(*least))) {

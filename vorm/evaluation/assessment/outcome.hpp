@@ -2,24 +2,13 @@
 
 #include <vorm/assessments/value_types.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>
-#include <vorm/evaluation/time/exact_time.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
 
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vorm::evaluation {
-
-/// A stretch of time throughout which a requirement fails, or is open: from its first time to the
-/// next one at which it does not, or to the end of what was looked at. Both ends are equal for one
-/// instant. A stretch that begins just after a time begins at that time.
-struct TimeSpan {
-    ExactTime start;
-    ExactTime end;
-
-    bool isInstant() const { return start == end; }
-    ExactTime length() const { return end - start; }
-};
 
 /// A condition that is to blame for a failure: a comparison or a bool signal that has the value
 /// throughout the span.

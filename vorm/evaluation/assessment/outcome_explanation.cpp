@@ -34,12 +34,12 @@ public:
         : recording_(*assessment.recording),
           formula_(assessment.formula),
           known_(*assessment.known),
-          range_({assessment.range->from, assessment.range->to}),
+          range_(*assessment.range),
           judged_(formula_.tree, [&](const Expression& tree) { return results.of(tree).truth; }) {}
 
     std::vector<FailureExplanation> failures() const {
         std::vector<FailureExplanation> explanations;
-        for (const ClosedSpan& span : spansThatAre(certainlyFalse)) {
+        for (const CountedSpan& span : spansThatAre(certainlyFalse)) {
             const SufficientCauses found = sufficientCauses(judged_, span);
             explanations.push_back(
                 {found.extent, causesOf(found.conditions), found.others, found.areMore});
@@ -49,7 +49,7 @@ public:
 
     std::vector<std::vector<std::string>> openReasons() const {
         std::vector<std::vector<std::string>> reasons;
-        for (const ClosedSpan& span : spansThatAre(isOpen)) {
+        for (const CountedSpan& span : spansThatAre(isOpen)) {
             reasons.push_back(reasonsFor(span));
         }
         return reasons;
@@ -58,7 +58,7 @@ public:
 private:
     const Timeline& timeline() const { return recording_.timeline; }
 
-    std::vector<ClosedSpan> spansThatAre(std::int8_t value) const {
+    std::vector<CountedSpan> spansThatAre(std::int8_t value) const {
         return range_.where(*judged_.nodes().back().truth, value).spans();
     }
 
@@ -68,7 +68,7 @@ private:
             const JudgedNode& condition = judged_.nodes()[number];
             const std::string text = formulaText(*condition.formula, formula_.times);
             const auto signals = signalsIn(*condition.formula);
-            for (const ClosedSpan& span : spansOf(*condition.truth, times)) {
+            for (const CountedSpan& span : spansOf(*condition.truth, times)) {
                 const bool value = *condition.truth->valueAt(span.first) == certainlyTrue;
                 causes.push_back({text, signals, value, spanOf(span, *condition.truth),
                                   whenText(span, *condition.truth)});
@@ -78,18 +78,18 @@ private:
     }
 
     // To where the truth changes, if it does so next.
-    static double endOf(const ClosedSpan& span, const Truth& truth) {
+    static double endOf(const CountedSpan& span, const Truth& truth) {
         const double next = nextTime(span.last);
         return *truth.valueAt(next) == *truth.valueAt(span.last) ? span.last : next;
     }
 
-    TimeSpan spanOf(const ClosedSpan& span, const Truth& truth) const {
+    TimeSpan spanOf(const CountedSpan& span, const Truth& truth) const {
         const ExactTime start = timeline().timeAt(span.first);
         const bool isInstant = span.first == span.last;
         return {start, isInstant ? start : timeline().timeAt(endOf(span, truth))};
     }
 
-    std::string whenText(const ClosedSpan& span, const Truth& truth) const {
+    std::string whenText(const CountedSpan& span, const Truth& truth) const {
         if (span.first == span.last) {
             const std::string moment = timeline().textOf(span.first);
             return (moment.starts_with("just") ? "" : "at ") + moment + " s";
@@ -98,7 +98,7 @@ private:
         return "from " + shown.start.text() + " s to " + shown.end.text() + " s";
     }
 
-    std::vector<std::string> reasonsFor(const ClosedSpan& span) const {
+    std::vector<std::string> reasonsFor(const CountedSpan& span) const {
         const auto piecesOf = [&](const variable& signal) -> const TracePieces& {
             return *recording_.find(signal.name)->pieces;
         };
@@ -112,7 +112,7 @@ private:
         return reasons;
     }
 
-    std::string reasonOf(const Gap& gap, const ClosedSpan& span) const {
+    std::string reasonOf(const Gap& gap, const CountedSpan& span) const {
         const std::string from = timeline().timeAt(gap.from == -infinity ? 0 : gap.from).text();
         const std::string to = timeline().timeAt(gap.to == infinity ? 0 : gap.to).text();
         const std::string signal = "'" + gap.signal + "'";
@@ -123,20 +123,20 @@ private:
             return signal + " has a hole from " + from + " s to " + to + " s";
         }
         if (gap.to == infinity) {
-            return gap.from < known_.to ? signal + " ends at " + from + " s"
-                   : span.first <= known_.to
+            return gap.from < known_.last ? signal + " ends at " + from + " s"
+                   : span.first <= known_.last
                        ? "the window reaches beyond the recording's end at " + from + " s"
                        : "the recording ends at " + from + " s";
         }
-        return gap.to > known_.from ? signal + " begins at " + to + " s"
-               : span.last >= known_.from
+        return gap.to > known_.first ? signal + " begins at " + to + " s"
+               : span.last >= known_.first
                    ? "the window reaches back before the recording's begin at " + to + " s"
                    : "the recording begins at " + to + " s";
     }
 
     const Recording& recording_;
     const Formula& formula_;
-    const TimeRange known_;  // by any signal
+    const CountedSpan known_;  // by any signal
     const TimeSet range_;
     const JudgedFormula judged_;
 };

@@ -4,19 +4,11 @@
 #include <vorm/evaluation/evaluator/reach.hpp>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace vorm::evaluation::detail {
 namespace {
-
-std::vector<TimeSpan> spansOf(const std::vector<Span>& spans, const Timeline& timeline) {
-    std::vector<TimeSpan> times;
-    times.reserve(spans.size());
-    for (const auto& [start, end] : spans) {
-        times.push_back({timeline.timeAt(start), timeline.timeAt(end)});
-    }
-    return times;
-}
 
 ExactTime lengthOf(const std::vector<TimeSpan>& spans) {
     ExactTime sum;
@@ -53,13 +45,13 @@ void judge(const TypedAssessment& assessment, const Truth& truth, AssessmentOutc
     const auto& from = assessment.assessment->from;
     const auto& to = assessment.assessment->to;
     if (const auto& range = assessment.range) {
-        const Judgement judgement = evaluation::judge(truth, *range);
         const Timeline& timeline = assessment.recording->timeline;
+        Judgement judgement = evaluation::judge(truth, *range, timeline);
         outcome.verdict = judgement.verdict;
-        outcome.from = from.value_or(timeline.timeAt(range->from));
-        outcome.to = to.value_or(timeline.timeAt(range->to));
-        outcome.failures = spansOf(judgement.failures, timeline);
-        outcome.openSpans = spansOf(judgement.open, timeline);
+        outcome.from = from.value_or(timeline.timeAt(range->first));
+        outcome.to = to.value_or(timeline.timeAt(range->last));
+        outcome.failures = std::move(judgement.failures);
+        outcome.openSpans = std::move(judgement.open);
         outcome.failed = lengthOf(outcome.failures);
         outcome.open = lengthOf(outcome.openSpans);
         outcome.passed = outcome.to - outcome.from - outcome.failed - outcome.open;
@@ -85,8 +77,8 @@ bool surelyDecidesRobustness(const TypedAssessment& assessment) {
     const double reach = reachOf(assessment.formula.tree, 1);
     const auto& range = assessment.range;
     const auto isKnownAround = [&](const assessments::TimedTrace& piece) {
-        return piece.getStartTime() <= range->from - reach &&
-               range->to + reach <= piece.getLastKnownTime();
+        return piece.getStartTime() <= range->first - reach &&
+               range->last + reach <= piece.getLastKnownTime();
     };
     const auto isKnown = [&](const Signal* signal) {
         return std::any_of(signal->pieces->begin(), signal->pieces->end(), isKnownAround);

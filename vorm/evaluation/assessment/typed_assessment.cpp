@@ -46,18 +46,18 @@ std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& re
     return signals;
 }
 
-std::optional<TimeRange> rangeOf(const Assessment& assessment, std::optional<TimeRange> range,
-                                 const Timeline& timeline) {
+std::optional<CountedSpan> rangeOf(const Assessment& assessment, std::optional<CountedSpan> range,
+                                   const Timeline& timeline) {
     if (!range && assessment.from && assessment.to) {
         range.emplace();
     }
     if (range && assessment.from) {
-        range->from = timeline.at(*assessment.from);
+        range->first = timeline.at(*assessment.from);
     }
     if (range && assessment.to) {
-        range->to = timeline.at(*assessment.to);
+        range->last = timeline.at(*assessment.to);
     }
-    return range && range->from <= range->to ? range : std::nullopt;
+    return range && range->first <= range->last ? range : std::nullopt;
 }
 
 }  // namespace

@@ -32,8 +32,8 @@ struct TypedAssessment {
     const Recording* recording;
     Formula formula;
     std::vector<const Signal*> signals;  ///< that the formula reads
-    std::optional<TimeRange> known;      ///< from the first to the last time at which one is known
-    std::optional<TimeRange> range;      ///< nothing where its signals have no samples there
+    std::optional<CountedSpan> known;    ///< from the first to the last time at which one is known
+    std::optional<CountedSpan> range;    ///< nothing where its signals have no samples there
 };
 
 /// The same assessment for a recording, both of which it refers to; `names` are those of the

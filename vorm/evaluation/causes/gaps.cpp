@@ -26,11 +26,11 @@ public:
         if (node.op == VORM_OP::Shift) {
             return times_.plus(node.offset, node.offset);
         }
-        std::vector<ClosedSpan> beside;
-        for (const ClosedSpan& span : times_.spans()) {
+        std::vector<CountedSpan> beside;
+        for (const CountedSpan& span : times_.spans()) {
             beside.push_back(node.offset >= 0
-                                 ? ClosedSpan{previousTime(span.first), previousTime(span.last)}
-                                 : ClosedSpan{nextTime(span.first), nextTime(span.last)});
+                                 ? CountedSpan{previousTime(span.first), previousTime(span.last)}
+                                 : CountedSpan{nextTime(span.first), nextTime(span.last)});
         }
         return TimeSet(std::move(beside));
     }
@@ -55,19 +55,19 @@ struct UntilSeen {
 UntilSeen seenByUntil(const TimeSet& times, const Truth& condition, const Truth& goal, double a,
                       double b) {
     UntilSeen seen;
-    for (const ClosedSpan& span : times.spans()) {
+    for (const CountedSpan& span : times.spans()) {
         const TimeSet from(span);
         const TimeSet broken = TimeSet({span.last, span.last + b}).where(condition, certainlyFalse);
         double breaks = infinity;
         if (!broken.isEmpty()) {
             breaks = broken.spans().front().first;
         }
-        const ClosedSpan intact{-infinity, breaks};
+        const CountedSpan intact{-infinity, breaks};
         const UntilWaits found(from, from.plus(a, b).where(goal, certainlyTrue), a, b);
         TimeSet toGoal = found.missed.plus(a, b);
         for (const UntilWaits::Wait& wait : found.waits) {
             toGoal =
-                toGoal.joined(TimeSet(ClosedSpan{wait.times.first + a, previousTime(wait.goal)}));
+                toGoal.joined(TimeSet(CountedSpan{wait.times.first + a, previousTime(wait.goal)}));
         }
         seen.goal = seen.goal.joined(toGoal.within(intact));
         seen.condition = seen.condition.joined(
@@ -112,7 +112,7 @@ ConditionTimes openConditions(const JudgedFormula& formula, const TimeSet& times
 }
 
 // Adds the gaps of a signal that have times in common with the span.
-void addGapsIn(const ClosedSpan& span, const std::string& signal, const TracePieces& pieces,
+void addGapsIn(const CountedSpan& span, const std::string& signal, const TracePieces& pieces,
                std::vector<Gap>& gaps) {
     auto after = std::partition_point(pieces.begin(), pieces.end(), [&](const TimedTrace& piece) {
         return piece.getStartTime() <= span.first;
@@ -145,7 +145,7 @@ void addGaps(const Expression& condition, const TimeSet& times, const PiecesOf& 
         pending.pop_back();
         const Expression& operation = assessments::support::withoutAliases(*asked.formula);
         if (const auto* signal = boost::get<variable>(&operation)) {
-            for (const ClosedSpan& span : asked.times.spans()) {
+            for (const CountedSpan& span : asked.times.spans()) {
                 addGapsIn(span, signal->name, piecesOf(*signal), gaps);
             }
             continue;

@@ -44,9 +44,9 @@ std::vector<std::size_t> levelsOf(const std::vector<SubFormula>& subFormulas) {
 }
 
 // The truth in the span, open elsewhere, and the opposite at those times.
-Truth changed(const Truth& truth, const TimeSet& opposite, const ClosedSpan& span) {
+Truth changed(const Truth& truth, const TimeSet& opposite, const CountedSpan& span) {
     TruthWriter writer;
-    const auto copy = [&](const ClosedSpan& part, int sign) {
+    const auto copy = [&](const CountedSpan& part, int sign) {
         auto point = truth.TimedPointIteratorForValueAt(part.first, true);
         for (; point != truth.points.end() && point->time <= part.last; ++point) {
             writer.change(std::max(part.first, point->time),
@@ -55,7 +55,7 @@ Truth changed(const Truth& truth, const TimeSet& opposite, const ClosedSpan& spa
         writer.openAfter(part.last);
     };
     double first = span.first;
-    for (const ClosedSpan& part : opposite.within(span).spans()) {
+    for (const CountedSpan& part : opposite.within(span).spans()) {
         if (first < part.first) {
             copy({first, previousTime(part.first)}, 1);
         }
@@ -151,13 +151,13 @@ JudgedFormula::Reach JudgedFormula::reachOf(const JudgedNode& node) const {
     return reach;
 }
 
-ClosedSpan JudgedFormula::dependents(const ClosedSpan& span) const {
+CountedSpan JudgedFormula::dependents(const CountedSpan& span) const {
     return {span.first - reaches_.back().to, span.last - reaches_.back().from};
 }
 
-bool JudgedFormula::passes(const ConditionTimes& opposite, const ClosedSpan& span) const {
+bool JudgedFormula::passes(const ConditionTimes& opposite, const CountedSpan& span) const {
     const Reach& reach = reaches_.back();
-    const ClosedSpan seen{span.first + reach.from, span.last + reach.to};
+    const CountedSpan seen{span.first + reach.from, span.last + reach.to};
     const SignalLookup none;
     const Timeline timeline;
     std::vector<Value> truths;

@@ -42,10 +42,10 @@ public:
     /// Whether the formula is nowhere certainly false in the span once the conditions are the
     /// opposite of what they are at the times named. Linear in the samples that the formula looks
     /// at for that span; these are all where it looks at what was just before.
-    bool passes(const ConditionTimes& opposite, const ClosedSpan& span) const;
+    bool passes(const ConditionTimes& opposite, const CountedSpan& span) const;
 
     /// The times at which the formula may depend on what its conditions are in the span.
-    ClosedSpan dependents(const ClosedSpan& span) const;
+    CountedSpan dependents(const CountedSpan& span) const;
 
 private:
     /// Where a node looks: from one distance to another.

@@ -175,8 +175,8 @@ private:
         const auto& points = truth(0).points;
         const auto known = std::find_if(points.begin(), points.end(),
                                         [](const auto& point) { return point.value != isOpen; });
-        std::vector<ClosedSpan> before;
-        for (const ClosedSpan& span : question.times.spans()) {
+        std::vector<CountedSpan> before;
+        for (const CountedSpan& span : question.times.spans()) {
             // Nothing lies before what is known first.
             const double first = span.first == known->time ? span.first : previousTime(span.first);
             before.push_back({first, std::max(first, previousTime(span.last))});
@@ -185,8 +185,8 @@ private:
     }
 
     TimeSet justAfter() const {
-        std::vector<ClosedSpan> after;
-        for (const ClosedSpan& span : question.times.spans()) {
+        std::vector<CountedSpan> after;
+        for (const CountedSpan& span : question.times.spans()) {
             after.push_back({nextTime(span.first), nextTime(span.last)});
         }
         return TimeSet(std::move(after));
@@ -218,10 +218,10 @@ private:
     // Each time at which the goal is reached, or that the condition holds at all.
     Ways untilIsNotTrue(double a, double b) const {
         const TimeSet kept = question.times.plus(0, b).where(truth(0), certainlyTrue);
-        std::vector<ClosedSpan> reached;
-        for (const ClosedSpan& span : kept.spans()) {
+        std::vector<CountedSpan> reached;
+        for (const CountedSpan& span : kept.spans()) {
             const TimeSet goals = question.times.within(span).plus(a, b);
-            for (const ClosedSpan& goal :
+            for (const CountedSpan& goal :
                  goals.within({-assessments::support::infinity, nextTime(span.last)}).spans()) {
                 reached.push_back(goal);
             }

@@ -20,7 +20,7 @@ bool mayHaveOtherEffects(const JudgedFormula& formula, const Repair& repair) {
 }
 
 ConditionTimes without(const ConditionTimes& conditions, std::size_t condition,
-                       const ClosedSpan& span) {
+                       const CountedSpan& span) {
     ConditionTimes rest = conditions;
     rest[condition] = rest[condition].without(span);
     if (rest[condition].isEmpty()) {
@@ -31,17 +31,17 @@ ConditionTimes without(const ConditionTimes& conditions, std::size_t condition,
 
 // Leaves out, one after the other, what is not needed.
 ConditionTimes minimal(const JudgedFormula& formula, ConditionTimes conditions,
-                       const ClosedSpan& failure) {
+                       const CountedSpan& failure) {
     // Of what has effects of both kinds, some may be needed for others only.
     for (bool isMinimal = false; !isMinimal;) {
         isMinimal = true;
         const ConditionTimes given = conditions;
         for (const auto& [condition, times] : given) {
-            for (const ClosedSpan& span : spansOf(*formula.nodes()[condition].truth, times)) {
+            for (const CountedSpan& span : spansOf(*formula.nodes()[condition].truth, times)) {
                 ConditionTimes fewer = without(conditions, condition, span);
-                const ClosedSpan dependents = formula.dependents(span);
-                const ClosedSpan concerned{std::max(failure.first, dependents.first),
-                                           std::min(failure.last, dependents.last)};
+                const CountedSpan dependents = formula.dependents(span);
+                const CountedSpan concerned{std::max(failure.first, dependents.first),
+                                            std::min(failure.last, dependents.last)};
                 if (concerned.first > concerned.last || formula.passes(fewer, concerned)) {
                     conditions = std::move(fewer);
                     isMinimal = false;
@@ -75,7 +75,7 @@ std::size_t othersAmong(const Repairs& repairs, const ConditionTimes& chosen) {
 
 // The first way whose changes have the effect that they are to have.
 std::optional<ConditionTimes> sufficient(const JudgedFormula& formula, const Repairs& repairs,
-                                         const ClosedSpan& failure) {
+                                         const CountedSpan& failure) {
     for (const Repair& repair : repairs.ways) {
         const bool isInDoubt = mayHaveOtherEffects(formula, repair);
         if (isInDoubt && !formula.passes(repair.opposite, failure)) {
@@ -89,17 +89,17 @@ std::optional<ConditionTimes> sufficient(const JudgedFormula& formula, const Rep
 
 }  // namespace
 
-std::vector<ClosedSpan> spansOf(const Truth& truth, const TimeSet& times) {
-    std::vector<ClosedSpan> spans = times.where(truth, certainlyFalse).spans();
+std::vector<CountedSpan> spansOf(const Truth& truth, const TimeSet& times) {
+    std::vector<CountedSpan> spans = times.where(truth, certainlyFalse).spans();
     const TimeSet whereTrue = times.where(truth, certainlyTrue);
     spans.insert(spans.end(), whereTrue.spans().begin(), whereTrue.spans().end());
     std::sort(spans.begin(), spans.end(),
-              [](const ClosedSpan& a, const ClosedSpan& b) { return a.first < b.first; });
+              [](const CountedSpan& a, const CountedSpan& b) { return a.first < b.first; });
     return spans;
 }
 
-SufficientCauses sufficientCauses(const JudgedFormula& formula, const ClosedSpan& span) {
-    const ClosedSpan beginning{span.first, span.first};
+SufficientCauses sufficientCauses(const JudgedFormula& formula, const CountedSpan& span) {
+    const CountedSpan beginning{span.first, span.first};
     for (const auto& [failure, extent] :
          {std::pair(span, CauseExtent::Whole), std::pair(beginning, CauseExtent::Beginning)}) {
         const Repairs repairs = repairsOf(formula, TimeSet(failure), false);

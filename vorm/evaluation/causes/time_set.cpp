@@ -11,10 +11,10 @@ using assessments::support::infinity;
 using assessments::support::nextTime;
 using assessments::support::previousTime;
 
-TimeSet::TimeSet(std::vector<ClosedSpan> spans) {
+TimeSet::TimeSet(std::vector<CountedSpan> spans) {
     std::sort(spans.begin(), spans.end(),
-              [](const ClosedSpan& a, const ClosedSpan& b) { return a.first < b.first; });
-    for (const ClosedSpan& span : spans) {
+              [](const CountedSpan& a, const CountedSpan& b) { return a.first < b.first; });
+    for (const CountedSpan& span : spans) {
         if (!spans_.empty() && span.first <= nextTime(spans_.back().last)) {
             spans_.back().last = std::max(spans_.back().last, span.last);
         } else {
@@ -24,28 +24,28 @@ TimeSet::TimeSet(std::vector<ClosedSpan> spans) {
 }
 
 TimeSet TimeSet::plus(double a, double b) const {
-    std::vector<ClosedSpan> spans;
-    for (const ClosedSpan& span : spans_) {
+    std::vector<CountedSpan> spans;
+    for (const CountedSpan& span : spans_) {
         spans.push_back({span.first + a, span.last + b});
     }
     return TimeSet(std::move(spans));
 }
 
 TimeSet TimeSet::joined(const TimeSet& other) const {
-    std::vector<ClosedSpan> spans = spans_;
+    std::vector<CountedSpan> spans = spans_;
     spans.insert(spans.end(), other.spans_.begin(), other.spans_.end());
     return TimeSet(std::move(spans));
 }
 
-TimeSet TimeSet::without(const ClosedSpan& span) const {
+TimeSet TimeSet::without(const CountedSpan& span) const {
     const TimeSet before = within({-infinity, previousTime(span.first)});
     return before.joined(within({nextTime(span.last), infinity}));
 }
 
-TimeSet TimeSet::within(const ClosedSpan& span) const {
+TimeSet TimeSet::within(const CountedSpan& span) const {
     TimeSet part;
-    for (const ClosedSpan& each : spans_) {
-        const ClosedSpan common{std::max(each.first, span.first), std::min(each.last, span.last)};
+    for (const CountedSpan& each : spans_) {
+        const CountedSpan common{std::max(each.first, span.first), std::min(each.last, span.last)};
         if (common.first <= common.last) {
             part.spans_.push_back(common);
         }
@@ -55,7 +55,7 @@ TimeSet TimeSet::within(const ClosedSpan& span) const {
 
 TimeSet TimeSet::where(const Truth& truth, std::int8_t value) const {
     TimeSet part;
-    for (const ClosedSpan& span : spans_) {
+    for (const CountedSpan& span : spans_) {
         auto point = truth.TimedPointIteratorForValueAt(span.first, true);
         while (point != truth.points.end() && point->time <= span.last) {
             const double first = std::max(span.first, point->time);

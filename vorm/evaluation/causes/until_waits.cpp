@@ -11,14 +11,14 @@ using assessments::support::previousTime;
 
 UntilWaits::UntilWaits(const TimeSet& times, const TimeSet& goal, double a, double b)
     : missed(times) {
-    std::vector<ClosedSpan> reached;
-    for (const ClosedSpan& come : goal.spans()) {
-        const ClosedSpan waiting{come.first - b, previousTime(come.first - a)};
-        for (const ClosedSpan& span : missed.within(waiting).spans()) {
+    std::vector<CountedSpan> reached;
+    for (const CountedSpan& come : goal.spans()) {
+        const CountedSpan waiting{come.first - b, previousTime(come.first - a)};
+        for (const CountedSpan& span : missed.within(waiting).spans()) {
             waits.push_back({span, come.first});
         }
-        const ClosedSpan there{come.first - a, come.last - a};
-        for (const ClosedSpan& span : missed.within(there).spans()) {
+        const CountedSpan there{come.first - a, come.last - a};
+        for (const CountedSpan& span : missed.within(there).spans()) {
             reached.push_back(span);
         }
         missed = missed.without(waiting).without(there);
@@ -27,7 +27,7 @@ UntilWaits::UntilWaits(const TimeSet& times, const TimeSet& goal, double a, doub
 }
 
 TimeSet UntilWaits::waitedThrough(double a) const {
-    std::vector<ClosedSpan> through;
+    std::vector<CountedSpan> through;
     for (const Wait& wait : waits) {
         through.push_back(
             {wait.times.first, std::max(wait.times.last + a, previousTime(wait.goal))});

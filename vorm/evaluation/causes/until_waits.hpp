@@ -11,7 +11,7 @@ namespace vorm::evaluation::detail {
 /// What an until with the closed window [t + a, t + b] finds from the times t on.
 struct UntilWaits {
     struct Wait {
-        ClosedSpan times;
+        CountedSpan times;
         double goal;  ///< when it comes first; after t + a
     };
 

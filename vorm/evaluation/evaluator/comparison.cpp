@@ -30,16 +30,16 @@ void compareHeld(ComparedOperand<T> left, ComparedOperand<T> right, double start
 
 // Two pieces, on a span in which both are known.
 template <class T>
-void comparePieces(ComparedOperand<T> left, ComparedOperand<T> right, const PieceSpan& span,
+void comparePieces(ComparedOperand<T> left, ComparedOperand<T> right, const CountedSpan& span,
                    const Relation& relation, TruthWriter& truth) {
     if constexpr (IsFloatingPoint<T>::value) {
         if (left.isLine() || right.isLine()) {
             LineComparison<T>(std::move(left), std::move(right), relation, truth)
-                .run(span.start, span.end);
+                .run(span.first, span.last);
             return;
         }
     }
-    compareHeld(std::move(left), std::move(right), span.start, relation, truth);
+    compareHeld(std::move(left), std::move(right), span.first, relation, truth);
 }
 
 TracePieces zerosFor(const TracePieces& pieces) {
@@ -63,14 +63,14 @@ Truth compare(VORM_OP op, const Compared& left, const Compared& right) {
     TruthWriter truth;
     for (PiecePairs pairs(left.pieces, right.pieces); !pairs.done(); pairs.advance()) {
         requireComparable(op, pairs.left(), pairs.right());
-        const PieceSpan span = pairs.span();
+        const CountedSpan span = pairs.span();
         pairs.left().visit([&]<class T>(const TimedTrace_T<T>& typed) {
             comparePieces(
-                ComparedOperand<T>(typed, span.start, span.end, left.isComputed),
-                ComparedOperand<T>(pairs.right().get<T>(), span.start, span.end, right.isComputed),
+                ComparedOperand<T>(typed, span.first, span.last, left.isComputed),
+                ComparedOperand<T>(pairs.right().get<T>(), span.first, span.last, right.isComputed),
                 span, relation, truth);
         });
-        truth.openAfter(span.end);
+        truth.openAfter(span.last);
     }
     return truth.finish();
 }

@@ -51,11 +51,11 @@ T onValues(VORM_OP op, const T& left, const T& right) {
 // Two operands on a span throughout which both are known.
 template <class T>
 TimedTrace_T<T> onLines(VORM_OP op, const TimedTrace_T<T>& left, const TimedTrace_T<T>& right,
-                        const PieceSpan& span) {
-    ComparedOperand<T> l(left, span.start, span.end, false);
-    ComparedOperand<T> r(right, span.start, span.end, false);
-    l.cursor().advanceTo(span.start);
-    r.cursor().advanceTo(span.start);
+                        const CountedSpan& span) {
+    ComparedOperand<T> l(left, span.first, span.last, false);
+    ComparedOperand<T> r(right, span.first, span.last, false);
+    l.cursor().advanceTo(span.first);
+    r.cursor().advanceTo(span.first);
     TimedTrace_T<T> result(INTERPOLATION_METHOD::LINEAR, -support::infinity);
     support::TraceBuilder<T> builder(result);
     const auto visit = [&](double time, const TimedPoint<T>* ofLeft, const TimedPoint<T>* ofRight)
@@ -68,15 +68,15 @@ TimedTrace_T<T> onLines(VORM_OP op, const TimedTrace_T<T>& left, const TimedTrac
     const TimedPoint<T>& lastLeft = l.cursor().inForce();
     const TimedPoint<T>& lastRight = r.cursor().inForce();
     const bool slopes = lastLeft.derivative != 0 || lastRight.derivative != 0;
-    if (slopes && result.lastKnownTime < span.end && std::isfinite(span.end)) {
-        visit(span.end, &lastLeft, &lastRight);
+    if (slopes && result.lastKnownTime < span.last && std::isfinite(span.last)) {
+        visit(span.last, &lastLeft, &lastRight);
     }
-    result.lastKnownTime = span.end;
+    result.lastKnownTime = span.last;
     return result;
 }
 
 // A line as it is, with all that it leads to; what is held only in the span.
-ChangedTrace steppingIn(const PieceSpan& span, const TimedTrace& piece) {
+ChangedTrace steppingIn(const CountedSpan& span, const TimedTrace& piece) {
     if (isLine(piece)) {
         return std::nullopt;
     }
@@ -86,7 +86,7 @@ ChangedTrace steppingIn(const PieceSpan& span, const TimedTrace& piece) {
 }
 
 TimedTrace onMixed(VORM_OP op, const TimedTrace& left, const TimedTrace& right,
-                   const PieceSpan& span) {
+                   const CountedSpan& span) {
     const ChangedTrace leftLine = steppingIn(span, left);
     const ChangedTrace rightLine = steppingIn(span, right);
     const TimedTrace& l = changedOr(leftLine, left);

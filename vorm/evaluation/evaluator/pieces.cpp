@@ -59,17 +59,18 @@ void PiecePairs::passEarlierEnd() {
     ++(leftEndsLater ? r_ : l_);
 }
 
-PieceSpan PiecePairs::span() const {
+CountedSpan PiecePairs::span() const {
     return {std::max(left().getStartTime(), right().getStartTime()),
             std::min(left().getLastKnownTime(), right().getLastKnownTime())};
 }
 
-std::optional<TimedTrace> cutTo(const PieceSpan& span, const TimedTrace& piece) {
-    const bool isWhole = piece.getStartTime() == span.start && piece.getLastKnownTime() == span.end;
+std::optional<TimedTrace> cutTo(const CountedSpan& span, const TimedTrace& piece) {
+    const bool isWhole =
+        piece.getStartTime() == span.first && piece.getLastKnownTime() == span.last;
     if (isWhole || isConstant(piece)) {
         return std::nullopt;
     }
-    return piece.extractWindow(span.start, span.end, 0);
+    return piece.extractWindow(span.first, span.last, 0);
 }
 
 }  // namespace vorm::evaluation

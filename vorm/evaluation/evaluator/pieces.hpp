@@ -4,6 +4,7 @@
 // one piece of each operand, so that nothing is ever looked at across a hole.
 
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
 
 #include <cstddef>
 #include <memory>
@@ -32,12 +33,6 @@ SharedPieces onPieces(const TracePieces& operand, Operation operation) {
     return results;
 }
 
-/// A closed span of time.
-struct PieceSpan {
-    double start;
-    double end;
-};
-
 /// Walks over the pairs of pieces, one of each operand, that have a time in common.
 class PiecePairs {
 public:
@@ -52,7 +47,7 @@ public:
     const assessments::TimedTrace& right() const { return right_[r_]; }
 
     /// What they have in common.
-    PieceSpan span() const;
+    CountedSpan span() const;
 
 private:
     void skipPairsApart();
@@ -66,7 +61,7 @@ private:
 
 /// A piece on a span, so that a long one does not count whole against each of many short ones;
 /// nothing where it is no longer, or a constant.
-std::optional<assessments::TimedTrace> cutTo(const PieceSpan& span,
+std::optional<assessments::TimedTrace> cutTo(const CountedSpan& span,
                                              const assessments::TimedTrace& piece);
 
 /// The operation on every pair of pieces that have a time in common. Throws

@@ -5,6 +5,7 @@
 #include <vorm/evaluation/recording/signal_builder.hpp>
 #include <vorm/evaluation/recording/signal_selection.hpp>
 #include <vorm/evaluation/table/table.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
 #include <memory>
@@ -31,18 +32,12 @@ struct ColumnReading {
     SignalBuilder::Result finish(const std::string& name, const Timeline& timeline);
 };
 
-/// The times between two of a timeline without a bias, both included.
-struct CountedSpan {
-    double first;
-    double last;
-};
-
 /// What one table has, and what was read of it.
 struct TableSignals {
     RecordingFile file;
     std::vector<ColumnHeader> available;
     std::vector<ColumnReading> columns;
-    std::optional<CountedSpan> span;  ///< of its rows' times
+    std::optional<CountedSpan> span;  ///< of its rows' times, without a bias
 };
 
 /// Reads up to the given number of rows, none where no signal of the table is wanted. Time 0 is at
