@@ -1,32 +1,27 @@
-#include <vorm/evaluation/evaluator/evaluator.hpp>
-#include <vorm/evaluation/formula/formula.hpp>
+#include <vorm/evaluation.hpp>
 
 #include <iostream>
 
 using namespace vorm;
 
 int main() {
+    evaluation::Recording recording;
+    recording.timeline = evaluation::Timeline().over(0, 12e9);
     assessments::TimedTrace_T<double> pressure(assessments::INTERPOLATION_METHOD::LINEAR, 0);
-    for (const auto& [time, bar] : {std::pair(0., 2.), {4., 8.}, {8., 3.}, {12., 3.}}) {
-        pressure.push_back({time, bar});
+    for (const auto& [seconds, bar] : {std::pair(0., 2.), {4., 8.}, {8., 3.}, {12., 7.}}) {
+        pressure.push_back(
+            {recording.timeline.at(*evaluation::ExactTime::ofSeconds(seconds)), bar});
     }
-    const auto pieces = std::make_shared<const evaluation::TracePieces>(
-        evaluation::TracePieces{assessments::TimedTrace(std::move(pressure))});
+    recording.signals.push_back({"pressure", evaluation::SignalType::of<double>(), "bar",
+                                 std::make_shared<const evaluation::TracePieces>(
+                                     evaluation::TracePieces{std::move(pressure)})});
 
-    evaluation::FormulaNames names;
-    names.signalType = [](const std::string& name) -> std::optional<evaluation::SignalType> {
-        return name == "pressure" ? std::optional(evaluation::SignalType::of<double>())
-                                  : std::nullopt;
-    };
-    const auto formula = evaluation::buildFormula(
-        evaluation::ParsedFormula("pressure > 5 -> eventually[0, 2 s](pressure < 4)"), names);
-    const auto results =
-        evaluation::evaluate({{&formula.tree}}, [&](const auto&) { return pieces; });
-
-    for (const assessments::TimedTrace& piece : evaluation::knownPieces(*results[0].truth)) {
-        for (const auto& interval : piece.getErrorIntervalList()) {
-            std::cout << "fails from " << interval.start << " s to " << interval.end << " s\n";
+    const auto outcome =
+        evaluation::evaluate("pressure > 5 -> eventually[0, 2 s](pressure < 4)", recording);
+    for (const auto& [span, truth] : outcome.truth) {
+        if (truth != evaluation::certainlyTrue) {
+            std::cout << (truth == evaluation::isOpen ? "no result" : "fails") << " from "
+                      << span.start.text() << " s to " << span.end.text() << " s\n";
         }
-        std::cout << "no result after " << piece.getLastKnownTime() << " s\n";
     }
 }

@@ -14,15 +14,15 @@ std::map<std::string, ParsedFormula> definitionsOf(const AssessmentFile& file) {
 }
 
 void requireVerdicts(const Formula& formula, const std::string& text) {
-    const TextSpan whole{0, text.size()};
+    const auto fail = [&](const std::string& message, const std::string& advice) {
+        throw FormulaError(message, {0, text.size()}, advice).within(text);
+    };
     if (formula.type.isKnown() && !formula.type.is<bool>()) {
-        throw FormulaError(
-            "an assessment is true or false, but this is of type " + typeText(formula.type), whole,
-            "compare it with something, for example 'x <= 20'");
+        fail("an assessment is true or false, but this is of type " + typeText(formula.type),
+             "compare it with something, for example 'x <= 20'");
     }
     if (formula.signals.empty()) {
-        throw FormulaError("the formula reads no signal", whole,
-                           "without one there is no time at which to assess it");
+        fail("the formula reads no signal", "without one there is no time at which to assess it");
     }
 }
 
@@ -36,14 +36,6 @@ Formula placingErrors(const AssessmentFile& file, const FormulaSource& source, B
         throw placed(error,
                      definition == file.definitions.end() ? source : definition->second.source);
     }
-}
-
-std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& recording) {
-    std::vector<const Signal*> signals;
-    for (const std::string& name : formula.signals) {
-        signals.push_back(recording.find(name));
-    }
-    return signals;
 }
 
 std::optional<CountedSpan> rangeOf(const Assessment& assessment, std::optional<CountedSpan> range,
@@ -78,13 +70,12 @@ FormulaNames namesWithoutData(const AssessmentFile& file) {
     return names;
 }
 
-FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
+FormulaNames namesIn(const Recording& recording) {
     FormulaNames names;
     names.signalType = [&recording](const std::string& name) -> std::optional<SignalType> {
         const Signal* signal = recording.find(name);
         return signal == nullptr ? std::nullopt : std::optional(signal->type);
     };
-    names.definitions = definitionsOf(file);
     names.tick = recording.timeline.tick();
     names.signalNames = recording.availableNames;
     if (!recording.leftOut.empty()) {
@@ -93,14 +84,31 @@ FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
     return names;
 }
 
+FormulaNames namesIn(const AssessmentFile& file, const Recording& recording) {
+    FormulaNames names = namesIn(recording);
+    names.definitions = definitionsOf(file);
+    return names;
+}
+
+Formula typedFormula(const ParsedFormula& parsed, const FormulaNames& names) {
+    Formula formula = buildFormula(parsed, names);
+    requireVerdicts(formula, parsed.text());
+    return formula;
+}
+
+std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& recording) {
+    std::vector<const Signal*> signals;
+    for (const std::string& name : formula.signals) {
+        signals.push_back(recording.find(name));
+    }
+    return signals;
+}
+
 Formula typedFormula(const AssessmentFile& file, const Assessment& assessment,
                      const FormulaNames& names) {
     const SourcedFormula& requirement = assessment.requirement;
-    return placingErrors(file, requirement.source, [&] {
-        Formula formula = buildFormula(requirement.formula, names);
-        requireVerdicts(formula, requirement.source.text);
-        return formula;
-    });
+    return placingErrors(file, requirement.source,
+                         [&] { return typedFormula(requirement.formula, names); });
 }
 
 void checkDefinition(const AssessmentFile& file, const std::string& definition,

@@ -17,6 +17,16 @@ FormulaNames namesWithoutData(const AssessmentFile& file);
 /// What names mean in a recording. Refers to both arguments.
 FormulaNames namesIn(const AssessmentFile& file, const Recording& recording);
 
+/// The same without definitions.
+FormulaNames namesIn(const Recording& recording);
+
+/// The types of a formula that is to be assessed. Throws FormulaError, placed in the formula's
+/// text, where it does not fit, is neither true nor false, or reads no signal.
+Formula typedFormula(const ParsedFormula& formula, const FormulaNames& names);
+
+/// The signals that a formula reads, which was typed for the recording.
+std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& recording);
+
 /// The formula of an assessment. Throws InputError, placed in the file, where it does not fit, is
 /// neither true nor false, or reads no signal.
 Formula typedFormula(const AssessmentFile& file, const Assessment& assessment,

@@ -1,0 +1,85 @@
+#include "recordings.hpp"
+
+#include <vorm/evaluation/assessment/evaluate_formula.hpp>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace vorm::evaluation {
+namespace {
+
+Recording holedRecording() {
+    return test::recordingOf({{"x", {{{0, 1}, {0.1, 7}, {2, 2}, {3, 2}}, {{5, 2}, {6, 7}, {8, 7}}}},
+                              {"y", {{{1, 0}, {4, 0}}}},
+                              {"nothing", {}}});
+}
+
+std::string truthOn(const Recording& recording, const std::string& formula) {
+    std::string text;
+    for (const auto& [span, truth] : evaluate(formula, recording).truth) {
+        const char* name = truth == isOpen ? "open" : truth == certainlyTrue ? "true" : "false";
+        text += std::string(name) + " " + span.start.text() + " to " + span.end.text() + "; ";
+    }
+    return text;
+}
+
+TEST(EvaluateFormula, GivesTruthAsExactSpans) {
+    const Recording recording = holedRecording();
+    EXPECT_EQ(truthOn(recording, "x < 5"),
+              "true 0 to 0.1; false 0.1 to 2; true 2 to 3; open 3 to 5; true 5 to 6; "
+              "false 6 to 8; ");
+    EXPECT_EQ(truthOn(recording, "y == 0"), "true 1 to 4; ");
+    EXPECT_EQ(truthOn(recording, "y == 0 | x < 5"),
+              "true 0 to 0.1; open 0.1 to 1; true 1 to 4; open 4 to 5; true 5 to 6; open 6 to 8; ");
+    EXPECT_EQ(truthOn(recording, "rise(x > 5)"),
+              "false 0 to 0.1; true 0.1 to 0.1; false 0.1 to 3; open 3 to 5; false 5 to 6; "
+              "true 6 to 6; false 6 to 8; ");
+    EXPECT_EQ(truthOn(recording, "nothing > 1"), "");
+}
+
+TEST(EvaluateFormula, GivesRobustnessWhereAskedFor) {
+    const Recording recording = holedRecording();
+    EXPECT_EQ(evaluate("x < 5", recording).leastRobustness, nullptr);
+    RunOptions options;
+    options.robustness = true;
+    const FormulaOutcome outcome = evaluate("x < 5", recording, options);
+    const auto valuesAt = [&](double seconds) {
+        const double time = recording.timeline.at(ExactTime::ofSeconds(seconds).value());
+        return std::pair(outcome.leastRobustness->front().get<double>().valueAt(time),
+                         outcome.greatestRobustness->front().get<double>().valueAt(time));
+    };
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(valuesAt(1), std::pair(std::optional(-2.), std::optional(-2.)));
+    EXPECT_EQ(valuesAt(4), std::pair(std::optional(-infinite), std::optional(infinite)));
+}
+
+TEST(EvaluateFormula, ErrorsArePlacedInTheText) {
+    struct Row {
+        const char* formula;
+        std::size_t line;
+        std::size_t column;
+        const char* message;
+    };
+    for (const Row& row : {
+             Row{"x >", 1, 4, "expected an operand, found the end"},
+             Row{"y > 0 &\n xx > 3", 2, 2, "unknown signal 'xx'"},
+             Row{"x + 1", 1, 1, "an assessment is true or false, but this is of type double"},
+             Row{"1 > 0", 1, 1, "the formula reads no signal"},
+             Row{"slope(x) > 0", 1, 1, "cannot be evaluated: "},
+         }) {
+        try {
+            evaluate(row.formula, holedRecording());
+            ADD_FAILURE() << row.formula;
+        } catch (const InputError& error) {
+            const InputProblem& problem = error.problem();
+            EXPECT_EQ(problem.message.substr(0, std::string(row.message).size()), row.message);
+            EXPECT_EQ(problem.where.line, row.line) << row.formula;
+            EXPECT_EQ(problem.where.column, row.column) << row.formula;
+            EXPECT_FALSE(problem.excerpt.empty());
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vorm::evaluation

@@ -1,0 +1,43 @@
+#pragma once
+
+/// The whole public interface of the evaluation layer.
+
+#include <vorm/evaluation/assessment/assess.hpp>
+#include <vorm/evaluation/assessment/assessment_file.hpp>
+#include <vorm/evaluation/assessment/evaluate_formula.hpp>
+#include <vorm/evaluation/assessment/evaluation_error.hpp>
+#include <vorm/evaluation/assessment/explanation.hpp>
+#include <vorm/evaluation/assessment/formula_source.hpp>
+#include <vorm/evaluation/assessment/judgement.hpp>
+#include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/assessment/typed_assessment.hpp>
+#include <vorm/evaluation/assessment/wanted_signals.hpp>
+#include <vorm/evaluation/causes/cause_extent.hpp>
+#include <vorm/evaluation/evaluator/evaluator.hpp>
+#include <vorm/evaluation/evaluator/truth.hpp>
+#include <vorm/evaluation/formula/enumeration_literal.hpp>
+#include <vorm/evaluation/formula/formula.hpp>
+#include <vorm/evaluation/formula/formula_error.hpp>
+#include <vorm/evaluation/recording/recording.hpp>
+#include <vorm/evaluation/recording/recording_layout.hpp>
+#include <vorm/evaluation/recording/recording_survey.hpp>
+#include <vorm/evaluation/report/explanation_report.hpp>
+#include <vorm/evaluation/report/interval_lines.hpp>
+#include <vorm/evaluation/report/json_report.hpp>
+#include <vorm/evaluation/report/junit_report.hpp>
+#include <vorm/evaluation/report/survey_report.hpp>
+#include <vorm/evaluation/report/table_report.hpp>
+#include <vorm/evaluation/report/verdict_text.hpp>
+#include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
+#include <vorm/evaluation/time/exact_time.hpp>
+#include <vorm/evaluation/time/time_format.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
+#include <vorm/evaluation/time/time_text.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
