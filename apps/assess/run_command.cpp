@@ -35,7 +35,7 @@ std::string reportOf(const RunOutcome& outcome, const Options& options) {
 std::vector<std::string> neverTriggered(const RunOutcome& run) {
     std::vector<const RecordingOutcome*> usable;
     for (const RecordingOutcome& recording : run.recordings) {
-        if (recording.error.empty()) {
+        if (!recording.error) {
             usable.push_back(&recording);
         }
     }

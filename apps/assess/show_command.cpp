@@ -38,7 +38,7 @@ ExitCode showAssessment(const Options& options) {
     RunOutcome outcomes{file.name, file.title, {}};
     std::string report;
     for (const RecordingSource& source : recordingsOf(options)) {
-        outcomes.recordings.push_back({source.name(), "", {}});
+        outcomes.recordings.push_back({source.name(), std::nullopt, {}});
         RecordingOutcome& outcome = outcomes.recordings.back();
         try {
             const Explanation explanation =
@@ -49,7 +49,7 @@ ExitCode showAssessment(const Options& options) {
         } catch (const InputError& error) {
             progress.clear();
             std::cerr << messageOf(error) << "\n";
-            outcome.error = error.what();
+            outcome.error = error;
         }
     }
     progress.clear();

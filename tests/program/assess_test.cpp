@@ -165,6 +165,31 @@ TEST_F(Assess, TheShareWithoutResultIsToldWithItsIntervals) {
     }
 }
 
+TEST_F(Assess, JsonGivesErrorsAsFields) {
+    write("e.toml",
+          "assessment = [{ name = \"e\", formula = \"abs(sped) > 3\" },\n"
+          "              { name = \"u\", formula = \"slope(speed) > 3\" }]\n");
+    write("e.csv", "time,speed\n0,1\n1,2\n");
+    write("bad.csv", "time,speed\n0,1\n1,2,3\n");
+    const auto recordings =
+        nlohmann::json::parse(assess("run e.toml e.csv bad.csv -f json").out)["recordings"];
+    EXPECT_EQ(recordings[0]["problem"], nullptr);
+    const auto& misspelt = recordings[0]["assessments"][0];
+    EXPECT_EQ(misspelt["problem"],
+              nlohmann::json::parse(R"json({"message": "unknown signal 'sped'", "file": "e.toml",
+                  "line": 1, "column": 44, "excerpt": "abs(sped) > 3",
+                  "advice": "did you mean 'speed'?"})json"));
+    EXPECT_EQ(misspelt["error"],
+              "e.toml:1:44: unknown signal 'sped'\n    abs(sped) > 3\n        ^^^^\n"
+              "  did you mean 'speed'?");
+    const auto& unevaluated = recordings[0]["assessments"][1]["problem"];
+    EXPECT_EQ(unevaluated["line"], 2);
+    EXPECT_EQ(unevaluated["excerpt"], "slope(speed) > 3");
+    EXPECT_EQ(recordings[1]["problem"]["file"], "bad.csv");
+    EXPECT_EQ(recordings[1]["problem"]["line"], 3);
+    EXPECT_EQ(recordings[1]["problem"]["column"], nullptr);
+}
+
 class StrictAssess : public ProgramTest {
 protected:
     StrictAssess() {

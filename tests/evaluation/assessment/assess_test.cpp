@@ -36,13 +36,17 @@ Recording twoSignals() {
 TEST(Assess, JudgesRecordingsInMemory) {
     const RecordingOutcome outcome = assess(threeAssessments(), twoSignals());
     EXPECT_EQ(outcome.recording, "in memory");
-    EXPECT_TRUE(outcome.error.empty());
+    EXPECT_FALSE(outcome.error);
     ASSERT_EQ(outcome.assessments.size(), 3U);
     EXPECT_EQ(verdictText(outcome.assessments[0]), "FAIL");
     ASSERT_EQ(outcome.assessments[0].failures.size(), 1U);
     EXPECT_EQ(intervalText(outcome.assessments[0].failures[0]), "from 2.5 s to 3 s");
     EXPECT_EQ(verdictText(outcome.assessments[1]), "ERROR");
-    EXPECT_NE(outcome.assessments[1].error.find("nobody"), std::string::npos);
+    ASSERT_TRUE(outcome.assessments[1].error);
+    const InputProblem& problem = outcome.assessments[1].error->problem();
+    EXPECT_EQ(problem.message, "unknown signal 'nobody'");
+    EXPECT_EQ(problem.where.file, "limits.toml");
+    EXPECT_EQ(problem.where.line, 4U);
     ASSERT_EQ(outcome.assessments[2].failures.size(), 1U);
     EXPECT_EQ(intervalText(outcome.assessments[2].failures[0]), "from 2.5 s to 5 s");
     EXPECT_EQ(outcome.assessments[2].open.text(), "1");

@@ -44,7 +44,7 @@ inline std::vector<Span> spansOf(const std::vector<TimeSpan>& times) {
 }
 
 inline Reported reported(const AssessmentOutcome& outcome) {
-    Reported result{outcome.formula, outcome.error, {}};
+    Reported result{outcome.formula, errorText(outcome.error), {}};
     Judgement& judgement = result.judgement;
     judgement.verdict = verdictText(outcome);
     judgement.from = rational(outcome.from);
@@ -84,8 +84,8 @@ inline std::vector<Reported> assessed(const Texts& texts) {
     const RunOutcome outcome =
         run(parseAssessmentFile(texts.assessments, "requirements.toml"), {{{path.string()}}});
     const RecordingOutcome& recording = outcome.recordings.at(0);
-    if (!recording.error.empty()) {
-        throw std::runtime_error(recording.error);
+    if (recording.error) {
+        throw InputError(*recording.error);
     }
     std::vector<Reported> result;
     for (const AssessmentOutcome& assessment : recording.assessments) {

@@ -2,6 +2,7 @@
 // recordings are not part of this tree; they may lie next to it.
 
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <gtest/gtest.h>
 
@@ -40,11 +41,11 @@ protected:
 
     // The first failing intervals of an assessment, at most as many as are expected.
     static void expectFacts(const RecordingOutcome& outcome, const std::vector<Fact>& facts) {
-        ASSERT_EQ(outcome.error, "");
+        ASSERT_EQ(errorText(outcome.error), "");
         for (std::size_t i = 0; i < facts.size(); ++i) {
             const AssessmentOutcome& assessment = outcome.assessments.at(i);
             EXPECT_EQ(assessment.name, facts[i].name);
-            EXPECT_EQ(assessment.error, "");
+            EXPECT_EQ(errorText(assessment.error), "");
             EXPECT_EQ(assessment.verdict,
                       facts[i].failures.empty() ? resultEnum_t::PASS : resultEnum_t::FAIL)
                 << assessment.name << assessment.reason;
@@ -75,7 +76,7 @@ TEST_F(RealRecordings, Drone) {
         }
     }
     for (const AssessmentOutcome& assessment : outcome.assessments) {
-        EXPECT_EQ(outcome.error + assessment.error, "");
+        EXPECT_EQ(errorText(outcome.error) + errorText(assessment.error), "");
     }
     EXPECT_EQ(outcome.assessments[0].failures.size(), 1);
     EXPECT_EQ(outcome.assessments[1].failures.size(), 1);
@@ -121,15 +122,15 @@ TEST_F(RealRecordings, JumpAsTwoRows) {
 }
 
 TEST_F(RealRecordings, RepeatedTimesNeedAWord) {
-    const std::string radar = outcomeOf("radar.toml", "road_can/radar.csv").error;
+    const std::string radar = errorText(outcomeOf("radar.toml", "road_can/radar.csv").error);
     EXPECT_NE(radar.find("radar.csv:11:"), std::string::npos) << radar;
     EXPECT_NE(radar.find("equal_times"), std::string::npos) << radar;
 
     const std::string trace = "road_can/vehicle_trace.jsonl";
     const RecordingOutcome kept = outcomeOf("vehicle_trace.toml", trace);
-    EXPECT_EQ(kept.error, "");
+    EXPECT_EQ(errorText(kept.error), "");
     EXPECT_EQ(kept.assessments.at(0).verdict, resultEnum_t::PASS);
-    const std::string refused = outcomeOf("vehicle_trace_strict.toml", trace).error;
+    const std::string refused = errorText(outcomeOf("vehicle_trace_strict.toml", trace).error);
     EXPECT_NE(refused.find("vehicle_trace.jsonl:287"), std::string::npos) << refused;
 }
 

@@ -27,7 +27,7 @@ struct TaskRequest {
 
 void takeTruth(const Task& task, const EvaluationResult& truth) {
     if (truth.failure) {
-        task.outcome->error = detail::failureMessage(task.assessment, truth.failure);
+        task.outcome->error = detail::evaluationFailure(task.assessment, truth.failure);
         return;
     }
     detail::judge(task.assessment, *truth.truth, *task.outcome);
@@ -56,7 +56,8 @@ void takeRobustness(const Task& task, const Bounds& bounds, const EvaluationResu
     if (robustness.failure) {
         // Both fail for the same reason; they may come from different threads.
         if (bounds.least) {
-            outcome.robustnessError = detail::failureMessage(task.assessment, robustness.failure);
+            outcome.robustnessError =
+                detail::evaluationFailure(task.assessment, robustness.failure).what();
         }
         return;
     }
@@ -123,7 +124,7 @@ void evaluateTasks(const std::vector<Task>& tasks, const Recording& recording,
 void explainTasks(const std::vector<Task>& tasks, const RunOptions& options) {
     for (const Task& task : tasks) {
         AssessmentOutcome& outcome = *task.outcome;
-        if (outcome.error.empty() && !(outcome.failures.empty() && outcome.openSpans.empty())) {
+        if (!outcome.error && !(outcome.failures.empty() && outcome.openSpans.empty())) {
             const detail::NodeResults results(task.assessment, {}, options);
             detail::explain(task.assessment, results, outcome);
         }
@@ -143,7 +144,7 @@ std::vector<Task> tasksFor(const AssessmentFile& file,
             tasks.push_back({typedAssessment(file, *assessments[i], names, recording), &outcomes[i],
                              kept == nullptr ? nullptr : &(*kept)[i]});
         } catch (const InputError& error) {
-            outcomes[i].error = error.what();
+            outcomes[i].error = error;
         }
     }
     return tasks;
@@ -154,7 +155,7 @@ std::vector<Task> tasksFor(const AssessmentFile& file,
 RecordingOutcome assess(const AssessmentFile& file, const Recording& recording,
                         const RunOptions& options) {
     const auto assessments = chosenAssessments(file, options.only);
-    RecordingOutcome outcome{recording.name, "", {}};
+    RecordingOutcome outcome{recording.name, std::nullopt, {}};
     outcome.assessments.resize(assessments.size());
     std::vector<SharedTruth> truths(assessments.size());
     const std::vector<Task> tasks = tasksFor(file, assessments, recording, outcome.assessments,

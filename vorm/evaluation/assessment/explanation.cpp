@@ -97,7 +97,7 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
     AssessmentOutcome& outcome = explanation.outcome;
     const EvaluationResult& truth = results.of(formula.tree);
     if (truth.failure) {
-        outcome.error = detail::failureMessage(typed, truth.failure);
+        outcome.error = detail::evaluationFailure(typed, truth.failure);
         return explanation;
     }
     detail::judge(typed, *truth.truth, outcome);

@@ -28,13 +28,14 @@ bool AssessmentOutcome::passesThroughout() const {
 
 bool RunOutcome::hasErrors() const {
     return std::any_of(recordings.begin(), recordings.end(),
-                       [](const auto& recording) { return !recording.error.empty(); }) ||
-           anyAssessment(*this, [](const auto& assessment) { return !assessment.error.empty(); });
+                       [](const auto& recording) { return recording.error.has_value(); }) ||
+           anyAssessment(*this,
+                         [](const auto& assessment) { return assessment.error.has_value(); });
 }
 
 bool RunOutcome::hasFailures() const {
     return anyAssessment(*this, [this](const auto& assessment) {
-        return strict ? assessment.error.empty() && !assessment.passesThroughout()
+        return strict ? !assessment.error && !assessment.passesThroughout()
                       : assessment.verdict == assessments::resultEnum_t::FAIL;
     });
 }

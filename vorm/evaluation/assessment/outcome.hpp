@@ -2,6 +2,7 @@
 
 #include <vorm/assessments/value_types.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/time/time_span.hpp>
 
 #include <optional>
@@ -41,8 +42,8 @@ struct AssessmentOutcome {
     /// FAIL where it fails at some time, PASS where it holds wherever it is known, NO_RESULT where
     /// it is known nowhere.
     assessments::resultEnum_t verdict = assessments::resultEnum_t::NO_RESULT;
-    std::string error;   ///< why it could not be evaluated; empty where it could
-    std::string reason;  ///< why there is no result; empty where there is one
+    std::optional<InputError> error;  ///< why it could not be evaluated
+    std::string reason;               ///< why there is no result; empty where there is one
 
     // The closed range of time that was looked at, and how much of it holds, fails and is open.
     ExactTime from;
@@ -81,7 +82,7 @@ struct AssessmentOutcome {
 /// What became of the assessments on one recording.
 struct RecordingOutcome {
     std::string recording;
-    std::string error;  ///< why the recording could not be used; empty where it could
+    std::optional<InputError> error;             ///< why the recording could not be used
     std::vector<AssessmentOutcome> assessments;  ///< in the order of the file
 };
 

@@ -86,11 +86,11 @@ bool surelyDecidesRobustness(const TypedAssessment& assessment) {
     return range && std::all_of(assessment.signals.begin(), assessment.signals.end(), isKnown);
 }
 
-std::string failureMessage(const TypedAssessment& assessment, const std::exception_ptr& failure) {
+InputError evaluationFailure(const TypedAssessment& assessment, const std::exception_ptr& failure) {
     const FormulaSource& source = assessment.assessment->requirement.source;
     const FormulaError error =
         evaluationError(failure, {0, source.text.size()}, assessment.formula.times);
-    return placed(error, source).what();
+    return placed(error, source);
 }
 
 }  // namespace vorm::evaluation::detail

@@ -24,7 +24,7 @@ bool isFalseThroughout(const TypedAssessment& assessment, const Trigger& trigger
 /// is false that may still be so.
 bool surelyDecidesRobustness(const TypedAssessment& assessment);
 
-/// The message of an evaluation that failed, placed at the formula in its file.
-std::string failureMessage(const TypedAssessment& assessment, const std::exception_ptr& failure);
+/// The error of an evaluation that failed, placed at the formula in its file.
+InputError evaluationFailure(const TypedAssessment& assessment, const std::exception_ptr& failure);
 
 }  // namespace vorm::evaluation::detail

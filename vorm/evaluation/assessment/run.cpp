@@ -15,7 +15,7 @@ RecordingOutcome runOne(const AssessmentFile& file, const RecordingSource& sourc
     try {
         recording = readRecordingFor(file, source, options);
     } catch (const InputError& error) {
-        return {source.name(), error.what(), {}};
+        return {source.name(), error, {}};
     }
     return assess(file, recording, options);
 }

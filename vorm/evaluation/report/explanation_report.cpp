@@ -160,7 +160,7 @@ public:
             out_ << "  " << outcome.description << "\n";
         }
         for (const std::string& text :
-             {outcome.error, outcome.reason, neverTriggeredText(outcome)}) {
+             {errorText(outcome.error), outcome.reason, neverTriggeredText(outcome)}) {
             std::istringstream lines(text);
             for (std::string line; std::getline(lines, line);) {
                 out_ << "  " << line << "\n";
@@ -185,7 +185,7 @@ private:
             }
             writeCourses(around(i, explanation_, style_));
         }
-        if (failures.empty() && explanation_.outcome.error.empty()) {
+        if (failures.empty() && !explanation_.outcome.error) {
             const Timeline& timeline = explanation_.timeline;
             writeCourses({timeline.at(explanation_.outcome.from),
                           timeline.at(explanation_.outcome.to), std::nullopt});

@@ -16,6 +16,23 @@ Json textOrNull(const std::string& text) {
     return text.empty() ? Json(nullptr) : Json(text);
 }
 
+// What the text of an error is made of.
+Json problemOf(const std::optional<InputError>& error) {
+    if (!error) {
+        return nullptr;
+    }
+    const InputProblem& problem = error->problem();
+    const auto numberOrNull = [](std::size_t number) {
+        return number == 0 ? Json(nullptr) : Json(number);
+    };
+    return {{"message", problem.message},
+            {"file", textOrNull(problem.where.file)},
+            {"line", numberOrNull(problem.where.line)},
+            {"column", numberOrNull(problem.where.column)},
+            {"excerpt", textOrNull(problem.excerpt)},
+            {"advice", textOrNull(problem.advice)}};
+}
+
 Json spansOf(const std::vector<TimeSpan>& spans) {
     Json list = Json::array();
     for (const TimeSpan& span : spans) {
@@ -93,9 +110,10 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
                  {"description", textOrNull(outcome.description)},
                  {"formula", outcome.formula},
                  {"verdict", verdictText(outcome)},
-                 {"error", textOrNull(outcome.error)},
+                 {"error", textOrNull(errorText(outcome.error))},
+                 {"problem", problemOf(outcome.error)},
                  {"reason", textOrNull(outcome.reason)}};
-    const bool isJudged = outcome.error.empty();
+    const bool isJudged = !outcome.error;
     for (const auto& [key, time] : {std::pair("from", outcome.from),
                                     {"to", outcome.to},
                                     {"passed", outcome.passed},
@@ -124,7 +142,8 @@ Json recordingOf(const RecordingOutcome& recording) {
         assessments.push_back(assessmentOf(outcome));
     }
     return {{"recording", recording.recording},
-            {"error", textOrNull(recording.error)},
+            {"error", textOrNull(errorText(recording.error))},
+            {"problem", problemOf(recording.error)},
             {"assessments", std::move(assessments)}};
 }
 

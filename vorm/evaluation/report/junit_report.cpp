@@ -43,8 +43,9 @@ void addProblem(pugi::xml_node testCase, const char* kind, const std::string& me
     }
 }
 
-std::string firstLine(const std::string& text) {
-    return text.substr(0, text.find('\n'));
+void addError(pugi::xml_node testCase, const InputError& error) {
+    const std::string text = error.what();
+    addProblem(testCase, "error", text.substr(0, text.find('\n')), text);
 }
 
 constexpr std::size_t allIntervals = std::numeric_limits<std::size_t>::max();
@@ -84,8 +85,8 @@ void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
     pugi::xml_node testCase = suite.append_child("testcase");
     set(testCase, "classname", file);
     set(testCase, "name", outcome.name);
-    if (!outcome.error.empty()) {
-        addProblem(testCase, "error", firstLine(outcome.error), outcome.error);
+    if (outcome.error) {
+        addError(testCase, *outcome.error);
     } else if (outcome.verdict == resultEnum_t::FAIL) {
         addProblem(testCase, "failure", "fails " + intervalText(outcome.failures.front()),
                    detailsOf(outcome, failureLines(outcome, allIntervals)));
@@ -113,11 +114,11 @@ void addRecording(pugi::xml_node suites, const std::string& file, bool strict,
     pugi::xml_node suite = suites.append_child("testsuite");
     set(suite, "name", recording.recording);
     setCounts(suite, strict, countVerdicts(recording, strict));
-    if (!recording.error.empty()) {
+    if (recording.error) {
         pugi::xml_node testCase = suite.append_child("testcase");
         set(testCase, "classname", file);
         set(testCase, "name", "reading the recording");
-        addProblem(testCase, "error", firstLine(recording.error), recording.error);
+        addError(testCase, *recording.error);
     }
     for (const AssessmentOutcome& outcome : recording.assessments) {
         addAssessment(suite, file, strict, outcome);

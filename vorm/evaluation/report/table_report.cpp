@@ -13,7 +13,7 @@ namespace {
 using assessments::resultEnum_t;
 
 Colour colourOf(const AssessmentOutcome& outcome, bool strict) {
-    if (!outcome.error.empty()) {
+    if (outcome.error) {
         return Colour::Magenta;
     }
     switch (outcome.verdict) {
@@ -63,7 +63,7 @@ private:
 
     void add(const AssessmentOutcome& outcome) {
         std::vector<TextTable::Cell> row{verdictCell(outcome, strict_), {outcome.name}};
-        if (outcome.error.empty()) {
+        if (!outcome.error) {
             row.push_back({durationText(outcome.passed), true});
             row.push_back({durationText(outcome.failed), true});
             row.push_back({durationText(outcome.open), true});
@@ -78,7 +78,7 @@ private:
     }
 
     void addNotes(const AssessmentOutcome& outcome) {
-        addLines(outcome.error);
+        addLines(errorText(outcome.error));
         addLines(outcome.reason);
         addLines(neverTriggeredText(outcome));
         addLines(outcome.robustnessError);
@@ -105,10 +105,10 @@ private:
 
 std::string recordingText(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
     std::string text = recording.recording + "\n";
-    if (!recording.error.empty()) {
+    if (recording.error) {
         text += "  " + (style.colours ? coloured("ERROR", Colour::Magenta) : "ERROR") +
                 "  cannot be used:\n";
-        std::istringstream lines(recording.error);
+        std::istringstream lines(recording.error->what());
         for (std::string line; std::getline(lines, line);) {
             text += "    " + line + "\n";
         }

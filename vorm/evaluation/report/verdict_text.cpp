@@ -10,7 +10,7 @@ namespace {
 using assessments::resultEnum_t;
 
 void count(const AssessmentOutcome& assessment, bool strict, VerdictCounts& counts) {
-    if (!assessment.error.empty()) {
+    if (assessment.error) {
         ++counts.errors;
     } else if (assessment.verdict == resultEnum_t::PASS) {
         ++(strict && !assessment.passesThroughout() ? counts.open : counts.passed);
@@ -23,8 +23,12 @@ void count(const AssessmentOutcome& assessment, bool strict, VerdictCounts& coun
 
 }  // namespace
 
+std::string errorText(const std::optional<InputError>& error) {
+    return error ? error->what() : "";
+}
+
 std::string verdictText(const AssessmentOutcome& outcome) {
-    return outcome.error.empty() ? verdictName(outcome.verdict) : "ERROR";
+    return outcome.error ? "ERROR" : verdictName(outcome.verdict);
 }
 
 std::string verdictName(resultEnum_t verdict) {
@@ -41,7 +45,7 @@ std::string verdictName(resultEnum_t verdict) {
 
 VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict) {
     VerdictCounts counts;
-    counts.errors += recording.error.empty() ? 0 : 1;
+    counts.errors += recording.error ? 1 : 0;
     for (const AssessmentOutcome& assessment : recording.assessments) {
         count(assessment, strict, counts);
     }

@@ -3,10 +3,14 @@
 #include <vorm/evaluation/assessment/outcome.hpp>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace vorm::evaluation {
+
+/// The whole message of an error; empty where there is none.
+std::string errorText(const std::optional<InputError>& error);
 
 /// How an assessment ended, in one word: `PASS`, `FAIL`, `NO_RESULT` or `ERROR`.
 std::string verdictText(const AssessmentOutcome& outcome);
