@@ -4,6 +4,7 @@
 
 #include <vorm/evaluation/assessment/assess.hpp>
 #include <vorm/evaluation/assessment/assessment_file.hpp>
+#include <vorm/evaluation/assessment/check.hpp>
 #include <vorm/evaluation/assessment/evaluate_formula.hpp>
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/assessment/explanation.hpp>

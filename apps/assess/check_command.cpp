@@ -1,9 +1,9 @@
 #include "commands.hpp"
 #include "terminal.hpp"
 
-#include <vorm/evaluation/assessment/typed_assessment.hpp>
-#include <vorm/evaluation/assessment/wanted_signals.hpp>
+#include <vorm/evaluation/assessment/check.hpp>
 
+#include <algorithm>
 #include <iostream>
 
 namespace assess {
@@ -11,53 +11,23 @@ namespace {
 
 using namespace vorm::evaluation;
 
-constexpr std::size_t rowsThatTellTypes = 1000;
-
-Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
-    std::vector<const Assessment*> assessments;
-    for (const Assessment& assessment : file.assessments) {
-        assessments.push_back(&assessment);
-    }
-    ReadingOptions reading;
-    reading.wanted = namesToRead(file, assessments);
-    for (const auto& [name, definition] : file.definitions) {
-        reading.wanted->merge(definition.formula.names());
-    }
-    reading.maximumRows = rowsThatTellTypes;
-    return readRecording(source, file.layout, reading);
-}
-
-// Calls check and reports what it throws; gives whether it did.
-template <class Check>
-bool hasProblem(Check check) {
-    try {
-        check();
-        return false;
-    } catch (const InputError& error) {
-        std::cerr << messageOf(error) << "\n";
-        return true;
-    }
-}
-
-// Reports every formula that does not fit, and tells whether there is one. Definitions that an
-// assessment uses are reported with it.
-bool hasProblems(const AssessmentFile& file, const FormulaNames& names) {
-    bool found = false;
-    for (const Assessment& assessment : file.assessments) {
-        found |= hasProblem([&] { typedFormula(file, assessment, names); });
-    }
-    if (!found) {
-        for (const auto& [name, definition] : file.definitions) {
-            found |= hasProblem([&, &name = name] { checkDefinition(file, name, names); });
-        }
-    }
-    return found;
-}
-
 std::string summaryOf(const AssessmentFile& file, const std::string& against) {
     const std::size_t count = file.assessments.size();
     return file.name + ": " + std::to_string(count) +
            (count == 1 ? " assessment fits" : " assessments fit") + against + "\n";
+}
+
+// Writes the errors, or that there is none.
+ExitCode report(const Options& options, const std::vector<InputError>& errors,
+                const std::string& summary) {
+    for (const InputError& error : errors) {
+        std::cerr << messageOf(error) << "\n";
+    }
+    if (!errors.empty()) {
+        return ExitCode::UnusableInput;
+    }
+    writeResults(options, summary);
+    return ExitCode::NothingFailed;
 }
 
 }  // namespace
@@ -65,28 +35,19 @@ std::string summaryOf(const AssessmentFile& file, const std::string& against) {
 ExitCode checkAssessments(const Options& options) {
     const AssessmentFile file = readAssessmentFile(options.assessments);
     if (options.recordings.empty()) {
-        if (hasProblems(file, namesWithoutData(file))) {
-            return ExitCode::UnusableInput;
-        }
-        writeResults(options, summaryOf(file, ""));
-        if (!options.quiet) {
+        const ExitCode code = report(options, check(file), summaryOf(file, ""));
+        if (code == ExitCode::NothingFailed && !options.quiet) {
             std::cerr << "note: without a recording, signals of any name are accepted; --against "
                          "checks them\n";
         }
-        return ExitCode::NothingFailed;
+        return code;
     }
-    bool found = false;
+    ExitCode code = ExitCode::NothingFailed;
     for (const RecordingSource& source : recordingsOf(options)) {
-        found |= hasProblem([&] {
-            const Recording recording = headerOf(file, source);
-            if (hasProblems(file, namesIn(file, recording))) {
-                found = true;
-            } else {
-                writeResults(options, summaryOf(file, " " + source.name()));
-            }
-        });
+        code = std::max(code,
+                        report(options, check(file, source), summaryOf(file, " " + source.name())));
     }
-    return found ? ExitCode::UnusableInput : ExitCode::NothingFailed;
+    return code;
 }
 
 }  // namespace assess

@@ -1,5 +1,7 @@
 #include "command_line.hpp"
 
+#include "commands.hpp"
+
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <CLI/CLI.hpp>
@@ -38,10 +40,9 @@ public:
         app_.footer(
             "Exit codes: 0 nothing failed, 1 an assessment failed, 2 wrong usage, 3 input "
             "that cannot\nbe used.\n\nExample:\n  assess run limits.toml drive.csv");
-        addRun();
-        addCheck();
-        addSignals();
-        addShow();
+        for (const SubCommand& command : subCommands()) {
+            addCommand(command);
+        }
     }
 
     std::variant<Options, ExitCode> parse(int argc, const char* const* argv) {
@@ -58,6 +59,35 @@ public:
     }
 
 private:
+    struct SubCommand {
+        const char* name;
+        const char* help;
+        const char* examples;
+        void (CommandLine::*declare)(CLI::App&);  // its options
+        ExitCode (*run)(const Options&);
+    };
+
+    static std::vector<SubCommand> subCommands() {
+        return {
+            {"run", "Assess recordings",
+             "  assess run limits.toml drive1.csv drive2.csv\n"
+             "  assess run limits.toml flight_folder --format json -o out.json\n"
+             "  zcat drive.csv.gz | assess run limits.toml -",
+             &CommandLine::declareRun, runAssessments},
+            {"check", "Check an assessment file without evaluating it",
+             "  assess check limits.toml\n"
+             "  assess check limits.toml --against drive.csv",
+             &CommandLine::declareCheck, checkAssessments},
+            {"signals", "Show what recordings hold",
+             "  assess signals drive.csv\n"
+             "  assess signals flight_folder --layout limits.toml",
+             &CommandLine::declareSignals, showSignals},
+            {"show", "Show why an assessment fails",
+             "  assess show limits.toml 'braking is quick' drive.csv", &CommandLine::declareShow,
+             showAssessment},
+        };
+    }
+
     template <class Choice>
     static void addChoice(CLI::App& app, const std::string& name, Choice& value,
                           std::map<std::string, Choice> choices, const std::string& help) {
@@ -80,14 +110,14 @@ private:
         return keys;
     }
 
-    CLI::App& addCommand(const char* name, const char* help, Command command, const char* example) {
-        CLI::App& sub = *app_.add_subcommand(name, help);
+    void addCommand(const SubCommand& command) {
+        CLI::App& sub = *app_.add_subcommand(command.name, command.help);
         sub.footer(std::string("assess --help tells of --jobs, --quiet and --color, too.\n\n"
                                "Examples:\n") +
-                   example);
+                   command.examples);
         sub.get_formatter()->column_width(32);
-        sub.callback([this, command] { options_.command = command; });
-        return sub;
+        sub.callback([this, run = command.run] { options_.command = run; });
+        (this->*command.declare)(sub);
     }
 
     void addAssessments(CLI::App& sub) {
@@ -108,8 +138,12 @@ private:
         sub.add_flag("--together", options_.together, "All the files given are one recording");
     }
 
-    void addOutput(CLI::App& sub, const std::map<std::string, Format>& formats) {
-        addChoice(sub, "-f,--format", options_.format, formats, "The form of the results");
+    void addOutput(CLI::App& sub, const std::vector<std::string>& formats) {
+        std::map<std::string, std::string> choices;
+        for (const std::string& format : formats) {
+            choices.emplace(format, format);
+        }
+        addChoice(sub, "-f,--format", options_.format, choices, "The form of the results");
         sub.add_option("-o,--output", options_.output,
                        "Write the results to this file, whole or not at all")
             ->check([](const std::string& path) {
@@ -118,16 +152,10 @@ private:
             ->type_name("FILE");
     }
 
-    void addRun() {
-        CLI::App& sub =
-            addCommand("run", "Assess recordings", Command::Run,
-                       "  assess run limits.toml drive1.csv drive2.csv\n"
-                       "  assess run limits.toml flight_folder --format json -o out.json\n"
-                       "  zcat drive.csv.gz | assess run limits.toml -");
+    void declareRun(CLI::App& sub) {
         addAssessments(sub);
         addRecordings(sub);
-        addOutput(sub,
-                  {{"table", Format::Table}, {"json", Format::Json}, {"junit", Format::Junit}});
+        addOutput(sub, runFormats());
         sub.add_option("--only", options_.only, "Only the assessment of that name; repeatable")
             ->type_name("NAME")
             ->expected(1)
@@ -145,11 +173,7 @@ private:
             ->type_name("N");
     }
 
-    void addCheck() {
-        CLI::App& sub =
-            addCommand("check", "Check an assessment file without evaluating it", Command::Check,
-                       "  assess check limits.toml\n"
-                       "  assess check limits.toml --against drive.csv");
+    void declareCheck(CLI::App& sub) {
         addAssessments(sub);
         sub.add_option("--against", options_.recordings,
                        "A recording whose header and first rows give the signals and their types")
@@ -157,24 +181,19 @@ private:
         addTogether(sub);
     }
 
-    void addSignals() {
-        CLI::App& sub = addCommand("signals", "Show what recordings hold", Command::Signals,
-                                   "  assess signals drive.csv\n"
-                                   "  assess signals flight_folder --layout limits.toml");
+    void declareSignals(CLI::App& sub) {
         addRecordings(sub);
         sub.add_option("--layout", options_.assessments,
                        "An assessment file that tells how to read the recordings")
             ->type_name("FILE");
-        addOutput(sub, {{"table", Format::Table}, {"json", Format::Json}});
+        addOutput(sub, {"table", "json"});
     }
 
-    void addShow() {
-        CLI::App& sub = addCommand("show", "Show why an assessment fails", Command::Show,
-                                   "  assess show limits.toml 'braking is quick' drive.csv");
+    void declareShow(CLI::App& sub) {
         addAssessments(sub);
         sub.add_option("NAME", options_.name, "The name of the assessment")->required();
         addRecordings(sub);
-        addOutput(sub, {{"table", Format::Table}, {"json", Format::Json}});
+        addOutput(sub, {"table", "json"});
         sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
@@ -199,16 +218,27 @@ private:
                 ""};
     }
 
+    // `a, b and c`.
+    static std::string listed(const std::vector<std::string>& names) {
+        std::string text = names.front();
+        for (std::size_t i = 1; i < names.size(); ++i) {
+            text += (i + 1 < names.size() ? ", " : " and ") + names[i];
+        }
+        return text;
+    }
+
     // The library would only tell that a command is missing.
     static void refuseUnknownCommand(int argc, const char* const* argv) {
-        const std::vector<std::string> commands{"run", "check", "signals", "show"};
+        std::vector<std::string> commands;
+        for (const SubCommand& command : subCommands()) {
+            commands.emplace_back(command.name);
+        }
         const std::string first = argc > 1 ? argv[1] : "-";
         if (!first.starts_with("-") &&
             std::find(commands.begin(), commands.end(), first) == commands.end()) {
             const std::string near = vorm::evaluation::suggestion(first, commands);
-            throw CLI::ValidationError(
-                "there is no command '" + first + "'",
-                near.empty() ? "it is one of run, check, signals and show" : near);
+            throw CLI::ValidationError("there is no command '" + first + "'",
+                                       near.empty() ? "it is one of " + listed(commands) : near);
         }
     }
 

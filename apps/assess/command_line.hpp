@@ -1,6 +1,5 @@
 #pragma once
 
-#include "exit_code.hpp"
 #include "options.hpp"
 
 #include <variant>

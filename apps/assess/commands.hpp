@@ -1,15 +1,18 @@
 #pragma once
 
-#include "exit_code.hpp"
 #include "options.hpp"
 
 #include <vorm/evaluation/recording/recording.hpp>
 
+#include <string>
 #include <vector>
 
 namespace assess {
 
 // The sub-commands. They throw vorm::evaluation::InputError for input that cannot be used.
+
+/// The names of the formats that runAssessments knows.
+std::vector<std::string> runFormats();
 
 ExitCode runAssessments(const Options& options);
 ExitCode checkAssessments(const Options& options);

@@ -1,5 +1,4 @@
 #include "command_line.hpp"
-#include "commands.hpp"
 #include "terminal.hpp"
 
 #include <exception>
@@ -9,27 +8,14 @@
 namespace assess {
 namespace {
 
-ExitCode execute(const Options& options) {
-    switch (options.command) {
-        case Command::Run:
-            return runAssessments(options);
-        case Command::Check:
-            return checkAssessments(options);
-        case Command::Signals:
-            return showSignals(options);
-        case Command::Show:
-            break;
-    }
-    return showAssessment(options);
-}
-
 ExitCode program(int argc, const char* const* argv) {
     try {
-        const auto options = parseCommandLine(argc, argv);
-        if (const auto* done = std::get_if<ExitCode>(&options)) {
+        const auto parsed = parseCommandLine(argc, argv);
+        if (const auto* done = std::get_if<ExitCode>(&parsed)) {
             return *done;
         }
-        return execute(std::get<Options>(options));
+        const auto& options = std::get<Options>(parsed);
+        return options.command(options);
     } catch (const vorm::evaluation::InputError& error) {
         std::cerr << messageOf(error) << "\n";
     } catch (const std::bad_alloc&) {

@@ -7,17 +7,19 @@
 
 namespace assess {
 
-/// The sub-commands.
-enum class Command { Run, Check, Signals, Show };
-
-/// The forms in which results can be written.
-enum class Format { Table, Json, Junit };
+/// What the program tells its caller; of several things the greatest one.
+enum class ExitCode : int {
+    NothingFailed = 0,
+    SomethingFailed = 1,
+    WrongUsage = 2,
+    UnusableInput = 3,  ///< also of an output that cannot be written
+};
 
 enum class ColourChoice { Auto, Always, Never };
 
 /// What the command line asks for.
 struct Options {
-    Command command = Command::Run;
+    ExitCode (*command)(const Options&) = nullptr;  ///< the sub-command
 
     std::string assessments;              ///< path; `-` is standard input
     std::vector<std::string> recordings;  ///< paths; `-` is standard input
@@ -28,8 +30,8 @@ struct Options {
     bool explain = false;
     bool strict = false;  ///< whether what is open at some time has not passed
 
-    Format format = Format::Table;
-    std::string output;  ///< path; empty: standard output
+    std::string format = "table";  ///< of the results: one of those of the sub-command
+    std::string output;            ///< path; empty: standard output
     std::optional<std::size_t> intervals;
     std::optional<std::size_t> values;
     std::optional<double> margin;

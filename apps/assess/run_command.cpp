@@ -8,6 +8,7 @@
 #include <vorm/evaluation/text/characters.hpp>
 
 #include <algorithm>
+#include <array>
 #include <iostream>
 
 namespace assess {
@@ -15,19 +16,28 @@ namespace {
 
 using namespace vorm::evaluation;
 
-std::string reportOf(const RunOutcome& outcome, const Options& options) {
-    switch (options.format) {
-        case Format::Json:
-            return jsonReport(outcome);
-        case Format::Junit:
-            return junitReport(outcome);
-        case Format::Table:
-            break;
-    }
+struct Format {
+    const char* name;
+    std::string (*report)(const RunOutcome&, const Options&);
+};
+
+std::string table(const RunOutcome& outcome, const Options& options) {
     TableStyle style;
     style.colours = wantsColours(options);
     style.mostIntervals = options.intervals.value_or(style.mostIntervals);
     return tableReport(outcome, style);
+}
+
+const auto formats = std::to_array<Format>({
+    {"table", table},
+    {"json", [](const RunOutcome& outcome, const Options&) { return jsonReport(outcome); }},
+    {"junit", [](const RunOutcome& outcome, const Options&) { return junitReport(outcome); }},
+});
+
+std::string reportOf(const RunOutcome& outcome, const Options& options) {
+    return std::find_if(formats.begin(), formats.end(),
+                        [&](const Format& format) { return format.name == options.format; })
+        ->report(outcome, options);
 }
 
 // The assessments that were never triggered, each as a note names it: with the number of recordings
@@ -73,6 +83,14 @@ void noteNeverTriggered(const RunOutcome& run) {
 }
 
 }  // namespace
+
+std::vector<std::string> runFormats() {
+    std::vector<std::string> names;
+    for (const Format& format : formats) {
+        names.emplace_back(format.name);
+    }
+    return names;
+}
 
 ExitCode runAssessments(const Options& options) {
     const AssessmentFile file = readAssessmentFile(options.assessments);

@@ -6,6 +6,7 @@
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 
+#include <algorithm>
 #include <iostream>
 
 namespace assess {
@@ -24,6 +25,44 @@ ExplanationStyle styleOf(const Options& options) {
     return style;
 }
 
+ExitCode codeOf(const AssessmentOutcome& outcome) {
+    if (outcome.error) {
+        return ExitCode::UnusableInput;
+    }
+    return outcome.verdict == vorm::assessments::resultEnum_t::FAIL ? ExitCode::SomethingFailed
+                                                                    : ExitCode::NothingFailed;
+}
+
+// Collects what is to be written in the format asked for.
+class ShownRecordings {
+public:
+    ShownRecordings(const AssessmentFile& file, const Options& options)
+        : isJson_(options.format == "json"),
+          style_(styleOf(options)),
+          outcomes_{file.name, file.title, {}} {}
+
+    void add(const std::string& recording, const Explanation& explanation) {
+        if (isJson_) {
+            outcomes_.recordings.push_back({recording, std::nullopt, {explanation.outcome}});
+        } else {
+            text_ += (text_.empty() ? "" : "\n") + recording + "\n" +
+                     explanationReport(explanation, style_);
+        }
+    }
+
+    void add(const std::string& recording, const InputError& error) {
+        outcomes_.recordings.push_back({recording, error, {}});
+    }
+
+    std::string text() const { return isJson_ ? jsonReport(outcomes_) : text_; }
+
+private:
+    bool isJson_;
+    ExplanationStyle style_;
+    RunOutcome outcomes_;
+    std::string text_;
+};
+
 }  // namespace
 
 ExitCode showAssessment(const Options& options) {
@@ -35,29 +74,24 @@ ExitCode showAssessment(const Options& options) {
     run.only = {assessment.name};
     run.progress = [&](const std::string& text) { progress.show(text); };
 
-    RunOutcome outcomes{file.name, file.title, {}};
-    std::string report;
+    ShownRecordings shown(file, options);
+    ExitCode code = ExitCode::NothingFailed;
     for (const RecordingSource& source : recordingsOf(options)) {
-        outcomes.recordings.push_back({source.name(), std::nullopt, {}});
-        RecordingOutcome& outcome = outcomes.recordings.back();
         try {
             const Explanation explanation =
                 explain(file, assessment, readRecordingFor(file, source, run), run);
-            report += (report.empty() ? "" : "\n") + source.name() + "\n" +
-                      explanationReport(explanation, styleOf(options));
-            outcome.assessments.push_back(explanation.outcome);
+            shown.add(source.name(), explanation);
+            code = std::max(code, codeOf(explanation.outcome));
         } catch (const InputError& error) {
             progress.clear();
             std::cerr << messageOf(error) << "\n";
-            outcome.error = error;
+            shown.add(source.name(), error);
+            code = ExitCode::UnusableInput;
         }
     }
     progress.clear();
-    writeResults(options, options.format == Format::Json ? jsonReport(outcomes) : report);
-    if (outcomes.hasErrors()) {
-        return ExitCode::UnusableInput;
-    }
-    return outcomes.hasFailures() ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
+    writeResults(options, shown.text());
+    return code;
 }
 
 }  // namespace assess

@@ -19,7 +19,7 @@ ExitCode showSignals(const Options& options) {
         surveys.emplace_back(source.name(), surveyRecording(source, layout));
         tables += surveyReport(source.name(), surveys.back().second);
     }
-    writeResults(options, options.format == Format::Json ? surveyJson(surveys) : tables);
+    writeResults(options, options.format == "json" ? surveyJson(surveys) : tables);
     return ExitCode::NothingFailed;
 }
 

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 
+#include <regex>
 #include <sstream>
 
 namespace assess_tests {
@@ -488,11 +489,62 @@ TEST_F(Assess, ColoursAreOnRequestAndHeedNoColor) {
     }
 }
 
+// The first words of the lines after a heading of the help.
+std::vector<std::string> listedBelow(const std::string& heading, const std::string& help) {
+    std::vector<std::string> words;
+    std::istringstream lines(help.substr(help.find(heading)));
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line) && line.starts_with("  ")) {
+        if (line[2] != ' ') {
+            words.push_back(line.substr(2, line.find(' ', 2) - 2));
+        }
+    }
+    return words;
+}
+
+// The choices of an option, `a|b`.
+std::vector<std::string> choicesOf(const std::string& option, const std::string& help) {
+    std::vector<std::string> choices;
+    const std::size_t at = help.find(option + " ");
+    if (at != std::string::npos) {
+        std::istringstream words(help.substr(at + option.size()));
+        std::string list;
+        words >> list;
+        std::istringstream separated(list);
+        for (std::string choice; std::getline(separated, choice, '|');) {
+            choices.push_back(choice);
+        }
+    }
+    return choices;
+}
+
+TEST_F(Assess, EveryCommandAndFormatIsInTheManualAndTheCompletion) {
+    const std::vector<std::string> commands = listedBelow("Subcommands:", assess("--help").out);
+    EXPECT_GE(commands.size(), 4U);
+    EXPECT_GE(choicesOf("--format", assess("run --help").out).size(), 3U);
+    std::vector<std::string> words = commands;
+    for (const std::string& command : commands) {
+        for (const std::string& format : choicesOf("--format", assess(command + " --help").out)) {
+            words.push_back(format);
+        }
+    }
+    for (const char* path : {"/assess.1", "/completion/assess.bash", "/completion/_assess"}) {
+        const std::string text = contentOf(std::string(VORM_ASSESS_SOURCES) + path);
+        for (const std::string& word : words) {
+            EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + word + "\\b")))
+                << path << ": " << word;
+        }
+    }
+}
+
 TEST_F(Assess, EveryOptionIsInTheManualAndTheCompletion) {
     const std::string manual = contentOf(VORM_ASSESS_SOURCES "/assess.1");
     const std::string bash = contentOf(VORM_ASSESS_SOURCES "/completion/assess.bash");
     const std::string zsh = contentOf(VORM_ASSESS_SOURCES "/completion/_assess");
-    for (const std::string command : {"", "run", "check", "signals", "show"}) {
+    std::vector<std::string> commands = listedBelow("Subcommands:", assess("--help").out);
+    commands.emplace_back();
+    for (const std::string& command : commands) {
         const std::string help = assess(command + " --help").out;
         for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at)) {
             const std::size_t end = help.find_first_not_of("abcdefghijklmnopqrstuvwxyz", at + 2);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <vorm/evaluation/assessment/assessment_file.hpp>
+#include <vorm/evaluation/recording/recording.hpp>
+
+#include <vector>
+
+namespace vorm::evaluation {
+
+/// What is wrong with the formulas of an assessment file, in the order of the file; empty where
+/// nothing is. Without a recording signals of any name are accepted. What is wrong with a
+/// definition is told with each assessment that uses it, and of the definitions that none uses
+/// where all assessments fit.
+std::vector<InputError> check(const AssessmentFile& file);
+
+/// The same for the signals of a recording and their types.
+std::vector<InputError> check(const AssessmentFile& file, const Recording& recording);
+
+/// The same for a recording of which the header and the first 1,000 rows are read; that it cannot
+/// be read is one error.
+std::vector<InputError> check(const AssessmentFile& file, const RecordingSource& source);
+
+}  // namespace vorm::evaluation
