@@ -20,3 +20,8 @@ if(VORM_SANITIZERS)
                         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${VORM_SANITIZERS})
 endif()
+
+# The fuzzer looks for inputs that reach new places of the libraries.
+if(VORM_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
