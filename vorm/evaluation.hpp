@@ -21,6 +21,7 @@
 #include <vorm/evaluation/formula/formula.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
 #include <vorm/evaluation/recording/recording.hpp>
+#include <vorm/evaluation/recording/recording_in_memory.hpp>
 #include <vorm/evaluation/recording/recording_layout.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
@@ -31,7 +32,11 @@
 #include <vorm/evaluation/report/table_report.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
+#include <vorm/evaluation/signal/signal_column.hpp>
+#include <vorm/evaluation/signal/signal_rules.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/source/recording_source.hpp>
+#include <vorm/evaluation/table/table_layout.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
