@@ -28,7 +28,7 @@ std::string table(const RunOutcome& outcome, const Options& options) {
     return tableReport(outcome, style);
 }
 
-const auto formats = std::to_array<Format>({
+constexpr auto formats = std::to_array<Format>({
     {"table", table},
     {"json", [](const RunOutcome& outcome, const Options&) { return jsonReport(outcome); }},
     {"junit", [](const RunOutcome& outcome, const Options&) { return junitReport(outcome); }},
