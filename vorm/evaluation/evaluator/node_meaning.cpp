@@ -39,9 +39,19 @@ NodeRole roleOf(VORM_OP op) {
             return NodeRole::Negation;
         case VORM_OP::EpsilonShift:
             return NodeRole::Instant;
-        default:
-            return NodeRole::Term;
+        case VORM_OP::None:
+        case VORM_OP::Cast:
+        case VORM_OP::Plus:
+        case VORM_OP::Minus:
+        case VORM_OP::UnaryMinus:
+        case VORM_OP::Multiply:
+        case VORM_OP::Abs:
+        case VORM_OP::Slope:
+        case VORM_OP::Reserved8:
+        case VORM_OP::Reserved9:
+            break;
     }
+    return NodeRole::Term;
 }
 
 }  // namespace vorm::evaluation

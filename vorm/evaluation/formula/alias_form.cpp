@@ -98,14 +98,10 @@ std::optional<AliasForm> crossing(const alias& node, const TimeTexts& times) {
 }  // namespace
 
 std::optional<AliasForm> formOf(const alias& node, const TimeTexts& times) {
-    switch (node.arguments.size()) {
-        case 3:
-            return treeOf(node.arguments[0]) != nullptr ? implication(node) : edge(node);
-        case 8:
-            return crossing(node, times);
-        default:
-            return std::nullopt;
+    if (node.arguments.size() == 3) {
+        return treeOf(node.arguments[0]) != nullptr ? implication(node) : edge(node);
     }
+    return node.arguments.size() == 8 ? crossing(node, times) : std::nullopt;
 }
 
 }  // namespace vorm::evaluation

@@ -4,6 +4,7 @@
 #include "literal.hpp"
 #include "node_builder.hpp"
 
+#include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -105,9 +106,22 @@ Expression FormulaBuilder::leaf(const ParsedFormula& formula, const std::vector<
             return numberOf(formula, index, types);
         case SyntaxKind::TypedLiteral:
             return literalOf(node, node.target);
-        default:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
             return name(node, types[index]);
+        case SyntaxKind::Member:
+        case SyntaxKind::Unary:
+        case SyntaxKind::Window:
+        case SyntaxKind::Shifted:
+        case SyntaxKind::Cast:
+        case SyntaxKind::Edge:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Until:
+        case SyntaxKind::Implication:
+        case SyntaxKind::Crossing:
+            break;
     }
+    throw std::logic_error("neither members without an enumeration nor operators are leaves");
 }
 
 Expression FormulaBuilder::name(const SyntaxNode& node, const OperandType& type) {

@@ -3,6 +3,7 @@
 #include "node_builder.hpp"
 #include "tree_size.hpp"
 
+#include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -18,9 +19,21 @@ Expression leafOf(const SyntaxNode& node) {
             return literalOf(node, node.target);
         case SyntaxKind::Member:
             return unknownMember(node.text);
-        default:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
             return signalOf(node.text);
+        case SyntaxKind::Unary:
+        case SyntaxKind::Window:
+        case SyntaxKind::Shifted:
+        case SyntaxKind::Cast:
+        case SyntaxKind::Edge:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Until:
+        case SyntaxKind::Implication:
+        case SyntaxKind::Crossing:
+            break;
     }
+    throw std::logic_error("an operator is no leaf");
 }
 
 Expression treeOf(const ParsedFormula& formula) {

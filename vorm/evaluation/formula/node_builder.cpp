@@ -23,27 +23,31 @@ Expression unaryOf(VORM_OP op, Expression x) {
             return factory.UnaryMinus(std::move(x));
         case VORM_OP::Abs:
             return factory.Abs(std::move(x));
-        default:
+        case VORM_OP::Slope:
             return factory.Slope(std::move(x));
-    }
-}
-
-Expression comparisonOf(VORM_OP op, Expression left, Expression right) {
-    const ExpressionFactory factory;
-    switch (op) {
+        case VORM_OP::None:
+        case VORM_OP::Cast:
+        case VORM_OP::Plus:
+        case VORM_OP::Minus:
+        case VORM_OP::Multiply:
+        case VORM_OP::Reserved8:
+        case VORM_OP::Reserved9:
         case VORM_OP::Eq:
-            return factory.Eq(std::move(left), std::move(right));
         case VORM_OP::Neq:
-            return factory.Neq(std::move(left), std::move(right));
         case VORM_OP::Lt:
-            return factory.Lt(std::move(left), std::move(right));
         case VORM_OP::Leq:
-            return factory.Leq(std::move(left), std::move(right));
         case VORM_OP::Gt:
-            return factory.Gt(std::move(left), std::move(right));
-        default:
-            return factory.Geq(std::move(left), std::move(right));
+        case VORM_OP::Geq:
+        case VORM_OP::And:
+        case VORM_OP::Or:
+        case VORM_OP::Eventually:
+        case VORM_OP::Globally:
+        case VORM_OP::Until:
+        case VORM_OP::Shift:
+        case VORM_OP::EpsilonShift:
+            break;
     }
+    throw std::logic_error("no operator of one operand");
 }
 
 Expression binaryOf(VORM_OP op, Expression left, Expression right) {
@@ -59,9 +63,34 @@ Expression binaryOf(VORM_OP op, Expression left, Expression right) {
             return factory.And(std::move(left), std::move(right));
         case VORM_OP::Or:
             return factory.Or(std::move(left), std::move(right));
-        default:
-            return comparisonOf(op, std::move(left), std::move(right));
+        case VORM_OP::Eq:
+            return factory.Eq(std::move(left), std::move(right));
+        case VORM_OP::Neq:
+            return factory.Neq(std::move(left), std::move(right));
+        case VORM_OP::Lt:
+            return factory.Lt(std::move(left), std::move(right));
+        case VORM_OP::Leq:
+            return factory.Leq(std::move(left), std::move(right));
+        case VORM_OP::Gt:
+            return factory.Gt(std::move(left), std::move(right));
+        case VORM_OP::Geq:
+            return factory.Geq(std::move(left), std::move(right));
+        case VORM_OP::None:
+        case VORM_OP::Cast:
+        case VORM_OP::UnaryMinus:
+        case VORM_OP::Abs:
+        case VORM_OP::Slope:
+        case VORM_OP::Reserved8:
+        case VORM_OP::Reserved9:
+        case VORM_OP::Not:
+        case VORM_OP::Eventually:
+        case VORM_OP::Globally:
+        case VORM_OP::Until:
+        case VORM_OP::Shift:
+        case VORM_OP::EpsilonShift:
+            break;
     }
+    throw std::logic_error("no operator of two operands");
 }
 
 // The time just before t is the one that EpsilonShift looks at.
@@ -122,9 +151,20 @@ Expression NodeBuilder::oneOperand(const SyntaxNode& node, Expression x) {
             return castOf(node.target, std::move(x));
         case SyntaxKind::Edge:
             return edgeOf(node.rising, std::move(x));
-        default:
+        case SyntaxKind::Unary:
             return unaryOf(node.op, std::move(x));
+        case SyntaxKind::Number:
+        case SyntaxKind::TypedLiteral:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
+        case SyntaxKind::Member:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Until:
+        case SyntaxKind::Implication:
+        case SyntaxKind::Crossing:
+            break;
     }
+    throw std::logic_error("no operator of one operand");
 }
 
 Expression NodeBuilder::twoOperands(const SyntaxNode& node, Expression left, Expression right) {
@@ -139,9 +179,21 @@ Expression NodeBuilder::twoOperands(const SyntaxNode& node, Expression left, Exp
             return factory.Implies(std::move(left), std::move(right));
         case SyntaxKind::Crossing:
             return crossingOf(node.rising, ticks(node.a), std::move(left), std::move(right));
-        default:
+        case SyntaxKind::Binary:
             return binaryOf(node.op, std::move(left), std::move(right));
+        case SyntaxKind::Number:
+        case SyntaxKind::TypedLiteral:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
+        case SyntaxKind::Member:
+        case SyntaxKind::Unary:
+        case SyntaxKind::Window:
+        case SyntaxKind::Shifted:
+        case SyntaxKind::Cast:
+        case SyntaxKind::Edge:
+            break;
     }
+    throw std::logic_error("no operator of two operands");
 }
 
 Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expression>& operands) {

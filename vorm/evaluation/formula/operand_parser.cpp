@@ -48,9 +48,19 @@ std::size_t Parser::prefixed(const Spelling& spelling) {
         case SyntaxKind::Cast:
             node.target = *valueTypeOf(word.text);
             return conversion(std::move(node));
-        default:
-            return appliedTo(std::move(node), spelling.opening == Opening::Round);
+        case SyntaxKind::Unary:
+        case SyntaxKind::Edge:
+        case SyntaxKind::Number:
+        case SyntaxKind::TypedLiteral:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
+        case SyntaxKind::Member:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Until:
+        case SyntaxKind::Implication:
+            break;
     }
+    return appliedTo(std::move(node), spelling.opening == Opening::Round);
 }
 
 std::size_t Parser::appliedTo(SyntaxNode node, bool inBrackets) {
@@ -99,9 +109,14 @@ std::size_t Parser::leaf() {
             return append(std::move(node));
         case TokenKind::Name:
             return name();
-        default:
-            refuseOperand();
+        case TokenKind::Number:
+        case TokenKind::Symbol:
+        case TokenKind::Unclosed:
+        case TokenKind::Foreign:
+        case TokenKind::End:
+            break;
     }
+    refuseOperand();
 }
 
 std::size_t Parser::name() {

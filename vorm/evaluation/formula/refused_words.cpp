@@ -50,9 +50,20 @@ void Parser::refuseWithoutTime(const Spelling& spelling) const {
         case SyntaxKind::Crossing:
             fail("'" + word + "' needs a distance in time", next(),
                  "write " + word + "[2 s](x, 5)");
-        default:
-            fail("'" + word + "' needs a distance in time", next(), "write " + word + "[2 s](x)");
+        case SyntaxKind::Shifted:
+        case SyntaxKind::Number:
+        case SyntaxKind::TypedLiteral:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
+        case SyntaxKind::Member:
+        case SyntaxKind::Unary:
+        case SyntaxKind::Cast:
+        case SyntaxKind::Edge:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Implication:
+            break;
     }
+    fail("'" + word + "' needs a distance in time", next(), "write " + word + "[2 s](x)");
 }
 
 }  // namespace vorm::evaluation

@@ -84,9 +84,14 @@ void Parser::expected(const std::string& what, std::string advice) const {
         case TokenKind::Foreign:
             fail("expected " + what + ", found the character " + quoted(text, '\''), token,
                  text == "=" ? "write == to compare" : std::move(advice));
-        default:
-            fail("expected " + what + ", found '" + text + "'", token, std::move(advice));
+        case TokenKind::Number:
+        case TokenKind::Name:
+        case TokenKind::Quoted:
+        case TokenKind::Member:
+        case TokenKind::Symbol:
+            break;
     }
+    fail("expected " + what + ", found '" + text + "'", token, std::move(advice));
 }
 
 }  // namespace vorm::evaluation

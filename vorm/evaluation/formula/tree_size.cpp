@@ -24,9 +24,20 @@ Shape shapeOf(SyntaxKind kind) {
             return {4, 4, 3, 0};
         case SyntaxKind::Crossing:
             return {4, 4, 3, 2};
-        default:
-            return {};
+        case SyntaxKind::Number:
+        case SyntaxKind::TypedLiteral:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
+        case SyntaxKind::Member:
+        case SyntaxKind::Unary:
+        case SyntaxKind::Window:
+        case SyntaxKind::Shifted:
+        case SyntaxKind::Cast:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Until:
+            break;
     }
+    return {};
 }
 
 TreeSize sizeOf(const SyntaxNodes& nodes, const SyntaxNode& node,

@@ -34,9 +34,19 @@ std::string TypeRules::operatorText(const SyntaxNode& node) const {
             return valueTypeNames()[node.target];
         case SyntaxKind::Crossing:
             return node.rising ? "Rise" : "Fall";
-        default:
-            return formula_.text().substr(node.sign.begin, node.sign.length);
+        case SyntaxKind::Number:
+        case SyntaxKind::TypedLiteral:
+        case SyntaxKind::Name:
+        case SyntaxKind::QuotedName:
+        case SyntaxKind::Member:
+        case SyntaxKind::Unary:
+        case SyntaxKind::Shifted:
+        case SyntaxKind::Edge:
+        case SyntaxKind::Binary:
+        case SyntaxKind::Implication:
+            break;
     }
+    return formula_.text().substr(node.sign.begin, node.sign.length);
 }
 
 std::string TypeRules::described(std::size_t operand) const {

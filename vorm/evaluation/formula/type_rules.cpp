@@ -1,5 +1,6 @@
 #include "type_rules.hpp"
 
+#include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -42,10 +43,14 @@ OperandType TypeRules::typeOf(const SyntaxNode& node) {
             return binary(node);
         case SyntaxKind::Crossing:
             return crossing(node);
-        default:
-            requireTimes(node);
-            return logic(node);
+        case SyntaxKind::Window:
+        case SyntaxKind::Edge:
+        case SyntaxKind::Until:
+        case SyntaxKind::Implication:
+            break;
     }
+    requireTimes(node);
+    return logic(node);
 }
 
 OperandType TypeRules::unary(const SyntaxNode& node) {
@@ -78,9 +83,29 @@ OperandType TypeRules::binary(const SyntaxNode& node) {
         case VORM_OP::Minus:
         case VORM_OP::Multiply:
             return arithmetic(node);
-        default:
+        case VORM_OP::Eq:
+        case VORM_OP::Neq:
+        case VORM_OP::Lt:
+        case VORM_OP::Leq:
+        case VORM_OP::Gt:
+        case VORM_OP::Geq:
             return comparison(node);
+        case VORM_OP::None:
+        case VORM_OP::Cast:
+        case VORM_OP::UnaryMinus:
+        case VORM_OP::Abs:
+        case VORM_OP::Slope:
+        case VORM_OP::Reserved8:
+        case VORM_OP::Reserved9:
+        case VORM_OP::Not:
+        case VORM_OP::Eventually:
+        case VORM_OP::Globally:
+        case VORM_OP::Until:
+        case VORM_OP::Shift:
+        case VORM_OP::EpsilonShift:
+            break;
     }
+    throw std::logic_error("no operator of two operands");
 }
 
 OperandType TypeRules::arithmetic(const SyntaxNode& node) {
