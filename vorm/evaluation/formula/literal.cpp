@@ -4,6 +4,7 @@
 
 #include <vorm/assessments/expression/expression_factory.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/signal/verdict_name.hpp>
 
 #include <array>
 #include <charconv>
@@ -82,24 +83,19 @@ Read<ValueType<FixedPoint>> fixedNumber(const std::string& text) {
     return {ValueType<FixedPoint>(value), ""};
 }
 
-Verdict verdict(const std::string& text) {
-    return Verdict(text == "PASS"   ? resultEnum_t::PASS
-                   : text == "FAIL" ? resultEnum_t::FAIL
-                                    : resultEnum_t::NO_RESULT);
-}
-
 // The parser sees to it that a verdict or a bool has the text of one.
 template <class T>
 Read<T> read(const std::string& text) {
     if constexpr (std::is_same_v<T, bool>) {
         return {text == "true", ""};
     } else if constexpr (std::is_same_v<T, Verdict>) {
-        return {verdict(text), ""};
+        return {Verdict(*verdictOf(text)), ""};
     } else if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
         return fixedNumber(text);
     } else if constexpr (std::is_integral_v<T>) {
         return wholeNumber<T>(text);
     } else {
+        static_assert(IsFloatingPoint<T>::value, "literals of this value type cannot be read");
         return floatingNumber<T>(text);
     }
 }

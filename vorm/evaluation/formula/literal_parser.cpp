@@ -2,9 +2,8 @@
 
 #include <vorm/assessments/trace/value_type.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/signal/verdict_name.hpp>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -32,16 +31,14 @@ std::size_t Parser::conversion(SyntaxNode node) {
 
 // Whether a literal of the type stands here; what follows it tells whether it is all there is.
 bool Parser::typedLiteral(SyntaxNode& node) {
-    constexpr std::array<std::string_view, 3> verdicts{"\"PASS\"", "\"FAIL\"", "\"NO_RESULT\""};
     const bool isOfVerdict = node.target == assessments::valueTypeIndex<assessments::Verdict>;
     const bool isOfBool = node.target == assessments::valueTypeIndex<bool>;
     const std::string sign = takeIf("-") ? "-" : "";
     const Token token = take();
     const bool isNumber = !isOfVerdict && !isOfBool && isNumberWord(token);
     const bool isTruth = isOfBool && sign.empty() && (token.is("true") || token.is("false"));
-    const bool isVerdict =
-        isOfVerdict && sign.empty() &&
-        std::find(verdicts.begin(), verdicts.end(), token.text) != verdicts.end();
+    const bool isVerdict = isOfVerdict && sign.empty() && token.kind == TokenKind::Quoted &&
+                           verdictOf(token.text.substr(1, token.text.size() - 2)).has_value();
     if (!isNumber && !isTruth && !isVerdict) {
         return false;
     }

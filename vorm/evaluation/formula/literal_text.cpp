@@ -5,6 +5,7 @@
 #include "token.hpp"
 
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/signal/verdict_name.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <boost/variant/apply_visitor.hpp>
@@ -24,17 +25,6 @@ std::string shortest(float number) {
     return number != number ? "nan" : std::string(text.data(), end);
 }
 
-std::string verdictText(resultEnum_t verdict) {
-    switch (verdict) {
-        case resultEnum_t::PASS:
-            return "\"PASS\"";
-        case resultEnum_t::FAIL:
-            return "\"FAIL\"";
-        default:
-            return "\"NO_RESULT\"";
-    }
-}
-
 std::string fixedText(const FixedPoint& number) {
     const bool isDefault = number.descriptor() == platform::NumericTypeDescriptor();
     return isDefault ? number.text()
@@ -47,7 +37,7 @@ struct ValueText : boost::static_visitor<std::string> {
         if constexpr (std::is_same_v<T, bool>) {
             return value ? "true" : "false";
         } else if constexpr (std::is_same_v<T, Verdict>) {
-            return verdictText(value.get());
+            return quoted(std::string(verdictName(value.get())), '"');
         } else if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
             return fixedText(value.get());
         } else if constexpr (std::is_same_v<T, float>) {
@@ -55,6 +45,8 @@ struct ValueText : boost::static_visitor<std::string> {
         } else if constexpr (std::is_integral_v<T>) {
             return std::to_string(value);
         } else {
+            static_assert(std::is_same_v<T, double> || std::is_same_v<T, HalfFloat>,
+                          "literals of this value type have no text");
             return shortestNumber(static_cast<double>(value));
         }
     }

@@ -4,6 +4,7 @@
 #include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
+#include <vorm/evaluation/signal/verdict_name.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -46,7 +47,9 @@ public:
     explicit ValueText(const Enumeration* enumeration) : enumeration_(enumeration) {}
 
     std::string operator()(bool value) const { return value ? "true" : "FALSE"; }
-    std::string operator()(const Verdict& value) const { return verdictName(value.get()); }
+    std::string operator()(const Verdict& value) const {
+        return std::string(verdictName(value.get()));
+    }
     std::string operator()(const ValueType<FixedPoint>& value) const { return value.get().text(); }
     std::string operator()(const HalfFloat& value) const {
         return numberText(static_cast<double>(value));

@@ -1,5 +1,7 @@
 #include "verdict_text.hpp"
 
+#include <vorm/evaluation/signal/verdict_name.hpp>
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -28,19 +30,7 @@ std::string errorText(const std::optional<InputError>& error) {
 }
 
 std::string verdictText(const AssessmentOutcome& outcome) {
-    return outcome.error ? "ERROR" : verdictName(outcome.verdict);
-}
-
-std::string verdictName(resultEnum_t verdict) {
-    switch (verdict) {
-        case resultEnum_t::PASS:
-            return "PASS";
-        case resultEnum_t::FAIL:
-            return "FAIL";
-        case resultEnum_t::NO_RESULT:
-            break;
-    }
-    return "NO_RESULT";
+    return outcome.error ? "ERROR" : std::string(verdictName(outcome.verdict));
 }
 
 VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict) {

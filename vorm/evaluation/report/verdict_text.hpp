@@ -15,9 +15,6 @@ std::string errorText(const std::optional<InputError>& error);
 /// How an assessment ended, in one word: `PASS`, `FAIL`, `NO_RESULT` or `ERROR`.
 std::string verdictText(const AssessmentOutcome& outcome);
 
-/// `PASS`, `FAIL` or `NO_RESULT`.
-std::string verdictName(assessments::resultEnum_t verdict);
-
 /// How many of the assessments of a run ended in each way. A recording that cannot be used is one
 /// error. Under strict, what passes and is open at some time counts as open.
 struct VerdictCounts {

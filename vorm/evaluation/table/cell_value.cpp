@@ -2,9 +2,7 @@
 
 #include <vorm/assessments/trace/value_type.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
-#include <vorm/evaluation/text/characters.hpp>
-#include <vorm/evaluation/text/input_error.hpp>
-#include <vorm/evaluation/text/number_text.hpp>
+#include <vorm/evaluation/signal/verdict_name.hpp>
 
 #include <stdexcept>
 
@@ -84,16 +82,9 @@ ValueType<FixedPoint> fixedValue(std::string_view text, const std::string& subje
     }
 }
 
-Verdict verdictValue(std::string_view text, const std::string& subject) {
-    using assessments::resultEnum_t;
-    if (text == "PASS") {
-        return Verdict(resultEnum_t::PASS);
-    }
-    if (text == "FAIL") {
-        return Verdict(resultEnum_t::FAIL);
-    }
-    if (text == "NO_RESULT") {
-        return Verdict(resultEnum_t::NO_RESULT);
+Verdict verdictValue(std::string_view text, const std::string& column) {
+    if (const auto verdict = verdictOf(text)) {
+        return Verdict(*verdict);
     }
     fail(text, subject, "verdict", "it is PASS, FAIL or NO_RESULT");
 }
@@ -117,7 +108,8 @@ T cellValue(std::string_view text, const std::string& subject) {
     } else if constexpr (std::is_same_v<T, Verdict>) {
         return verdictValue(text, subject);
     } else {
-        return floatingValue<T>(text, subject);
+        static_assert(std::is_floating_point_v<T>, "cells of this value type cannot be read");
+        return floatingValue<T>(text, column);
     }
 }
 
