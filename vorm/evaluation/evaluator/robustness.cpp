@@ -1,5 +1,6 @@
 #include "robustness.hpp"
 
+#include <vorm/assessments/errors/assessment_internal_exception.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
@@ -60,9 +61,29 @@ TimedTrace distance(VORM_OP op, const TimedTrace& left, const TimedTrace& right)
             return difference(right, left);
         case VORM_OP::Eq:
             return difference(left, right).Abs().UnaryMinus();
-        default:
+        case VORM_OP::Neq:
             return difference(left, right).Abs();
+        case VORM_OP::None:
+        case VORM_OP::Cast:
+        case VORM_OP::Plus:
+        case VORM_OP::Minus:
+        case VORM_OP::UnaryMinus:
+        case VORM_OP::Multiply:
+        case VORM_OP::Abs:
+        case VORM_OP::Slope:
+        case VORM_OP::Reserved8:
+        case VORM_OP::Reserved9:
+        case VORM_OP::And:
+        case VORM_OP::Or:
+        case VORM_OP::Not:
+        case VORM_OP::Eventually:
+        case VORM_OP::Globally:
+        case VORM_OP::Until:
+        case VORM_OP::Shift:
+        case VORM_OP::EpsilonShift:
+            break;
     }
+    throw AssessmentInternalException("There is no distance to such a comparison.");
 }
 
 // Where nothing known lies just before, or nothing is known any more.

@@ -194,8 +194,7 @@ private:
                           timeline.at(explanation_.outcome.to), std::nullopt});
         }
         if (shown < failures.size()) {
-            const std::size_t more = failures.size() - shown;
-            out_ << "\nand in " << more << (more == 1 ? " more interval\n" : " more intervals\n");
+            out_ << "\n" << moreIntervalsText(failures.size() - shown) << "\n";
         }
     }
 

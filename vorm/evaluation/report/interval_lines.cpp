@@ -32,7 +32,7 @@ std::vector<std::string> spanLines(const std::string& what, const std::vector<Ti
         indent(lines, details(i));
     }
     if (const std::size_t others = spans.size() - shown; others > 0) {
-        lines.push_back("and in " + countText(others, "more interval"));
+        lines.push_back(moreIntervalsText(others));
     }
     return lines;
 }
@@ -75,6 +75,10 @@ const char* introduction(CauseExtent extent) {
 }
 
 }  // namespace
+
+std::string moreIntervalsText(std::size_t count) {
+    return "and in " + countText(count, "more interval");
+}
 
 std::vector<std::string> causeLines(const FailureExplanation& explanation, std::size_t most) {
     if (explanation.causes.empty()) {

@@ -13,6 +13,9 @@ namespace vorm::evaluation {
 /// conditions account for it.
 std::vector<std::string> causeLines(const FailureExplanation& explanation, std::size_t most);
 
+/// That so many intervals more are as those that are shown: `and in 2 more intervals`.
+std::string moreIntervalsText(std::size_t count);
+
 /// A line for each failing interval, at most that many, with its causes where they are explained,
 /// and one that counts the others.
 std::vector<std::string> failureLines(const AssessmentOutcome& outcome, std::size_t most);
