@@ -28,6 +28,61 @@ ExactTime timeAt(const SecondTimes& times, std::size_t index) {
     return *time;
 }
 
+// Counts times on a timeline without a bias.
+class SecondCounter {
+public:
+    SecondCounter(const SecondTimes& times, const Timeline& counting)
+        : times_(times), counting_(counting) {}
+
+    bool goesBackAt(std::size_t index) const {
+        return times_.seconds[index] < times_.seconds[index - 1];
+    }
+    double counted(std::size_t index) const { return counting_.counted(timeAt(times_, index)); }
+
+private:
+    const SecondTimes& times_;
+    const Timeline& counting_;
+};
+
+// As SecondCounter; ticks that are whole ones of the timeline stay integers.
+class TickCounter {
+public:
+    TickCounter(const TickTimes& times, const Timeline& counting)
+        : times_(times), counting_(counting) {
+        const WideInteger tick = counting.tick().attoseconds();
+        const WideInteger zero = (times.zero - counting.timeAt(0)).attoseconds();
+        if (times.unit.attoseconds() % tick == 0 && zero % tick == 0) {
+            factor_ = static_cast<std::int64_t>(times.unit.attoseconds() / tick);
+            zero_ = zero / tick;
+        }
+    }
+
+    bool goesBackAt(std::size_t index) const {
+        return times_.ticks[index] < times_.ticks[index - 1];
+    }
+    double counted(std::size_t index) const {
+        constexpr WideInteger most = WideInteger{1} << 53;
+        const WideInteger count = zero_ + WideInteger{times_.ticks[index]} * factor_;
+        const bool isExact = factor_ != 0 && count <= most && count >= -most;
+        return isExact ? static_cast<double>(static_cast<std::int64_t>(count))
+                       : counting_.counted(timeAt(times_, index));
+    }
+
+private:
+    const TickTimes& times_;
+    const Timeline& counting_;
+    std::int64_t factor_ = 0;  // 0 where ticks are no whole ones of the timeline
+    WideInteger zero_ = 0;
+};
+
+SecondCounter counterOf(const SecondTimes& times, const Timeline& counting) {
+    return {times, counting};
+}
+
+TickCounter counterOf(const TickTimes& times, const Timeline& counting) {
+    return {times, counting};
+}
+
 // What is thrown in a call about a column names its signal, and the sample where one is in work.
 class NamedColumn {
 public:
@@ -108,18 +163,18 @@ public:
 private:
     template <class Times>
     void takeAll(const Times& times) {
-        const Timeline& counting = order_.rules().timeline;
-        ExactTime last;
+        const auto counter = counterOf(times, order_.rules().timeline);
         for (std::size_t i = 0; i < values_.size(); ++i) {
             named_.workAt(i);
-            const ExactTime time = timeAt(times, i);
-            if (i > 0 && time < last) [[unlikely]] {
-                failAt({}, "the time goes back from " + last.text() + " s to " + time.text() + " s",
+            const double time = counter.counted(i);
+            if (i > 0 && counter.goesBackAt(i)) [[unlikely]] {
+                failAt({},
+                       "the time goes back from " + timeAt(times, i - 1).text() + " s to " +
+                           timeAt(times, i).text() + " s",
                        "samples stand in the order of their times");
             }
-            last = time;
             if (isSample(i)) {
-                take(counting.counted(time), values_[i]);
+                take(time, values_[i]);
             }
         }
     }
