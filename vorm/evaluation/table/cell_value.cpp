@@ -3,6 +3,9 @@
 #include <vorm/assessments/trace/value_type.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
+#include <vorm/evaluation/text/characters.hpp>
+#include <vorm/evaluation/text/input_error.hpp>
+#include <vorm/evaluation/text/number_text.hpp>
 
 #include <stdexcept>
 
@@ -82,7 +85,7 @@ ValueType<FixedPoint> fixedValue(std::string_view text, const std::string& subje
     }
 }
 
-Verdict verdictValue(std::string_view text, const std::string& column) {
+Verdict verdictValue(std::string_view text, const std::string& subject) {
     if (const auto verdict = verdictOf(text)) {
         return Verdict(*verdict);
     }
@@ -109,7 +112,7 @@ T cellValue(std::string_view text, const std::string& subject) {
         return verdictValue(text, subject);
     } else {
         static_assert(std::is_floating_point_v<T>, "cells of this value type cannot be read");
-        return floatingValue<T>(text, column);
+        return floatingValue<T>(text, subject);
     }
 }
 
