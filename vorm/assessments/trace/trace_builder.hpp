@@ -27,7 +27,7 @@ public:
 
     [[gnu::always_inline]] void append(const TimedPoint<T>& point) {
         if (last_ == nullptr) [[unlikely]] {
-            storeFirst(point);
+            store(point);
         } else if (!(point.time > last_->time)) [[unlikely]] {
             throwTimeValueMustIncrease();
         } else if (isLinear()) {
@@ -54,8 +54,6 @@ private:
         store(point);
         previous_->derivative = slope;
     }
-
-    [[gnu::noinline]] void storeFirst(const TimedPoint<T>& point) { store(point); }  // rare
 
     [[gnu::always_inline]] void store(const TimedPoint<T>& point) {
         trace_.points.push_back(point);
