@@ -25,3 +25,11 @@ endif()
 if(VORM_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# Headers that are compiled once for a target. g++ 12 forgets which of them are the system's, and then
+# warns of faults in these that are none.
+function(vorm_precompile_headers target)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        target_precompile_headers(${target} ${ARGN})
+    endif()
+endfunction()

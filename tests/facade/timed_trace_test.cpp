@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vorm::test {
 namespace {
@@ -174,36 +177,47 @@ TYPED_TEST(EveryType, ConvertsToVerdictsOrRefusesTo) {
     }
 }
 
+// A constant of each value type, with the type's name.
+std::vector<std::pair<std::string, TimedTrace>> constants() {
+    std::vector<std::pair<std::string, TimedTrace>> all;
+    boost::mp11::mp_for_each<boost::mp11::mp_transform<boost::mp11::mp_identity, ValueTypes>>(
+        [&](auto type) {
+            using T = typename decltype(type)::type;
+            all.emplace_back(name<T>(), TimedTrace_T<T>(valueOf<T>(1)));
+        });
+    return all;
+}
+
+void expectRefused(const std::string& left, const std::string& right,
+                   const std::function<TimedTrace()>& operation) {
+    try {
+        operation();
+        ADD_FAILURE() << left << " with " << right;
+    } catch (const AssessmentBinaryTypeException& failure) {
+        EXPECT_EQ(failure.getLHSTypeName(), left);
+        EXPECT_EQ(failure.getRHSTypeName(), right);
+        EXPECT_EQ(failure.getCause(), nullptr);
+    }
+}
+
 TYPED_TEST(EveryType, TakesNoOtherTypeForGranted) {
     using T = TypeParam;
     const TimedTrace a = pulse<T>();
-    boost::mp11::mp_for_each<boost::mp11::mp_transform<boost::mp11::mp_identity, ValueTypes>>(
-        [&](auto other) {
-            using U = typename decltype(other)::type;
-            // A constant gets no special treatment.
-            const TimedTrace b((TimedTrace_T<U>(valueOf<U>(1))));
-            if constexpr (!std::is_same_v<T, U>) {
-                EXPECT_THROW(b.get<T>(), boost::bad_get);
-                const auto check = [&](auto operation) {
-                    try {
-                        operation();
-                        ADD_FAILURE() << name<T>() << " with " << name<U>();
-                    } catch (const AssessmentBinaryTypeException& failure) {
-                        EXPECT_EQ(failure.getLHSTypeName(), name<T>());
-                        EXPECT_EQ(failure.getRHSTypeName(), name<U>());
-                        EXPECT_EQ(failure.getCause(), nullptr);
-                    }
-                };
-                for (const auto& binary :
-                     {&TimedTrace::Plus, &TimedTrace::Minus, &TimedTrace::Scale, &TimedTrace::And,
-                      &TimedTrace::Or, &TimedTrace::If, &TimedTrace::Greater,
-                      &TimedTrace::GreaterEqual, &TimedTrace::Less, &TimedTrace::LessEqual,
-                      &TimedTrace::Equal, &TimedTrace::NotEqual}) {
-                    check([&] { return (a.*binary)(b); });
-                }
-                check([&] { return a.Until(nan, -1, b); });
-            }
-        });
+    // A constant gets no special treatment.
+    for (const auto& [other, b] : constants()) {
+        if (other == name<T>()) {
+            continue;
+        }
+        EXPECT_THROW(b.template get<T>(), boost::bad_get);
+        for (const auto& binary :
+             {&TimedTrace::Plus, &TimedTrace::Minus, &TimedTrace::Scale, &TimedTrace::And,
+              &TimedTrace::Or, &TimedTrace::If, &TimedTrace::Greater, &TimedTrace::GreaterEqual,
+              &TimedTrace::Less, &TimedTrace::LessEqual, &TimedTrace::Equal,
+              &TimedTrace::NotEqual}) {
+            expectRefused(name<T>(), other, [&, &b = b] { return (a.*binary)(b); });
+        }
+        expectRefused(name<T>(), other, [&, &b = b] { return a.Until(nan, -1, b); });
+    }
 }
 
 TEST(Facade, RefusesEnumeratedOperands) {

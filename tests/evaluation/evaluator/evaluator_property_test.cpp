@@ -86,23 +86,27 @@ RC_GTEST_PROP(EvaluatorProperty, RobustnessOfOneComparisonOfLinesIsThatOfTheSlot
 
 RC_GTEST_PROP(EvaluatorProperty, TheSignOfRobustnessIsTheTruth, ()) {
     const Recording recording = anyRecording();
-    // Beside a line, certainty that flips at two neighbouring doubles hides the value at the first
-    // one.
     const bool mixed = *rc::gen::arbitrary<bool>();
     const Ingredients with{.held = mixed, .edges = false};
     const Expression formula = FormulaGrower(with).truth(anyIndex(4));
     const auto truth = evaluated(formula, recording, evaluation::Meaning::Boolean);
     const auto least = evaluated(formula, recording, evaluation::Meaning::LeastRobustness);
     const auto greatest = evaluated(formula, recording, evaluation::Meaning::GreatestRobustness);
+    const auto agree = [&](double sign, double time) {
+        const double from = readAt(least, time);
+        const double to = readAt(greatest, time);
+        return from <= to + 1e-9 && (sign <= 0 || from > -1e-9) && (sign >= 0 || to < 1e-9) &&
+               (sign != 0 || (from < 1e-9 && to > -1e-9));
+    };
     for (int slot = firstSlot; slot <= lastSlot; ++slot) {
-        const double sign = readAt(truth, timeOf(slot));
-        const double from = readAt(least, timeOf(slot));
-        const double to = readAt(greatest, timeOf(slot));
-        const bool agrees = from <= to + 1e-9 && (sign <= 0 || from > -1e-9) &&
-                            (sign >= 0 || to < 1e-9) && (sign != 0 || (from < 1e-9 && to > -1e-9));
+        const double time = timeOf(slot);
+        const double sign = readAt(truth, time);
+        // Beside a line, certainty that flips at two neighbouring doubles hides the value at the
+        // first one.
+        const bool agrees = agree(sign, time) || agree(sign, std::nextafter(time, infinity));
         if (!agrees) {
-            RC_LOG() << to_string(formula) << " at " << timeOf(slot) << ": " << from << " to " << to
-                     << '\n';
+            RC_LOG() << to_string(formula) << " at " << time << ": " << readAt(least, time)
+                     << " to " << readAt(greatest, time) << '\n';
             show(recording);
         }
         RC_ASSERT(agrees);

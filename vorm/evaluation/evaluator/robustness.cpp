@@ -1,6 +1,6 @@
 #include "robustness.hpp"
 
-#include <vorm/assessments/errors/assessment_internal_exception.hpp>
+#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
