@@ -2,11 +2,13 @@
 
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/recording/recording_in_memory.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -31,6 +33,22 @@ AssessmentFile threeAssessments() {
 
 Recording twoSignals() {
     return recordingOf({{"x", {{{0, 1}, {2.5, 7}, {3, 2}, {6, 2}}}}, {"y", {{{0, 0}, {6, 0}}}}});
+}
+
+// Windows that reach far beyond a short recording must not move its instants.
+TEST(Assess, LooksFarBesideAShortRecording) {
+    const std::vector<double> seconds{10, 10.7};
+    const std::array<bool, 2> b{true, false};
+    const Recording recording =
+        evaluation::recordingOf("short", {{"b", SecondTimes{seconds}, SampleView<bool>(b)}});
+    const AssessmentFile file = fileWith(R"toml(
+        assessment = [
+            { name = "fails", formula = "fall(b) -> ~always[-10 s, 0](eventually[0, 10 s](fall(b)))" },
+            { name = "passes", formula = "eventually[-60, 0](~b) -> fall(b)" },
+        ])toml");
+    const RecordingOutcome outcome = assess(file, recording);
+    EXPECT_EQ(verdictText(outcome.assessments[0]), "FAIL");
+    EXPECT_EQ(verdictText(outcome.assessments[1]), "PASS");
 }
 
 TEST(Assess, JudgesRecordingsInMemory) {

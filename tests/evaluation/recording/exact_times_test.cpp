@@ -6,7 +6,9 @@ namespace {
 std::string timesOf(const std::string& content, const TimeLayout& time) {
     RecordingLayout layout;
     layout.time = time;
-    return textOf(read(content, layout));
+    ReadingOptions options;
+    options.reach = {};  // for times as fine as can be
+    return textOf(read(content, layout, options));
 }
 
 TimeLayout from(TimeOrigin::Choice origin, const char* unit = nullptr, std::string format = {}) {

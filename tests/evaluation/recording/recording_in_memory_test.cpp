@@ -300,9 +300,44 @@ TEST(RecordingInMemory, ErrorsNameTheSignalAndTheIndex) {
                         column.times = TickTimes{ticks, 60 * second, {}};
                     }),
               "signal 'a': the unit of its times is no length of time up to a second");
+    EXPECT_EQ(error({}, {1, 2},
+                    [&](auto& column) {
+                        column.times = TickTimes{ticks, second, ExactTime(WideInteger{1} << 126)};
+                    }),
+              "signal 'a', index 0: the time is beyond the range of times");
     // 20 years in nanoseconds are beyond 2^59.
     EXPECT_EQ(error({0, 630720000.0000001}, {1, 2}, asItIs).substr(0, 56),
               "signal 'a', index 1: the recording is too long for its t");
+}
+
+TEST(RecordingInMemory, RefusesTimesThatCannotBeCounted) {
+    const std::vector<double> seconds{0, 1};
+    const std::vector<double> values{1, 2};
+    for (const ExactTime resolution : {ExactTime(), 7 * nanosecond, 60 * second}) {
+        EXPECT_EQ(errorOf([&] {
+                      recordingOf("r", {columnOf("a", seconds, values)}, {resolution});
+                  }).substr(0, 49),
+                  "the resolution is no unit of time up to a second\n");
+    }
+}
+
+TEST(RecordingInMemory, RefusesEnumerationsThatOneNameDoesNotTell) {
+    const std::vector<double> seconds{0, 1};
+    const std::vector<std::int32_t> positions{0, 1};
+    const auto error = [&](const Enumeration& ofA, const Enumeration& ofB) {
+        auto a = columnOf("a", seconds, positions);
+        auto b = columnOf("b", seconds, positions);
+        a.enumeration = std::make_shared<Enumeration>(ofA);
+        b.enumeration = std::make_shared<Enumeration>(ofB);
+        return errorOf([&] { recordingOf("r", {a, b}); });
+    };
+    EXPECT_EQ(error({"M", {"on", "off"}}, {"M", {"on", "off"}}), "no error");
+    EXPECT_EQ(error({"M", {"on", "off"}}, {"M", {"off", "on"}}),
+              "signal 'b': the enumeration 'M' has other members in another signal");
+    EXPECT_EQ(error({"M", {"on", "off"}}, {"N", {"on", "on"}}),
+              "signal 'b': the enumeration 'N' has a member twice");
+    EXPECT_EQ(error({"", {"on", "off"}}, {"N", {"on", "off"}}),
+              "signal 'a': the enumeration '' has no name");
 }
 
 TEST(RecordingInMemory, SignalsHaveTheirOwnTimesAndNames) {

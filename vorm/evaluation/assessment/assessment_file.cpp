@@ -244,6 +244,10 @@ private:
             document_.fail(node, "the definition '" + name + "' has to be a formula in quotes",
                            name + " = \"speed > 3\"");
         }
+        if (name.empty()) {
+            document_.fail(node, "the definition has no name",
+                           "name it, so that formulas can use it");
+        }
         file_.definitions.emplace(name, formula(*text));
     }
 

@@ -34,9 +34,9 @@ struct ReadingOptions {
     std::optional<std::set<std::string>> wanted;
     /// Rows after that many of each file are not read; for a look at names and types.
     std::size_t maximumRows = std::numeric_limits<std::size_t>::max();
-    /// How far from its times formulas look: so far times stay as exact as in the recording itself,
-    /// up to a day or more.
-    ExactTime reach;
+    /// How far from its times formulas look: so far times stay as exact as in the recording itself.
+    /// `reachOf` tells it of the formulas of a file.
+    ExactTime reach = oneDay;
     unsigned jobs = 1;  ///< threads for recordings of several files
     /// Called now and then, from the threads that read, with the bytes read since the last call; at
     /// the same time from several where jobs is above 1.

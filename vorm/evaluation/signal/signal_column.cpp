@@ -4,6 +4,8 @@
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 
+#include <algorithm>
+
 namespace vorm::evaluation {
 namespace {
 
@@ -18,6 +20,24 @@ ExactTime timeAt(const TickTimes& times, std::size_t index) {
     return times.zero + WideInteger{times.ticks[index]} * times.unit;
 }
 
+void checkUnit(const SampleTimes& times) {
+    const auto* ticks = std::get_if<TickTimes>(&times);
+    if (ticks != nullptr && (ticks->unit <= ExactTime() || ticks->unit > second)) {
+        failAt({}, "the unit of its times is no length of time up to a second");
+    }
+}
+
+// The first or the last time, which bound the others.
+ExactTime endTimeAt(const TickTimes& times, std::size_t index) {
+    const auto isWithinRange = [](ExactTime time) {
+        return ExactTime::of(time.text(), second) == time;
+    };
+    if (!isWithinRange(times.zero) || !isWithinRange(timeAt(times, index))) {
+        failAt({}, "the time is beyond the range of times");
+    }
+    return timeAt(times, index);
+}
+
 ExactTime timeAt(const SecondTimes& times, std::size_t index) {
     const double seconds = times.seconds[index];
     const auto time = ExactTime::ofSeconds(seconds);
@@ -26,6 +46,10 @@ ExactTime timeAt(const SecondTimes& times, std::size_t index) {
                        (std::isfinite(seconds) ? "beyond the range of times" : "not finite"));
     }
     return *time;
+}
+
+ExactTime endTimeAt(const SecondTimes& times, std::size_t index) {
+    return timeAt(times, index);
 }
 
 // Counts times on a timeline without a bias.
@@ -131,10 +155,7 @@ void check(const SignalColumn& column) {
     if (column.enumeration && !std::holds_alternative<SampleView<std::int32_t>>(column.values)) {
         failAt({}, "the positions of an enumeration's members are of type int32");
     }
-    const auto* ticks = std::get_if<TickTimes>(&column.times);
-    if (ticks != nullptr && (ticks->unit <= ExactTime() || ticks->unit > second)) {
-        failAt({}, "the unit of its times is no length of time up to a second");
-    }
+    checkUnit(column.times);
 }
 
 template <class T>
@@ -227,6 +248,12 @@ SignalRules rulesOf(const SignalColumn& column, const Timeline& counting) {
 
 Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution,
                     ExactTime reach) {
+    if (resolution > second ||
+        std::none_of(timeUnits.begin(), timeUnits.end(),
+                     [&](const TimeUnit& unit) { return unit.length == resolution; })) {
+        failAt({}, "the resolution is no unit of time up to a second",
+               "it is one of fs, ps, ns, us, ms and s");
+    }
     std::optional<std::pair<ExactTime, ExactTime>> span;
     for (const SignalColumn& column : columns) {
         const std::size_t count = countOf(column.times);
@@ -234,9 +261,10 @@ Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resoluti
             continue;
         }
         naming(column, [&](NamedColumn& named) {
+            checkUnit(column.times);
             const auto at = [&](std::size_t index) {
                 named.workAt(index);
-                return std::visit([&](const auto& times) { return timeAt(times, index); },
+                return std::visit([&](const auto& times) { return endTimeAt(times, index); },
                                   column.times);
             };
             const auto first = at(0);

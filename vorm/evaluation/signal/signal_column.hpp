@@ -59,9 +59,10 @@ struct SignalColumn {
 
 /// A timeline for all of the columns, whose times are in order: it counts in whole numbers of the
 /// resolution from the least time on. Formulas look as far as `reach` from these times. Throws
-/// InputError for a first or last time that is not finite or beyond the range.
+/// InputError for a first or last time that is not finite or beyond the range, for ticks whose unit
+/// is no length of time up to a second, and for a resolution that is none of timeUnits up to one.
 Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution = nanosecond,
-                    ExactTime reach = {});
+                    ExactTime reach = oneDay);
 
 /// The signal on a timeline of timelineOf, by the rules that hold for recordings in files: holes,
 /// equal times, and lines to and from what is not finite. Throws InputError that names the signal

@@ -16,6 +16,7 @@ struct TimeUnit {
 
 inline constexpr ExactTime nanosecond(1'000'000'000);
 inline constexpr ExactTime second = 1'000'000'000 * nanosecond;
+inline constexpr ExactTime oneDay = 86'400 * second;
 
 /// From the shortest to the longest: fs, ps, ns, us, ms, s, min, h.
 inline constexpr std::array<TimeUnit, 8> timeUnits{{{"fs", ExactTime(1'000)},
