@@ -9,8 +9,6 @@
 namespace vorm::evaluation {
 namespace {
 
-using assessments::INTERPOLATION_METHOD;
-
 std::size_t countOf(const SampleTimes& times) {
     const auto* ticks = std::get_if<TickTimes>(&times);
     return ticks != nullptr ? ticks->ticks.size() : std::get<SecondTimes>(times).seconds.size();
