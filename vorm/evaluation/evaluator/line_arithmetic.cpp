@@ -26,26 +26,16 @@ bool isLine(const TimedTrace& trace) {
 
 // By the core, which refuses what has no numbers.
 TimedTrace onTraces(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
-    switch (op) {
-        case VORM_OP::Plus:
-            return left.Plus(right);
-        case VORM_OP::Minus:
-            return left.Minus(right);
-        default:
-            return left.Scale(right);
-    }
+    return op == VORM_OP::Plus    ? left.Plus(right)
+           : op == VORM_OP::Minus ? left.Minus(right)
+                                  : left.Scale(right);
 }
 
 template <class T>
 T onValues(VORM_OP op, const T& left, const T& right) {
-    switch (op) {
-        case VORM_OP::Plus:
-            return support::sum(left, right);
-        case VORM_OP::Minus:
-            return support::difference(left, right);
-        default:
-            return support::product(left, right);
-    }
+    return op == VORM_OP::Plus    ? support::sum(left, right)
+           : op == VORM_OP::Minus ? support::difference(left, right)
+                                  : support::product(left, right);
 }
 
 // Two operands on a span throughout which both are known.

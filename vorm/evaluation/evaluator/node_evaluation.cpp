@@ -3,6 +3,7 @@
 #include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/evaluation/evaluator/comparison.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
 #include <vorm/evaluation/evaluator/line_arithmetic.hpp>
@@ -19,6 +20,8 @@
 namespace vorm::evaluation {
 
 using namespace assessments;
+using support::familyOf;
+using support::OperatorFamily;
 
 namespace {
 
@@ -95,53 +98,41 @@ public:
     Value operator()(const variable& node) const { return valueOf(signals_(node)); }
 
     Value operator()(const unary_op& node) const {
-        switch (node.op) {
-            case VORM_OP::UnaryMinus:
-                return onOperand([](const TimedTrace& x) { return x.UnaryMinus(); });
-            case VORM_OP::Abs:
-                return magnitude(*pieces(0), isComputed(node.child));
-            case VORM_OP::Slope:
-                return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
-            case VORM_OP::Not:
-                return isRobustness(meaning_)
-                           ? onOperand([](const TimedTrace& x) { return x.UnaryMinus(); })
-                           : shared(truth(0)->UMinus());
-            default:
-                throwNoOperator(node.label);
+        if (node.op == VORM_OP::Not && !isRobustness(meaning_)) {
+            return shared(truth(0)->UMinus());
         }
+        if (node.op == VORM_OP::Not || node.op == VORM_OP::UnaryMinus) {
+            return onOperand([](const TimedTrace& x) { return x.UnaryMinus(); });
+        }
+        if (node.op == VORM_OP::Abs) {
+            return magnitude(*pieces(0), isComputed(node.child));
+        }
+        if (node.op == VORM_OP::Slope) {
+            return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
+        }
+        throwNoOperator(node.label);
     }
 
     Value operator()(const timed_unary_op& node) const {
-        switch (node.op) {
-            case VORM_OP::Shift:
-                return isLogical_ ? shared(truth(0)->Shift(node.offset, false))
-                                  : onOperand([&](const TimedTrace& x) {
-                                        return shifted(x, node.offset);
-                                    });
-            case VORM_OP::EpsilonShift:
-                return epsilonShift(node.offset);
-            default:
-                throwNoOperator(node.label);
+        if (node.op == VORM_OP::EpsilonShift) {
+            return epsilonShift(node.offset);
         }
+        require(node, VORM_OP::Shift);
+        return isLogical_ ? shared(truth(0)->Shift(node.offset, false))
+                          : onOperand([&](const TimedTrace& x) { return shifted(x, node.offset); });
     }
 
     Value operator()(const timedwindow_unary_op& node) const {
-        switch (node.op) {
-            case VORM_OP::Eventually:
-                return window(node,
-                              [](const auto& x, double a, double b) { return x.Eventually(a, b); });
-            case VORM_OP::Globally:
-                return window(node,
-                              [](const auto& x, double a, double b) { return x.Globally(a, b); });
-            default:
-                throwNoOperator(node.label);
+        if (node.op == VORM_OP::Eventually) {
+            return window(node,
+                          [](const auto& x, double a, double b) { return x.Eventually(a, b); });
         }
+        require(node, VORM_OP::Globally);
+        return window(node, [](const auto& x, double a, double b) { return x.Globally(a, b); });
     }
 
     Value operator()(const timedwindow_binary_op& node) const {
-        if (node.op != VORM_OP::Until) {
-            throwNoOperator(node.label);
-        }
+        require(node, VORM_OP::Until);
         if (isRobustness(meaning_)) {
             return onOperands([&](const TimedTrace& condition, const TimedTrace& goal) {
                 return untilRobustness(condition, goal, node.a, node.b);
@@ -159,24 +150,26 @@ public:
     }
 
     Value operator()(const binary_op& node) const {
-        switch (node.op) {
-            case VORM_OP::Plus:
-            case VORM_OP::Minus: {
-                requireSameType(operands_[0], operands_[1]);
-                const auto [left, right] = alignedPieces();
-                return arithmetic(node.op, *left, *right);
-            }
-            case VORM_OP::Multiply:
-                requireSameType(operands_[0], operands_[1]);
-                requireFactor(*pieces(0), *pieces(1));
-                return arithmetic(node.op, *pieces(0), *pieces(1));
-            case VORM_OP::And:
-                return logic([](const auto& l, const auto& r) { return l.And(r); });
-            case VORM_OP::Or:
-                return logic([](const auto& l, const auto& r) { return l.Or(r); });
-            default:
+        switch (familyOf(node.op)) {
+            case OperatorFamily::Arithmetic:
+                return arithmeticOn(node);
+            case OperatorFamily::Comparison:
                 return comparison(node);
+            case OperatorFamily::Connective:
+                return node.op == VORM_OP::And
+                           ? logic([](const auto& l, const auto& r) { return l.And(r); })
+                           : logic([](const auto& l, const auto& r) { return l.Or(r); });
+            case OperatorFamily::None:
+            case OperatorFamily::Cast:
+            case OperatorFamily::Numeric:
+            case OperatorFamily::Negation:
+            case OperatorFamily::Window:
+            case OperatorFamily::Until:
+            case OperatorFamily::Shift:
+            case OperatorFamily::EpsilonShift:
+                break;
         }
+        throwNoOperator(node.label);
     }
 
     template <class Node>
@@ -246,10 +239,17 @@ private:
         });
     }
 
-    Value comparison(const binary_op& node) const {
-        if (roleOf(node.op) != NodeRole::Comparison) {
-            throwNoOperator(node.label);
+    Value arithmeticOn(const binary_op& node) const {
+        requireSameType(operands_[0], operands_[1]);
+        if (node.op == VORM_OP::Multiply) {
+            requireFactor(*pieces(0), *pieces(1));
+            return arithmetic(node.op, *pieces(0), *pieces(1));
         }
+        const auto [left, right] = alignedPieces();
+        return arithmetic(node.op, *left, *right);
+    }
+
+    Value comparison(const binary_op& node) const {
         requireSameType(operands_[0], operands_[1]);
         const auto [left, right] =
             isRobustness(meaning_) ? alignedPieces() : std::pair(pieces(0), pieces(1));
@@ -257,6 +257,13 @@ private:
         const Compared r{*right, isComputed(node.rhs)};
         return isRobustness(meaning_) ? comparisonRobustness(node.op, l, r, openAs(meaning_))
                                       : shared(compare(node.op, l, r));
+    }
+
+    template <class Node>
+    static void require(const Node& node, VORM_OP op) {
+        if (node.op != op) {
+            throwNoOperator(node.label);
+        }
     }
 
     [[noreturn]] static void throwNoOperator(const std::string& label) {

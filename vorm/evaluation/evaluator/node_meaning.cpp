@@ -2,10 +2,13 @@
 
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 
 namespace vorm::evaluation {
 
 using namespace assessments;
+using support::familyOf;
+using support::OperatorFamily;
 
 NodeRole roleOf(const Expression& formula) {
     return boost::apply_visitor(
@@ -20,35 +23,22 @@ NodeRole roleOf(const Expression& formula) {
 }
 
 NodeRole roleOf(VORM_OP op) {
-    switch (op) {
-        case VORM_OP::Eq:
-        case VORM_OP::Neq:
-        case VORM_OP::Lt:
-        case VORM_OP::Leq:
-        case VORM_OP::Gt:
-        case VORM_OP::Geq:
+    switch (familyOf(op)) {
+        case OperatorFamily::Comparison:
             return NodeRole::Comparison;
-        case VORM_OP::And:
-        case VORM_OP::Or:
-        case VORM_OP::Eventually:
-        case VORM_OP::Globally:
-        case VORM_OP::Until:
-        case VORM_OP::Shift:
+        case OperatorFamily::Connective:
+        case OperatorFamily::Window:
+        case OperatorFamily::Until:
+        case OperatorFamily::Shift:
             return NodeRole::Logic;
-        case VORM_OP::Not:
+        case OperatorFamily::Negation:
             return NodeRole::Negation;
-        case VORM_OP::EpsilonShift:
+        case OperatorFamily::EpsilonShift:
             return NodeRole::Instant;
-        case VORM_OP::None:
-        case VORM_OP::Cast:
-        case VORM_OP::Plus:
-        case VORM_OP::Minus:
-        case VORM_OP::UnaryMinus:
-        case VORM_OP::Multiply:
-        case VORM_OP::Abs:
-        case VORM_OP::Slope:
-        case VORM_OP::Reserved8:
-        case VORM_OP::Reserved9:
+        case OperatorFamily::None:
+        case OperatorFamily::Cast:
+        case OperatorFamily::Numeric:
+        case OperatorFamily::Arithmetic:
             break;
     }
     return NodeRole::Term;

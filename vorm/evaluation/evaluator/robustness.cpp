@@ -52,38 +52,14 @@ TimedTrace difference(const TimedTrace& left, const TimedTrace& right) {
 
 TimedTrace distance(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
     requireComparable(op, left, right);
-    switch (op) {
-        case VORM_OP::Gt:
-        case VORM_OP::Geq:
-            return difference(left, right);
-        case VORM_OP::Lt:
-        case VORM_OP::Leq:
-            return difference(right, left);
-        case VORM_OP::Eq:
-            return difference(left, right).Abs().UnaryMinus();
-        case VORM_OP::Neq:
-            return difference(left, right).Abs();
-        case VORM_OP::None:
-        case VORM_OP::Cast:
-        case VORM_OP::Plus:
-        case VORM_OP::Minus:
-        case VORM_OP::UnaryMinus:
-        case VORM_OP::Multiply:
-        case VORM_OP::Abs:
-        case VORM_OP::Slope:
-        case VORM_OP::Reserved8:
-        case VORM_OP::Reserved9:
-        case VORM_OP::And:
-        case VORM_OP::Or:
-        case VORM_OP::Not:
-        case VORM_OP::Eventually:
-        case VORM_OP::Globally:
-        case VORM_OP::Until:
-        case VORM_OP::Shift:
-        case VORM_OP::EpsilonShift:
-            break;
+    if (op == VORM_OP::Eq) {
+        return difference(left, right).Abs().UnaryMinus();
     }
-    throw AssessmentInternalException("There is no distance to such a comparison.");
+    if (op == VORM_OP::Neq) {
+        return difference(left, right).Abs();
+    }
+    const bool isUpperBound = op == VORM_OP::Lt || op == VORM_OP::Leq;
+    return isUpperBound ? difference(right, left) : difference(left, right);
 }
 
 // Where nothing known lies just before, or nothing is known any more.

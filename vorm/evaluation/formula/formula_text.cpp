@@ -1,7 +1,7 @@
 #include "alias_form.hpp"
 #include "formula.hpp"
 #include "literal_text.hpp"
-#include "operator_symbol.hpp"
+#include "spellings.hpp"
 #include "syntax_tree.hpp"
 
 #include <vorm/evaluation/signal/signal_type.hpp>
@@ -37,25 +37,26 @@ public:
     }
     void operator()(const constantValue& node) { text_ += literalText(node, place_.isConverted); }
     void operator()(const variable& node) { text_ += nameText(node.name); }
-    void operator()(const unary_op& node) { prefix(prefixOf(node.op), node.child, {}); }
+    void operator()(const unary_op& node) { prefix(spellingOf(node.op), node.child, {}); }
     void operator()(const timed_unary_op& node) {
         // Of an epsilon shift only the sign counts.
         const std::string distance =
             node.op == VORM_OP::EpsilonShift ? shortestNumber(node.offset) : times_.of(node.offset);
-        prefix(std::string(prefixOf(node.op)) + "[" + distance + "]", node.child, {});
+        prefix(std::string(spellingOf(node.op)) + "[" + distance + "]", node.child, {});
     }
     void operator()(const timedwindow_unary_op& node) {
-        prefix(std::string(prefixOf(node.op)) + interval(node.a, node.b), node.child, {});
+        prefix(std::string(spellingOf(node.op)) + interval(node.a, node.b), node.child, {});
     }
     void operator()(const cast_op& node) {
         const auto type = static_cast<std::size_t>(node.target.which());
         prefix(valueTypeNames()[type], node.child, {.isConverted = true});
     }
     void operator()(const binary_op& node) {
-        infix(node.lhs, symbolOf(node.op), node.rhs, node.op);
+        infix(node.lhs, " " + std::string(spellingOf(node.op)) + " ", node.rhs, node.op);
     }
     void operator()(const timedwindow_binary_op& node) {
-        infix(node.lhs, " Until" + interval(node.a, node.b) + " ", node.rhs, VORM_OP::None);
+        const std::string until(spellingOf(node.op));
+        infix(node.lhs, " " + until + interval(node.a, node.b) + " ", node.rhs, VORM_OP::None);
     }
     void operator()(const alias& node);
 

@@ -6,6 +6,7 @@
 #include <vorm/assessments/expression/expression_factory.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 
+#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -14,83 +15,44 @@ namespace {
 
 using namespace assessments;
 
-Expression unaryOf(VORM_OP op, Expression x) {
-    const ExpressionFactory factory;
-    switch (op) {
-        case VORM_OP::Not:
-            return factory.Not(std::move(x));
-        case VORM_OP::UnaryMinus:
-            return factory.UnaryMinus(std::move(x));
-        case VORM_OP::Abs:
-            return factory.Abs(std::move(x));
-        case VORM_OP::Slope:
-            return factory.Slope(std::move(x));
-        case VORM_OP::None:
-        case VORM_OP::Cast:
-        case VORM_OP::Plus:
-        case VORM_OP::Minus:
-        case VORM_OP::Multiply:
-        case VORM_OP::Reserved8:
-        case VORM_OP::Reserved9:
-        case VORM_OP::Eq:
-        case VORM_OP::Neq:
-        case VORM_OP::Lt:
-        case VORM_OP::Leq:
-        case VORM_OP::Gt:
-        case VORM_OP::Geq:
-        case VORM_OP::And:
-        case VORM_OP::Or:
-        case VORM_OP::Eventually:
-        case VORM_OP::Globally:
-        case VORM_OP::Until:
-        case VORM_OP::Shift:
-        case VORM_OP::EpsilonShift:
-            break;
-    }
-    throw std::logic_error("no operator of one operand");
-}
+using Unary = Expression (ExpressionFactory::*)(Expression&&) const;
+using Binary = Expression (ExpressionFactory::*)(Expression&&, Expression&&) const;
 
-Expression binaryOf(VORM_OP op, Expression left, Expression right) {
-    const ExpressionFactory factory;
-    switch (op) {
-        case VORM_OP::Plus:
-            return factory.Plus(std::move(left), std::move(right));
-        case VORM_OP::Minus:
-            return factory.Minus(std::move(left), std::move(right));
-        case VORM_OP::Multiply:
-            return factory.Multiply(std::move(left), std::move(right));
-        case VORM_OP::And:
-            return factory.And(std::move(left), std::move(right));
-        case VORM_OP::Or:
-            return factory.Or(std::move(left), std::move(right));
-        case VORM_OP::Eq:
-            return factory.Eq(std::move(left), std::move(right));
-        case VORM_OP::Neq:
-            return factory.Neq(std::move(left), std::move(right));
-        case VORM_OP::Lt:
-            return factory.Lt(std::move(left), std::move(right));
-        case VORM_OP::Leq:
-            return factory.Leq(std::move(left), std::move(right));
-        case VORM_OP::Gt:
-            return factory.Gt(std::move(left), std::move(right));
-        case VORM_OP::Geq:
-            return factory.Geq(std::move(left), std::move(right));
-        case VORM_OP::None:
-        case VORM_OP::Cast:
-        case VORM_OP::UnaryMinus:
-        case VORM_OP::Abs:
-        case VORM_OP::Slope:
-        case VORM_OP::Reserved8:
-        case VORM_OP::Reserved9:
-        case VORM_OP::Not:
-        case VORM_OP::Eventually:
-        case VORM_OP::Globally:
-        case VORM_OP::Until:
-        case VORM_OP::Shift:
-        case VORM_OP::EpsilonShift:
-            break;
+template <class Operation>
+struct Built {
+    VORM_OP op;
+    Operation operation;
+};
+
+constexpr std::array unaries = std::to_array<Built<Unary>>({
+    {VORM_OP::Not, &ExpressionFactory::Not},
+    {VORM_OP::UnaryMinus, &ExpressionFactory::UnaryMinus},
+    {VORM_OP::Abs, &ExpressionFactory::Abs},
+    {VORM_OP::Slope, &ExpressionFactory::Slope},
+});
+
+constexpr std::array binaries = std::to_array<Built<Binary>>({
+    {VORM_OP::Plus, &ExpressionFactory::Plus},
+    {VORM_OP::Minus, &ExpressionFactory::Minus},
+    {VORM_OP::Multiply, &ExpressionFactory::Multiply},
+    {VORM_OP::And, &ExpressionFactory::And},
+    {VORM_OP::Or, &ExpressionFactory::Or},
+    {VORM_OP::Eq, &ExpressionFactory::Eq},
+    {VORM_OP::Neq, &ExpressionFactory::Neq},
+    {VORM_OP::Lt, &ExpressionFactory::Lt},
+    {VORM_OP::Leq, &ExpressionFactory::Leq},
+    {VORM_OP::Gt, &ExpressionFactory::Gt},
+    {VORM_OP::Geq, &ExpressionFactory::Geq},
+});
+
+template <class Operations, class... Operands>
+Expression built(const Operations& operations, VORM_OP op, Operands&&... operands) {
+    for (const auto& each : operations) {
+        if (each.op == op) {
+            return (ExpressionFactory().*each.operation)(std::move(operands)...);
+        }
     }
-    throw std::logic_error("no operator of two operands");
+    throw std::logic_error("no operator of so many operands");
 }
 
 // The time just before t is the one that EpsilonShift looks at.
@@ -134,72 +96,46 @@ double NodeBuilder::ticks(const WrittenTime& written) {
     return ticks;
 }
 
-Expression NodeBuilder::oneOperand(const SyntaxNode& node, Expression x) {
+Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expression>& operands) {
     const ExpressionFactory factory;
+    Expression right = operandsOf(node.kind) == 2 ? taken(operands) : Expression();
+    Expression left = taken(operands);
     switch (node.kind) {
+        case SyntaxKind::Unary:
+            return built(unaries, node.op, std::move(left));
+        case SyntaxKind::Binary:
+            return built(binaries, node.op, std::move(left), std::move(right));
         case SyntaxKind::Window: {
             const double a = ticks(node.a);
             const double b = ticks(node.b);
-            return node.op == VORM_OP::Globally ? factory.Globally(a, b, std::move(x))
-                                                : factory.Eventually(a, b, std::move(x));
+            return node.op == VORM_OP::Globally ? factory.Globally(a, b, std::move(left))
+                                                : factory.Eventually(a, b, std::move(left));
         }
-        case SyntaxKind::Shifted:
-            // Of an epsilon shift only the sign counts.
-            return node.op == VORM_OP::Shift ? factory.Shift(ticks(node.a), std::move(x))
-                                             : factory.EpsilonShift(node.a.number, std::move(x));
-        case SyntaxKind::Cast:
-            return castOf(node.target, std::move(x));
-        case SyntaxKind::Edge:
-            return edgeOf(node.rising, std::move(x));
-        case SyntaxKind::Unary:
-            return unaryOf(node.op, std::move(x));
-        case SyntaxKind::Number:
-        case SyntaxKind::TypedLiteral:
-        case SyntaxKind::Name:
-        case SyntaxKind::QuotedName:
-        case SyntaxKind::Member:
-        case SyntaxKind::Binary:
-        case SyntaxKind::Until:
-        case SyntaxKind::Implication:
-        case SyntaxKind::Crossing:
-            break;
-    }
-    throw std::logic_error("no operator of one operand");
-}
-
-Expression NodeBuilder::twoOperands(const SyntaxNode& node, Expression left, Expression right) {
-    const ExpressionFactory factory;
-    switch (node.kind) {
         case SyntaxKind::Until: {
             const double a = ticks(node.a);
             const double b = ticks(node.b);
             return factory.Until(std::move(left), a, b, std::move(right));
         }
+        case SyntaxKind::Shifted:
+            // Of an epsilon shift only the sign counts.
+            return node.op == VORM_OP::Shift ? factory.Shift(ticks(node.a), std::move(left))
+                                             : factory.EpsilonShift(node.a.number, std::move(left));
+        case SyntaxKind::Cast:
+            return castOf(node.target, std::move(left));
+        case SyntaxKind::Edge:
+            return edgeOf(node.rising, std::move(left));
         case SyntaxKind::Implication:
             return factory.Implies(std::move(left), std::move(right));
         case SyntaxKind::Crossing:
             return crossingOf(node.rising, ticks(node.a), std::move(left), std::move(right));
-        case SyntaxKind::Binary:
-            return binaryOf(node.op, std::move(left), std::move(right));
         case SyntaxKind::Number:
         case SyntaxKind::TypedLiteral:
         case SyntaxKind::Name:
         case SyntaxKind::QuotedName:
         case SyntaxKind::Member:
-        case SyntaxKind::Unary:
-        case SyntaxKind::Window:
-        case SyntaxKind::Shifted:
-        case SyntaxKind::Cast:
-        case SyntaxKind::Edge:
             break;
     }
-    throw std::logic_error("no operator of two operands");
-}
-
-Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expression>& operands) {
-    Expression last = taken(operands);
-    return operandsOf(node.kind) == 1 ? oneOperand(node, std::move(last))
-                                      : twoOperands(node, taken(operands), std::move(last));
+    throw std::logic_error("no operator");
 }
 
 Expression signalOf(const std::string& name) {

@@ -26,9 +26,6 @@ public:
     const TimeTexts& times() const { return times_; }
 
 private:
-    assessments::Expression oneOperand(const SyntaxNode& node, assessments::Expression x);
-    assessments::Expression twoOperands(const SyntaxNode& node, assessments::Expression left,
-                                        assessments::Expression right);
     double ticks(const WrittenTime& written);
 
     Timeline timeline_;

@@ -1,17 +1,22 @@
 #include "spellings.hpp"
 
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
 namespace {
 
 using assessments::VORM_OP;
+using assessments::support::familyOf;
+using assessments::support::OperatorFamily;
 using enum SyntaxKind;
 
+// Of several spellings of an operator texts are written with the first one.
 constexpr std::array infixes = std::to_array<Spelling>({
     {"->", Implication, VORM_OP::None, Precedence::Implication},
     {"implies", Implication, VORM_OP::None, Precedence::Implication},
@@ -21,9 +26,9 @@ constexpr std::array infixes = std::to_array<Spelling>({
     {"&", Binary, VORM_OP::And, Precedence::And},
     {"&&", Binary, VORM_OP::And, Precedence::And},
     {"and", Binary, VORM_OP::And, Precedence::And},
+    {"Until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
     {"U", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
     {"until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
-    {"Until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
     {"==", Binary, VORM_OP::Eq, Precedence::Comparison},
     {"~=", Binary, VORM_OP::Neq, Precedence::Comparison},
     {"!=", Binary, VORM_OP::Neq, Precedence::Comparison},
@@ -47,17 +52,43 @@ constexpr std::array prefixes = std::to_array<Spelling>({
     {"slope", Unary, VORM_OP::Slope, Precedence::Operand, Opening::Round},
     {"rise", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, true},
     {"fall", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, false},
-    {"G", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
     {"Globally", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
+    {"G", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
     {"always", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
-    {"F", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
     {"Eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
+    {"F", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
     {"eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
     {"Shift", Shifted, VORM_OP::Shift, Precedence::Operand, Opening::Square},
     {"EpsilonShift", Shifted, VORM_OP::EpsilonShift, Precedence::Operand, Opening::Square},
     {"Rise", Crossing, VORM_OP::None, Precedence::Operand, Opening::Square, true},
     {"Fall", Crossing, VORM_OP::None, Precedence::Operand, Opening::Square, false},
 });
+
+constexpr const Spelling* spelling(VORM_OP op) {
+    for (const Spelling& each : prefixes) {
+        if (each.op == op) {
+            return &each;
+        }
+    }
+    for (const Spelling& each : infixes) {
+        if (each.op == op) {
+            return &each;
+        }
+    }
+    return nullptr;
+}
+
+constexpr bool areAllSpelled() {
+    for (int number = 0; number <= static_cast<int>(VORM_OP::EpsilonShift); ++number) {
+        const OperatorFamily family = familyOf(static_cast<VORM_OP>(number));
+        const bool isWord = family != OperatorFamily::None && family != OperatorFamily::Cast;
+        if (isWord && spelling(static_cast<VORM_OP>(number)) == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(areAllSpelled(), "an operator has no spelling");
 
 bool opens(Opening opening, std::string_view next) {
     return opening == Opening::None || next == (opening == Opening::Round ? "(" : "[");
@@ -85,6 +116,14 @@ std::optional<Spelling> prefixOf(std::string_view word, std::string_view next) {
         return Spelling{word, Cast, VORM_OP::Cast, Precedence::Operand, Opening::Round};
     }
     return std::nullopt;
+}
+
+std::string_view spellingOf(VORM_OP op) {
+    const Spelling* known = op == VORM_OP::None ? nullptr : spelling(op);
+    if (known == nullptr) {
+        throw std::invalid_argument("the formula has an unknown operator");
+    }
+    return known->word;
 }
 
 std::optional<Spelling> timedOf(std::string_view word) {

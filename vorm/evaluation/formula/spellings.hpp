@@ -1,6 +1,7 @@
 #pragma once
 
-// How operators are spelled and which of them bind tighter. For the parser and for advice.
+// How operators are spelled and which of them bind tighter. For the parser, for
+// formulaText and for advice.
 
 #include <vorm/assessments/expression/vorm_op.hpp>
 #include <vorm/evaluation/formula/syntax_tree.hpp>
@@ -42,6 +43,9 @@ std::optional<Spelling> infixOf(std::string_view word, std::string_view next);
 
 /// The operator before an operand that a word is, given the word after it.
 std::optional<Spelling> prefixOf(std::string_view word, std::string_view next);
+
+/// The word of an operator in texts of formulas. Throws std::invalid_argument where it has none.
+std::string_view spellingOf(assessments::VORM_OP op);
 
 /// The operator of that word that needs a time in square brackets, whether it has one or not.
 std::optional<Spelling> timedOf(std::string_view word);

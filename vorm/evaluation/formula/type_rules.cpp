@@ -1,11 +1,15 @@
 #include "type_rules.hpp"
 
+#include <vorm/assessments/expression/operator_family.hpp>
+
 #include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
 
 using assessments::VORM_OP;
+using assessments::support::familyOf;
+using assessments::support::OperatorFamily;
 
 TypeRules::TypeRules(const ParsedFormula& formula, const NameTypes& names)
     : formula_(formula), nodes_(formula.nodes()), names_(names) {
@@ -75,34 +79,21 @@ OperandType TypeRules::cast(const SyntaxNode& node) {
 }
 
 OperandType TypeRules::binary(const SyntaxNode& node) {
-    switch (node.op) {
-        case VORM_OP::And:
-        case VORM_OP::Or:
+    switch (familyOf(node.op)) {
+        case OperatorFamily::Connective:
             return logic(node);
-        case VORM_OP::Plus:
-        case VORM_OP::Minus:
-        case VORM_OP::Multiply:
+        case OperatorFamily::Arithmetic:
             return arithmetic(node);
-        case VORM_OP::Eq:
-        case VORM_OP::Neq:
-        case VORM_OP::Lt:
-        case VORM_OP::Leq:
-        case VORM_OP::Gt:
-        case VORM_OP::Geq:
+        case OperatorFamily::Comparison:
             return comparison(node);
-        case VORM_OP::None:
-        case VORM_OP::Cast:
-        case VORM_OP::UnaryMinus:
-        case VORM_OP::Abs:
-        case VORM_OP::Slope:
-        case VORM_OP::Reserved8:
-        case VORM_OP::Reserved9:
-        case VORM_OP::Not:
-        case VORM_OP::Eventually:
-        case VORM_OP::Globally:
-        case VORM_OP::Until:
-        case VORM_OP::Shift:
-        case VORM_OP::EpsilonShift:
+        case OperatorFamily::None:
+        case OperatorFamily::Cast:
+        case OperatorFamily::Numeric:
+        case OperatorFamily::Negation:
+        case OperatorFamily::Window:
+        case OperatorFamily::Until:
+        case OperatorFamily::Shift:
+        case OperatorFamily::EpsilonShift:
             break;
     }
     throw std::logic_error("no operator of two operands");

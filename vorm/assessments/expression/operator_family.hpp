@@ -1,0 +1,68 @@
+#pragma once
+
+// Operators that are typed and evaluated alike. For the evaluation layer, which names them when a
+// new one is forgotten.
+
+#include <vorm/assessments/expression/vorm_op.hpp>
+
+#include <cstdint>
+
+namespace vorm::assessments::support {
+
+enum class OperatorFamily : std::uint8_t {
+    None,        ///< reserved numbers
+    Cast,        ///< to a type that the node names
+    Numeric,     ///< of one number
+    Arithmetic,  ///< of two numbers
+    Comparison,
+    Negation,
+    Connective,  ///< of two truths
+    Window,
+    Until,
+    Shift,
+    EpsilonShift,
+};
+
+/// The one place that lists all operators.
+constexpr OperatorFamily familyOf(VORM_OP op) {
+    switch (op) {
+        case VORM_OP::None:
+        case VORM_OP::Reserved8:
+        case VORM_OP::Reserved9:
+            break;
+        case VORM_OP::Cast:
+            return OperatorFamily::Cast;
+        case VORM_OP::UnaryMinus:
+        case VORM_OP::Abs:
+        case VORM_OP::Slope:
+            return OperatorFamily::Numeric;
+        case VORM_OP::Plus:
+        case VORM_OP::Minus:
+        case VORM_OP::Multiply:
+            return OperatorFamily::Arithmetic;
+        case VORM_OP::Eq:
+        case VORM_OP::Neq:
+        case VORM_OP::Lt:
+        case VORM_OP::Leq:
+        case VORM_OP::Gt:
+        case VORM_OP::Geq:
+            return OperatorFamily::Comparison;
+        case VORM_OP::Not:
+            return OperatorFamily::Negation;
+        case VORM_OP::And:
+        case VORM_OP::Or:
+            return OperatorFamily::Connective;
+        case VORM_OP::Eventually:
+        case VORM_OP::Globally:
+            return OperatorFamily::Window;
+        case VORM_OP::Until:
+            return OperatorFamily::Until;
+        case VORM_OP::Shift:
+            return OperatorFamily::Shift;
+        case VORM_OP::EpsilonShift:
+            return OperatorFamily::EpsilonShift;
+    }
+    return OperatorFamily::None;
+}
+
+}  // namespace vorm::assessments::support
