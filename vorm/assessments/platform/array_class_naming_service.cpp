@@ -27,7 +27,7 @@ public:
     }
 };
 
-InstalledService<ArrayClassNamingService>& installed() {
+InstalledService<ArrayClassNamingService>& installedNaming() {
     return InstalledService<ArrayClassNamingService>::instance<EmbeddedNames>();
 }
 
@@ -36,11 +36,11 @@ InstalledService<ArrayClassNamingService>& installed() {
 ArrayClassNamingService::~ArrayClassNamingService() = default;
 
 std::shared_ptr<const ArrayClassNamingService> ArrayClassNamingService::global() {
-    return installed().get();
+    return installedNaming().get();
 }
 
 void ArrayClassNamingService::install(std::shared_ptr<const ArrayClassNamingService> service) {
-    installed().install(std::move(service));
+    installedNaming().install(std::move(service));
 }
 
 }  // namespace vorm::platform

@@ -73,7 +73,7 @@ public:
     }
 };
 
-InstalledService<MessageCatalog>& installed() {
+InstalledService<MessageCatalog>& installedCatalog() {
     return InstalledService<MessageCatalog>::instance<EmbeddedCatalog>();
 }
 
@@ -82,11 +82,11 @@ InstalledService<MessageCatalog>& installed() {
 MessageCatalog::~MessageCatalog() = default;
 
 std::shared_ptr<const MessageCatalog> MessageCatalog::global() {
-    return installed().get();
+    return installedCatalog().get();
 }
 
 void MessageCatalog::install(std::shared_ptr<const MessageCatalog> catalog) {
-    installed().install(std::move(catalog));
+    installedCatalog().install(std::move(catalog));
 }
 
 }  // namespace vorm::platform

@@ -7,6 +7,7 @@
 #include <vorm/evaluation/evaluator/changed_trace.hpp>
 #include <vorm/evaluation/evaluator/compared_operand.hpp>
 #include <vorm/evaluation/evaluator/line_crossing.hpp>
+#include <vorm/evaluation/evaluator/pieces.hpp>
 #include <vorm/evaluation/evaluator/step_line.hpp>
 
 #include <algorithm>
@@ -19,10 +20,6 @@ namespace vorm::evaluation {
 using namespace assessments;
 
 namespace {
-
-bool isLine(const TimedTrace& trace) {
-    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR;
-}
 
 // By the core, which refuses what has no numbers.
 TimedTrace onTraces(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {

@@ -19,6 +19,10 @@ bool isConstant(const TimedTrace& trace) {
     return trace.isConstantScalar() && trace.getStartTime() == -support::infinity;
 }
 
+bool isLine(const TimedTrace& trace) {
+    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR;
+}
+
 void appendPiece(TracePieces& pieces, TimedTrace piece) {
     if (isKnownNowhere(piece)) {
         return;

@@ -19,6 +19,9 @@ bool isKnownNowhere(const assessments::TimedTrace& trace);
 /// Whether a trace is a constant that is known at all times.
 bool isConstant(const assessments::TimedTrace& trace);
 
+/// Whether a trace is linear between its samples.
+bool isLine(const assessments::TimedTrace& trace);
+
 /// Adds a piece, unless it is known nowhere. Where a rounded time makes it touch the piece before
 /// it, that one ends earlier.
 void appendPiece(TracePieces& pieces, assessments::TimedTrace piece);

@@ -79,10 +79,6 @@ std::vector<double> timesWithoutBefore(const Truth& truth) {
     return times;
 }
 
-bool isLine(const TimedTrace& trace) {
-    return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR;
-}
-
 // Writes what is known in pieces as one trace. A line steps to and from what is between them.
 class Joining {
 public:

@@ -62,8 +62,8 @@ std::string conversionFor(const ParsedFormula& formula, std::size_t literal,
                                    : "write double(" + left + ") " + sign + " " + right;
 }
 
-Expression numberOf(const ParsedFormula& formula, std::size_t index,
-                    const std::vector<OperandType>& types) {
+Expression openLiteral(const ParsedFormula& formula, std::size_t index,
+                       const std::vector<OperandType>& types) {
     try {
         return literalOf(formula.nodes()[index], *types[index].type.valueType);
     } catch (const FormulaError& error) {
@@ -103,7 +103,7 @@ Expression FormulaBuilder::leaf(const ParsedFormula& formula, const std::vector<
     }
     switch (node.kind) {
         case SyntaxKind::Number:
-            return numberOf(formula, index, types);
+            return openLiteral(formula, index, types);
         case SyntaxKind::TypedLiteral:
             return literalOf(node, node.target);
         case SyntaxKind::Name:

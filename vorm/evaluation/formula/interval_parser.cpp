@@ -73,7 +73,7 @@ WrittenTime Parser::timeOf(std::string_view digits, bool isNegative) {
         written.text += " " + std::string(named->name);
     }
     written.time = ExactTime::of(digits, unit);
-    written.number = numberOf<double>(digits);
+    written.number = nearestNumber<double>(digits);
     if (isNegative) {
         written.time = written.time ? std::optional(-*written.time) : std::nullopt;
         written.number = -written.number;

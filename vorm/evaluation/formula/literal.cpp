@@ -59,7 +59,7 @@ std::string digitsOf(double number) {
 template <class T>
 Read<T> floatingNumber(const std::string& text) {
     using Nearest = std::conditional_t<std::is_same_v<T, float>, float, double>;
-    const T value(numberOf<Nearest>(text));
+    const T value(nearestNumber<Nearest>(text));
     const double number = static_cast<double>(value);
     const bool isSymbolic = text.find('n') != std::string::npos;
     if (std::isinf(number) && !isSymbolic) {
@@ -72,7 +72,7 @@ Read<T> floatingNumber(const std::string& text) {
 }
 
 Read<ValueType<FixedPoint>> fixedNumber(const std::string& text) {
-    const auto number = numberOf<double>(text);
+    const auto number = nearestNumber<double>(text);
     if (!std::isfinite(number)) {
         return {std::nullopt, "there are only finite ones"};
     }

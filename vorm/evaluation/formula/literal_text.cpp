@@ -31,7 +31,7 @@ std::string fixedText(const FixedPoint& number) {
                      : number.storedInteger() + ", \"" + number.descriptor().text() + '"';
 }
 
-struct ValueText : boost::static_visitor<std::string> {
+struct LiteralText : boost::static_visitor<std::string> {
     template <class T>
     std::string operator()(const T& value) const {
         if constexpr (std::is_same_v<T, bool>) {
@@ -66,7 +66,7 @@ std::string literalText(const constantValue& literal, bool showsType) {
     }
     const auto type = static_cast<std::size_t>(literal.value.which());
     const bool isBare = type == valueTypeIndex<double> || type == valueTypeIndex<bool>;
-    const std::string value = boost::apply_visitor(ValueText(), literal.value);
+    const std::string value = boost::apply_visitor(LiteralText(), literal.value);
     return isBare && !showsType ? value : valueTypeNames()[type] + "(" + value + ")";
 }
 

@@ -15,8 +15,8 @@ namespace {
 
 using namespace assessments;
 
-using Unary = Expression (ExpressionFactory::*)(Expression&&) const;
-using Binary = Expression (ExpressionFactory::*)(Expression&&, Expression&&) const;
+using UnaryOperation = Expression (ExpressionFactory::*)(Expression&&) const;
+using BinaryOperation = Expression (ExpressionFactory::*)(Expression&&, Expression&&) const;
 
 template <class Operation>
 struct Built {
@@ -24,14 +24,14 @@ struct Built {
     Operation operation;
 };
 
-constexpr std::array unaries = std::to_array<Built<Unary>>({
+constexpr std::array unaries = std::to_array<Built<UnaryOperation>>({
     {VORM_OP::Not, &ExpressionFactory::Not},
     {VORM_OP::UnaryMinus, &ExpressionFactory::UnaryMinus},
     {VORM_OP::Abs, &ExpressionFactory::Abs},
     {VORM_OP::Slope, &ExpressionFactory::Slope},
 });
 
-constexpr std::array binaries = std::to_array<Built<Binary>>({
+constexpr std::array binaries = std::to_array<Built<BinaryOperation>>({
     {VORM_OP::Plus, &ExpressionFactory::Plus},
     {VORM_OP::Minus, &ExpressionFactory::Minus},
     {VORM_OP::Multiply, &ExpressionFactory::Multiply},

@@ -54,14 +54,14 @@ Decimal decimalOf(std::string_view text) {
 }
 
 template <class T>
-T numberOf(std::string_view text) {
+T nearestNumber(std::string_view text) {
     T number = std::numeric_limits<T>::quiet_NaN();
     fast_float::from_chars(text.data(), text.data() + text.size(), number);
     return number;
 }
 
-template double numberOf<double>(std::string_view text);
-template float numberOf<float>(std::string_view text);
+template double nearestNumber<double>(std::string_view text);
+template float nearestNumber<float>(std::string_view text);
 
 bool isWrittenWhole(std::string_view text) {
     return text.find_first_not_of("0123456789", text.starts_with('-') ? 1 : 0) ==

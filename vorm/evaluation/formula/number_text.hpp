@@ -23,7 +23,7 @@ Decimal decimalOf(std::string_view text);
 /// The nearest double or float to a number's text, infinite past its range; also of `nan`, `inf`
 /// and `-inf`.
 template <class T>
-T numberOf(std::string_view text);
+T nearestNumber(std::string_view text);
 
 /// Whether a number is written with digits only, that is, without point and exponent.
 bool isWrittenWhole(std::string_view text);

@@ -14,6 +14,9 @@ namespace {
 using assessments::VORM_OP;
 using assessments::support::familyOf;
 using assessments::support::OperatorFamily;
+
+namespace spelled {
+
 using enum SyntaxKind;
 
 // Of several spellings of an operator texts are written with the first one.
@@ -64,13 +67,15 @@ constexpr std::array prefixes = std::to_array<Spelling>({
     {"Fall", Crossing, VORM_OP::None, Precedence::Operand, Opening::Square, false},
 });
 
+}  // namespace spelled
+
 constexpr const Spelling* spelling(VORM_OP op) {
-    for (const Spelling& each : prefixes) {
+    for (const Spelling& each : spelled::prefixes) {
         if (each.op == op) {
             return &each;
         }
     }
-    for (const Spelling& each : infixes) {
+    for (const Spelling& each : spelled::infixes) {
         if (each.op == op) {
             return &each;
         }
@@ -105,15 +110,15 @@ std::optional<Spelling> find(const Table& table, std::string_view word, std::str
 }  // namespace
 
 std::optional<Spelling> infixOf(std::string_view word, std::string_view next) {
-    return find(infixes, word, next);
+    return find(spelled::infixes, word, next);
 }
 
 std::optional<Spelling> prefixOf(std::string_view word, std::string_view next) {
-    if (std::optional<Spelling> known = find(prefixes, word, next)) {
+    if (std::optional<Spelling> known = find(spelled::prefixes, word, next)) {
         return known;
     }
     if (next == "(" && valueTypeOf(word)) {
-        return Spelling{word, Cast, VORM_OP::Cast, Precedence::Operand, Opening::Round};
+        return Spelling{word, SyntaxKind::Cast, VORM_OP::Cast, Precedence::Operand, Opening::Round};
     }
     return std::nullopt;
 }
@@ -127,8 +132,8 @@ std::string_view spellingOf(VORM_OP op) {
 }
 
 std::optional<Spelling> timedOf(std::string_view word) {
-    const std::optional<Spelling> prefix = find(prefixes, word, "[");
-    const std::optional<Spelling> spelling = prefix ? prefix : find(infixes, word, "[");
+    const std::optional<Spelling> prefix = find(spelled::prefixes, word, "[");
+    const std::optional<Spelling> spelling = prefix ? prefix : find(spelled::infixes, word, "[");
     return spelling && spelling->opening == Opening::Square ? spelling : std::nullopt;
 }
 
@@ -145,7 +150,7 @@ bool isOperatorWord(std::string_view word) {
 
 std::vector<std::string> prefixWords() {
     std::vector<std::string> words = valueTypeNames();
-    for (const Spelling& spelling : prefixes) {
+    for (const Spelling& spelling : spelled::prefixes) {
         if (spelling.opening != Opening::None) {
             words.emplace_back(spelling.word);
         }

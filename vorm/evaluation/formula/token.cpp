@@ -4,6 +4,7 @@
 
 namespace vorm::evaluation {
 namespace {
+namespace grammar {
 
 namespace pegtl = tao::pegtl;
 using pegtl::eolf;
@@ -71,19 +72,20 @@ struct Action<Foreign> : Append<TokenKind::Foreign> {};
 
 using Input = pegtl::memory_input<pegtl::tracking_mode::lazy>;
 
+}  // namespace grammar
 }  // namespace
 
 std::vector<Token> tokensOf(std::string_view text) {
     std::vector<Token> tokens;
-    Input input(text.data(), text.data() + text.size(), "");
-    pegtl::parse<Words, Action>(input, tokens);
+    grammar::Input input(text.data(), text.data() + text.size(), "");
+    tao::pegtl::parse<grammar::Words, grammar::Action>(input, tokens);
     tokens.push_back({TokenKind::End, text.substr(text.size())});
     return tokens;
 }
 
 bool isName(std::string_view text) {
-    Input input(text.data(), text.data() + text.size(), "");
-    return pegtl::parse<seq<Name, pegtl::eof>>(input);
+    grammar::Input input(text.data(), text.data() + text.size(), "");
+    return tao::pegtl::parse<tao::pegtl::seq<grammar::Name, tao::pegtl::eof>>(input);
 }
 
 }  // namespace vorm::evaluation

@@ -82,8 +82,8 @@ void Parser::expected(const std::string& what, std::string advice) const {
         case TokenKind::Unclosed:
             fail("this quote is not closed", token, "add " + text.substr(0, 1));
         case TokenKind::Foreign:
-            fail("expected " + what + ", found the character " + quoted(text, '\''), token,
-                 text == "=" ? "write == to compare" : std::move(advice));
+            fail("expected " + what + ", found the character " + evaluation::quoted(text, '\''),
+                 token, text == "=" ? "write == to compare" : std::move(advice));
         case TokenKind::Number:
         case TokenKind::Name:
         case TokenKind::Quoted:

@@ -156,6 +156,24 @@ void check(const SignalColumn& column) {
     checkUnit(column.times);
 }
 
+template <class Times>
+std::vector<double> countedTimes(const Times& times, std::size_t count, const Timeline& counting,
+                                 NamedColumn& named) {
+    const auto counter = counterOf(times, counting);
+    std::vector<double> counted(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        named.workAt(i);
+        counted[i] = counter.counted(i);
+        if (i > 0 && counter.goesBackAt(i)) [[unlikely]] {
+            failAt({},
+                   "the time goes back from " + timeAt(times, i - 1).text() + " s to " +
+                       timeAt(times, i).text() + " s",
+                   "samples stand in the order of their times");
+        }
+    }
+    return counted;
+}
+
 template <class T>
 class ColumnReader {
 public:
@@ -168,7 +186,17 @@ public:
                                      typeText(*rules.type))) {}
 
     SharedPieces read(const Timeline& timeline) {
-        std::visit([&](const auto& times) { takeAll(times); }, column_.times);
+        const std::vector<double> times = std::visit(
+            [&](const auto& written) {
+                return countedTimes(written, values_.size(), order_.rules().timeline, named_);
+            },
+            column_.times);
+        for (std::size_t i = 0; i < times.size(); ++i) {
+            named_.workAt(i);
+            if (isSample(i)) {
+                take(times[i], values_[i]);
+            }
+        }
         named_.endWork();
         auto pieces = collector_.take();
         if (column_.enumeration) {
@@ -180,24 +208,6 @@ public:
     }
 
 private:
-    template <class Times>
-    void takeAll(const Times& times) {
-        const auto counter = counterOf(times, order_.rules().timeline);
-        for (std::size_t i = 0; i < values_.size(); ++i) {
-            named_.workAt(i);
-            const double time = counter.counted(i);
-            if (i > 0 && counter.goesBackAt(i)) [[unlikely]] {
-                failAt({},
-                       "the time goes back from " + timeAt(times, i - 1).text() + " s to " +
-                           timeAt(times, i).text() + " s",
-                       "samples stand in the order of their times");
-            }
-            if (isSample(i)) {
-                take(time, values_[i]);
-            }
-        }
-    }
-
     bool isSample(std::size_t i) const {
         return (column_.missing.empty() || !column_.missing[i]) &&
                (column_.nan == NanMeaning::Value || !assessments::support::isNan(values_[i]));

@@ -2,12 +2,10 @@
 
 // Grows the pieces of one signal sample by sample.
 
-#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
 
-#include <algorithm>
 #include <cmath>
 #include <deque>
 #include <limits>
@@ -141,73 +139,10 @@ private:
     bool endsFinite_ = false;  // the piece in work, of a line
 };
 
-/// Gives the samples of a piece the bias of the timeline. Throws InputError where it cannot tell
-/// two of them apart, or is too coarse for whole ticks.
-template <class T>
-void place(assessments::TimedTrace_T<T>& piece, const Timeline& timeline) {
-    const bool isLine = piece.interpolation == assessments::INTERPOLATION_METHOD::LINEAR;
-    double lastCounted = -std::numeric_limits<double>::infinity();
-    assessments::TimedPoint<T>* last = nullptr;
-    // Samples lie in many small blocks, whose addresses a processor does not foresee.
-    constexpr std::size_t distance = 64;
-    auto ahead =
-        piece.points.begin() + static_cast<std::ptrdiff_t>(std::min(distance, piece.points.size()));
-    for (assessments::TimedPoint<T>& point : piece.points) {
-        if (ahead != piece.points.end()) {
-            __builtin_prefetch(&*ahead++, 1);
-        }
-        const double counted = point.time;
-        point.time = timeline.biased(counted);
-        if (last != nullptr) {
-            if (!(point.time > last->time)) {
-                timeline.failForSpan(timeline.step());
-            }
-            // Distances of rounded times have slopes of their own.
-            if (isLine && point.time - last->time != counted - lastCounted) {
-                last->setDerivative(point);
-            }
-        }
-        lastCounted = counted;
-        last = &point;
-    }
-    piece.lastKnownTime = timeline.biased(piece.lastKnownTime);
-}
-
-/// Where two neighbours share a time, the one of NaN keeps off it. Throws as place does.
-template <class T>
-void setApart(assessments::TimedTrace_T<T>& left, assessments::TimedTrace_T<T>& right,
-              const Timeline& timeline) {
-    if (left.lastKnownTime < right.points.front().time) {
-        return;
-    }
-    if (left.lastKnownTime > right.points.front().time) {
-        timeline.failForSpan(timeline.step());
-    }
-    if (assessments::support::isNan(right.points.front().value)) {
-        right.points.front().time = assessments::support::nextTime(left.lastKnownTime);
-    } else {
-        left.lastKnownTime = assessments::support::previousTime(right.points.front().time);
-    }
-}
-
-/// Takes the pieces over as those of a signal on that timeline; throws as place does.
+/// Takes the pieces over as those of a signal on that timeline. Throws InputError where it cannot
+/// tell two samples apart, or is too coarse for whole ticks.
 template <class T>
 SharedPieces sharedPieces(std::deque<assessments::TimedTrace_T<T>> pieces,
-                          const Timeline& timeline) {
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        place(pieces[i], timeline);
-        if (i > 0) {
-            setApart(pieces[i - 1], pieces[i], timeline);
-        }
-    }
-    auto shared = std::make_shared<TracePieces>();
-    for (auto& piece : pieces) {
-        // Between two samples one step apart there is no time for NaN.
-        if (piece.points.front().time <= piece.lastKnownTime) {
-            shared->emplace_back(std::move(piece));
-        }
-    }
-    return shared;
-}
+                          const Timeline& timeline);
 
 }  // namespace vorm::evaluation
