@@ -1,14 +1,18 @@
-// Windows over all traces of up to four samples on a small grid, with steps of one representable
-// time at every point of the grid. All times there and their differences are whole numbers of
-// ticks, so that the reading they are compared with does not round.
+// Windows over all traces of up to four samples on a small grid, and operators of two operands over
+// all pairs of traces of up to three samples, with steps of one representable time at points of the
+// grid. All times there and their differences are whole numbers of ticks, so that the reading they
+// are compared with does not round.
 
 #include "support/signals.hpp"
+
+#include <vorm/assessments/operators/comparison.hpp>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -90,37 +94,27 @@ double extremumIn(const Signal& signal, double sign, Ticks start, Ticks end) {
     return sign * best;
 }
 
-class AllSmallTraces : public testing::TestWithParam<INTERPOLATION_METHOD> {
-protected:
-    template <class Check>
-    void forEachTrace(Check check) {
-        Signal signal;
-        signal.method = GetParam();
-        extend(signal, 0, check);
+// Every way to go on with samples from this one of the times on.
+template <class Check>
+void forEachTrace(Signal& signal, const std::vector<double>& times,
+                  const std::vector<double>& values, std::size_t most, const Check& check,
+                  std::size_t from = 0) {
+    if (!signal.times.empty()) {
+        check(signal);
     }
-
-private:
-    // Every way to go on with samples from this one of the times on.
-    template <class Check>
-    void extend(Signal& signal, std::size_t from, const Check& check) {
-        static const std::vector<double> times = sampleTimes();
-        if (!signal.times.empty()) {
-            check(signal);
-        }
-        if (signal.times.size() == 4) {
-            return;
-        }
-        for (std::size_t i = from; i < times.size(); ++i) {
-            for (const double value : {-1.0, 0.0, 1.0}) {
-                signal.times.push_back(times[i]);
-                signal.values.push_back(value);
-                extend(signal, i + 1, check);
-                signal.times.pop_back();
-                signal.values.pop_back();
-            }
+    if (signal.times.size() == most) {
+        return;
+    }
+    for (std::size_t i = from; i < times.size(); ++i) {
+        for (const double value : values) {
+            signal.times.push_back(times[i]);
+            signal.values.push_back(value);
+            forEachTrace(signal, times, values, most, check, i + 1);
+            signal.times.pop_back();
+            signal.values.pop_back();
         }
     }
-};
+}
 
 // What the extremum can be at a time: exactly that of a held trace. A line can bend between two
 // representable times; it may then be as it is one step before or after.
@@ -167,9 +161,12 @@ std::string differences(const Signal& signal, double sign, const Window& window,
     return "";
 }
 
+class AllSmallTraces : public testing::TestWithParam<INTERPOLATION_METHOD> {};
+
 TEST_P(AllSmallTraces, HaveTheExactExtremumInEveryWindow) {
     int failures = 0;
-    forEachTrace([&](Signal& signal) {
+    Signal all{GetParam(), {}, {}};
+    forEachTrace(all, sampleTimes(), {-1, 0, 1}, 4, [&](Signal& signal) {
         for (const double knownAfter : {0.0, 1.0}) {
             signal.known = signal.times.back() + knownAfter;
             const auto trace = signal.toTrace();
@@ -194,6 +191,130 @@ INSTANTIATE_TEST_SUITE_P(Window, AllSmallTraces, testing::Values(held, linear),
                          [](const auto& method) {
                              return method.param == held ? "Held" : "Linear";
                          });
+
+// ---- Two operands ------------------------------------------------------------------------------
+
+std::vector<Signal> smallSignals(INTERPOLATION_METHOD method, const std::vector<double>& values) {
+    std::vector<Signal> signals;
+    Signal all{method, {}, {}};
+    forEachTrace(all, {1, nextAfter(1), 2, 3}, values, 3, [&](Signal& signal) {
+        for (const double knownAfter : {0.0, 0.5}) {
+            signal.known = signal.times.back() + knownAfter;
+            signals.push_back(signal);
+        }
+    });
+    return signals;
+}
+
+// Checks the result of an operator on all pairs at all times at which both are known, up to some
+// time before their end.
+template <class T, class R, class Result, class IsRight>
+void checkPairs(const std::vector<Signal>& signals, double until, Result resultOf,
+                IsRight isRight) {
+    static const std::vector<double> times = readingTimes();
+    int failures = 0;
+    for (const Signal& left : signals) {
+        const auto leftTrace = left.toTrace<T>();
+        for (const Signal& right : signals) {
+            const TimedTrace_T<R> result = resultOf(leftTrace, right.toTrace<T>());
+            const double start = std::max(left.start(), right.start());
+            const double end = std::min(left.known, right.known) - until;
+            const auto isWrongAt = [&](double time) {
+                return time >= start && time <= end &&
+                       !isRight(left, right, time, *result.valueAt(time));
+            };
+            if ((!strictlyIncreasing(result) ||
+                 std::any_of(times.begin(), times.end(), isWrongAt)) &&
+                ++failures <= 5) {
+                ADD_FAILURE() << left << "\n" << right << "\n" << testing::PrintToString(result);
+            }
+        }
+    }
+    EXPECT_EQ(failures, 0);
+}
+
+template <class Function>
+void checkPointwise(
+    TimedTrace_T<double> (TimedTrace_T<double>::*member)(const TimedTrace_T<double>&) const,
+    Function function) {
+    for (const auto method : {held, linear}) {
+        checkPairs<double, double>(
+            smallSignals(method, {-1, 0, 2}), 0,
+            [&](const auto& left, const auto& right) { return (left.*member)(right); },
+            [&](const Signal& left, const Signal& right, double time, double value) {
+                // Where lines cross between two representable times, the value is that of either.
+                std::vector<double> values;
+                for (const double beside : {nextBefore(time), time, nextAfter(time)}) {
+                    const double moment = method == held ? time : std::max(beside, 1.0);
+                    values.push_back(
+                        function(valueAt(left, ticks(moment)), valueAt(right, ticks(moment))));
+                }
+                const auto [least, greatest] = std::minmax_element(values.begin(), values.end());
+                return *least - 1e-14 < value && value < *greatest + 1e-14;
+            });
+    }
+}
+
+TEST(AllSmallPairs, AreCombinedPointByPoint) {
+    using Trace = TimedTrace_T<double>;
+    checkPointwise(&Trace::Add, std::plus<>());
+    checkPointwise(&Trace::And, [](double a, double b) { return std::min(a, b); });
+    checkPointwise(&Trace::Or, [](double a, double b) { return std::max(a, b); });
+}
+
+TEST(AllSmallPairs, AreComparedExactlyWhereHeldAndBesideCrossings) {
+    for (const auto method : {held, linear}) {
+        checkPairs<double, bool>(
+            smallSignals(method, {-1, 0, 2}), 0,
+            [](const auto& left, const auto& right) {
+                return left.template combine<bool>(right, ValueGreater());
+            },
+            [&](const Signal& left, const Signal& right, double time, bool value) {
+                const double difference = valueAt(left, ticks(time)) - valueAt(right, ticks(time));
+                const bool isBesideCrossing = method == linear && std::fabs(difference) < 1e-14;
+                return isBesideCrossing || value == (difference > 0);
+            });
+    }
+}
+
+// The goal at some time of the window, and the condition at all times before it; in any case up to
+// where the window begins.
+bool untilAt(const Signal& condition, const Signal& goal, const Window& window, double time) {
+    const Ticks now = ticks(time);
+    std::vector<Ticks> changes{now + ticks(window.a)};
+    for (const Signal* signal : {&condition, &goal}) {
+        for (const double change : signal->times) {
+            changes.push_back(ticks(change));
+        }
+    }
+    const auto holdsUntil = [&](Ticks end) {
+        return valueAt(condition, now) == 1 &&
+               std::none_of(changes.begin(), changes.end(), [&](Ticks change) {
+                   return change > now && change < end && valueAt(condition, change) != 1;
+               });
+    };
+    return holdsUntil(changes[0] + 1) &&
+           std::any_of(changes.begin(), changes.end(), [&](Ticks change) {
+               return change >= changes[0] && change <= now + ticks(window.b) &&
+                      valueAt(goal, change) == 1 && (change == now || holdsUntil(change));
+           });
+}
+
+TEST(AllSmallPairs, WaitUntilInEveryWindow) {
+    const std::vector<Signal> signals = smallSignals(held, {0, 1});
+    for (const Window& window : {Window{0, 0}, Window{0, 1}, Window{0, 1.5}, Window{0.5, 1},
+                                 Window{1, 1}, Window{1, 1.5}}) {
+        SCOPED_TRACE(testing::Message() << "[" << window.a << ", " << window.b << "]");
+        checkPairs<bool, bool>(
+            signals, window.b,
+            [&](const auto& condition, const auto& goal) {
+                return condition.Until(goal, window.a, window.b);
+            },
+            [&](const Signal& condition, const Signal& goal, double time, bool value) {
+                return value == untilAt(condition, goal, window, time);
+            });
+    }
+}
 
 }  // namespace
 }  // namespace vorm::test

@@ -5,7 +5,9 @@
 
 #include <vorm/assessments/expression/vorm_op.hpp>
 
+#include <algorithm>
 #include <cstdint>
+#include <initializer_list>
 
 namespace vorm::assessments::support {
 
@@ -63,6 +65,22 @@ constexpr OperatorFamily familyOf(VORM_OP op) {
             return OperatorFamily::EpsilonShift;
     }
     return OperatorFamily::None;
+}
+
+/// Whether a table, of rows with an `op`, has every operator of these families.
+template <class Table>
+constexpr bool coversAll(const Table& table, std::initializer_list<OperatorFamily> families) {
+    constexpr int beyondAll = 100;
+    for (int number = 0; number < beyondAll; ++number) {
+        const auto op = static_cast<VORM_OP>(number);
+        const auto isFamily = [&](OperatorFamily family) { return family == familyOf(op); };
+        const auto isRow = [&](const auto& row) { return row.op == op; };
+        if (std::any_of(families.begin(), families.end(), isFamily) &&
+            std::none_of(table.begin(), table.end(), isRow)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace vorm::assessments::support

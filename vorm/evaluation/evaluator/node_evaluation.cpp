@@ -15,6 +15,7 @@
 #include <vorm/evaluation/evaluator/until_robustness.hpp>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -98,17 +99,22 @@ public:
     Value operator()(const variable& node) const { return valueOf(signals_(node)); }
 
     Value operator()(const unary_op& node) const {
-        if (node.op == VORM_OP::Not && !isRobustness(meaning_)) {
-            return shared(truth(0)->UMinus());
-        }
-        if (node.op == VORM_OP::Not || node.op == VORM_OP::UnaryMinus) {
-            return onOperand([](const TimedTrace& x) { return x.UnaryMinus(); });
-        }
-        if (node.op == VORM_OP::Abs) {
-            return magnitude(*pieces(0), isComputed(node.child));
-        }
-        if (node.op == VORM_OP::Slope) {
-            return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
+        struct Operation {
+            VORM_OP op;
+            Value (NodeEvaluation::*evaluate)(const unary_op&) const;
+        };
+        static constexpr std::array operations = std::to_array<Operation>({
+            {VORM_OP::Not, &NodeEvaluation::negation},
+            {VORM_OP::UnaryMinus, &NodeEvaluation::opposite},
+            {VORM_OP::Abs, &NodeEvaluation::absolute},
+            {VORM_OP::Slope, &NodeEvaluation::slope},
+        });
+        static_assert(
+            support::coversAll(operations, {OperatorFamily::Negation, OperatorFamily::Numeric}));
+        for (const Operation& operation : operations) {
+            if (operation.op == node.op) {
+                return (this->*operation.evaluate)(node);
+            }
         }
         throwNoOperator(node.label);
     }
@@ -237,6 +243,19 @@ private:
             return isRobustness(meaning_) && direction >= 0 ? justBefore(x, *truth(1))
                                                             : x.EpsilonShift(direction);
         });
+    }
+
+    Value negation(const unary_op& node) const {
+        return isRobustness(meaning_) ? opposite(node) : shared(truth(0)->UMinus());
+    }
+    Value opposite(const unary_op&) const {
+        return onOperand([](const TimedTrace& x) { return x.UnaryMinus(); });
+    }
+    Value absolute(const unary_op& node) const {
+        return magnitude(*pieces(0), isComputed(node.child));
+    }
+    Value slope(const unary_op&) const {
+        return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
     }
 
     Value arithmeticOn(const binary_op& node) const {

@@ -4,7 +4,6 @@
 #include "literal.hpp"
 #include "node_builder.hpp"
 
-#include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -101,27 +100,11 @@ Expression FormulaBuilder::leaf(const ParsedFormula& formula, const std::vector<
     if (types[index].isMember) {
         return memberOf(node, types[index]);
     }
-    switch (node.kind) {
-        case SyntaxKind::Number:
-            return openLiteral(formula, index, types);
-        case SyntaxKind::TypedLiteral:
-            return literalOf(node, node.target);
-        case SyntaxKind::Name:
-        case SyntaxKind::QuotedName:
-            return name(node, types[index]);
-        case SyntaxKind::Member:
-        case SyntaxKind::Unary:
-        case SyntaxKind::Window:
-        case SyntaxKind::Shifted:
-        case SyntaxKind::Cast:
-        case SyntaxKind::Edge:
-        case SyntaxKind::Binary:
-        case SyntaxKind::Until:
-        case SyntaxKind::Implication:
-        case SyntaxKind::Crossing:
-            break;
+    if (node.kind == SyntaxKind::Number) {
+        return openLiteral(formula, index, types);
     }
-    throw std::logic_error("neither members without an enumeration nor operators are leaves");
+    return node.kind == SyntaxKind::TypedLiteral ? literalOf(node, node.target)
+                                                 : name(node, types[index]);
 }
 
 Expression FormulaBuilder::name(const SyntaxNode& node, const OperandType& type) {

@@ -37,25 +37,25 @@ public:
     }
     void operator()(const constantValue& node) { text_ += literalText(node, place_.isConverted); }
     void operator()(const variable& node) { text_ += nameText(node.name); }
-    void operator()(const unary_op& node) { prefix(spellingOf(node.op), node.child, {}); }
+    void operator()(const unary_op& node) { prefix(prefixWord(node.op), node.child, {}); }
     void operator()(const timed_unary_op& node) {
         // Of an epsilon shift only the sign counts.
         const std::string distance =
             node.op == VORM_OP::EpsilonShift ? shortestNumber(node.offset) : times_.of(node.offset);
-        prefix(std::string(spellingOf(node.op)) + "[" + distance + "]", node.child, {});
+        prefix(std::string(prefixWord(node.op)) + "[" + distance + "]", node.child, {});
     }
     void operator()(const timedwindow_unary_op& node) {
-        prefix(std::string(spellingOf(node.op)) + interval(node.a, node.b), node.child, {});
+        prefix(std::string(prefixWord(node.op)) + interval(node.a, node.b), node.child, {});
     }
     void operator()(const cast_op& node) {
         const auto type = static_cast<std::size_t>(node.target.which());
         prefix(valueTypeNames()[type], node.child, {.isConverted = true});
     }
     void operator()(const binary_op& node) {
-        infix(node.lhs, " " + std::string(spellingOf(node.op)) + " ", node.rhs, node.op);
+        infix(node.lhs, " " + std::string(infixWord(node.op)) + " ", node.rhs, node.op);
     }
     void operator()(const timedwindow_binary_op& node) {
-        const std::string until(spellingOf(node.op));
+        const std::string until(infixWord(node.op));
         infix(node.lhs, " " + until + interval(node.a, node.b) + " ", node.rhs, VORM_OP::None);
     }
     void operator()(const alias& node);

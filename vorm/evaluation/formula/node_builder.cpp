@@ -4,6 +4,7 @@
 
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_factory.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 
 #include <array>
@@ -44,6 +45,12 @@ constexpr std::array binaries = std::to_array<Built<BinaryOperation>>({
     {VORM_OP::Gt, &ExpressionFactory::Gt},
     {VORM_OP::Geq, &ExpressionFactory::Geq},
 });
+
+static_assert(support::coversAll(unaries, {support::OperatorFamily::Numeric,
+                                           support::OperatorFamily::Negation}));
+static_assert(support::coversAll(binaries, {support::OperatorFamily::Arithmetic,
+                                            support::OperatorFamily::Comparison,
+                                            support::OperatorFamily::Connective}));
 
 template <class Operations, class... Operands>
 Expression built(const Operations& operations, VORM_OP op, Operands&&... operands) {

@@ -42,28 +42,14 @@ void Parser::refuseName() const {
 
 void Parser::refuseWithoutTime(const Spelling& spelling) const {
     const std::string word(spelling.word);
-    switch (spelling.kind) {
-        case SyntaxKind::Until:
-            fail("'" + word + "' needs an interval", next(), "write p " + word + "[0, 5 s] q");
-        case SyntaxKind::Window:
-            fail("'" + word + "' needs an interval", next(), "write " + word + "[0, 5 s](...)");
-        case SyntaxKind::Crossing:
-            fail("'" + word + "' needs a distance in time", next(),
-                 "write " + word + "[2 s](x, 5)");
-        case SyntaxKind::Shifted:
-        case SyntaxKind::Number:
-        case SyntaxKind::TypedLiteral:
-        case SyntaxKind::Name:
-        case SyntaxKind::QuotedName:
-        case SyntaxKind::Member:
-        case SyntaxKind::Unary:
-        case SyntaxKind::Cast:
-        case SyntaxKind::Edge:
-        case SyntaxKind::Binary:
-        case SyntaxKind::Implication:
-            break;
+    if (spelling.kind == SyntaxKind::Until) {
+        fail("'" + word + "' needs an interval", next(), "write p " + word + "[0, 5 s] q");
     }
-    fail("'" + word + "' needs a distance in time", next(), "write " + word + "[2 s](x)");
+    if (spelling.kind == SyntaxKind::Window) {
+        fail("'" + word + "' needs an interval", next(), "write " + word + "[0, 5 s](...)");
+    }
+    const std::string operands = spelling.kind == SyntaxKind::Crossing ? "(x, 5)" : "(x)";
+    fail("'" + word + "' needs a distance in time", next(), "write " + word + "[2 s]" + operands);
 }
 
 }  // namespace vorm::evaluation

@@ -12,7 +12,7 @@ namespace vorm::evaluation {
 namespace {
 
 using assessments::VORM_OP;
-using assessments::support::familyOf;
+using assessments::support::coversAll;
 using assessments::support::OperatorFamily;
 
 namespace spelled {
@@ -69,31 +69,28 @@ constexpr std::array prefixes = std::to_array<Spelling>({
 
 }  // namespace spelled
 
-constexpr const Spelling* spelling(VORM_OP op) {
-    for (const Spelling& each : spelled::prefixes) {
-        if (each.op == op) {
-            return &each;
-        }
-    }
-    for (const Spelling& each : spelled::infixes) {
-        if (each.op == op) {
-            return &each;
+template <class Table>
+constexpr const Spelling* find(const Table& table, VORM_OP op) {
+    for (const Spelling& spelling : table) {
+        if (spelling.op == op && op != VORM_OP::None) {
+            return &spelling;
         }
     }
     return nullptr;
 }
 
-constexpr bool areAllSpelled() {
-    for (int number = 0; number <= static_cast<int>(VORM_OP::EpsilonShift); ++number) {
-        const OperatorFamily family = familyOf(static_cast<VORM_OP>(number));
-        const bool isWord = family != OperatorFamily::None && family != OperatorFamily::Cast;
-        if (isWord && spelling(static_cast<VORM_OP>(number)) == nullptr) {
-            return false;
-        }
+std::string_view wordOf(const Spelling* spelling) {
+    if (spelling == nullptr) {
+        throw std::invalid_argument("the formula has an unknown operator");
     }
-    return true;
+    return spelling->word;
 }
-static_assert(areAllSpelled(), "an operator has no spelling");
+
+static_assert(coversAll(spelled::infixes, {OperatorFamily::Arithmetic, OperatorFamily::Comparison,
+                                           OperatorFamily::Connective, OperatorFamily::Until}));
+static_assert(coversAll(spelled::prefixes,
+                        {OperatorFamily::Numeric, OperatorFamily::Negation, OperatorFamily::Window,
+                         OperatorFamily::Shift, OperatorFamily::EpsilonShift}));
 
 bool opens(Opening opening, std::string_view next) {
     return opening == Opening::None || next == (opening == Opening::Round ? "(" : "[");
@@ -123,12 +120,12 @@ std::optional<Spelling> prefixOf(std::string_view word, std::string_view next) {
     return std::nullopt;
 }
 
-std::string_view spellingOf(VORM_OP op) {
-    const Spelling* known = op == VORM_OP::None ? nullptr : spelling(op);
-    if (known == nullptr) {
-        throw std::invalid_argument("the formula has an unknown operator");
-    }
-    return known->word;
+std::string_view infixWord(VORM_OP op) {
+    return wordOf(find(spelled::infixes, op));
+}
+
+std::string_view prefixWord(VORM_OP op) {
+    return wordOf(find(spelled::prefixes, op));
 }
 
 std::optional<Spelling> timedOf(std::string_view word) {

@@ -44,8 +44,12 @@ std::optional<Spelling> infixOf(std::string_view word, std::string_view next);
 /// The operator before an operand that a word is, given the word after it.
 std::optional<Spelling> prefixOf(std::string_view word, std::string_view next);
 
-/// The word of an operator in texts of formulas. Throws std::invalid_argument where it has none.
-std::string_view spellingOf(assessments::VORM_OP op);
+/// The word of an operator between two operands, as texts of formulas have it. Throws
+/// std::invalid_argument where it is none.
+std::string_view infixWord(assessments::VORM_OP op);
+
+/// The word of an operator before an operand. Throws as infixWord does.
+std::string_view prefixWord(assessments::VORM_OP op);
 
 /// The operator of that word that needs a time in square brackets, whether it has one or not.
 std::optional<Spelling> timedOf(std::string_view word);

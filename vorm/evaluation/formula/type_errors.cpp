@@ -25,26 +25,17 @@ void TypeRules::refuseOperand(const SyntaxNode& node, std::size_t operand,
 }
 
 std::string TypeRules::operatorText(const SyntaxNode& node) const {
-    switch (node.kind) {
-        case SyntaxKind::Window:
-            return node.op == assessments::VORM_OP::Globally ? "always" : "eventually";
-        case SyntaxKind::Until:
-            return "until";
-        case SyntaxKind::Cast:
-            return valueTypeNames()[node.target];
-        case SyntaxKind::Crossing:
-            return node.rising ? "Rise" : "Fall";
-        case SyntaxKind::Number:
-        case SyntaxKind::TypedLiteral:
-        case SyntaxKind::Name:
-        case SyntaxKind::QuotedName:
-        case SyntaxKind::Member:
-        case SyntaxKind::Unary:
-        case SyntaxKind::Shifted:
-        case SyntaxKind::Edge:
-        case SyntaxKind::Binary:
-        case SyntaxKind::Implication:
-            break;
+    if (node.kind == SyntaxKind::Window) {
+        return node.op == assessments::VORM_OP::Globally ? "always" : "eventually";
+    }
+    if (node.kind == SyntaxKind::Until) {
+        return "until";
+    }
+    if (node.kind == SyntaxKind::Cast) {
+        return valueTypeNames()[node.target];
+    }
+    if (node.kind == SyntaxKind::Crossing) {
+        return node.rising ? "Rise" : "Fall";
     }
     return formula_.text().substr(node.sign.begin, node.sign.length);
 }

@@ -2,7 +2,6 @@
 
 #include <vorm/assessments/expression/operator_family.hpp>
 
-#include <stdexcept>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -79,24 +78,10 @@ OperandType TypeRules::cast(const SyntaxNode& node) {
 }
 
 OperandType TypeRules::binary(const SyntaxNode& node) {
-    switch (familyOf(node.op)) {
-        case OperatorFamily::Connective:
-            return logic(node);
-        case OperatorFamily::Arithmetic:
-            return arithmetic(node);
-        case OperatorFamily::Comparison:
-            return comparison(node);
-        case OperatorFamily::None:
-        case OperatorFamily::Cast:
-        case OperatorFamily::Numeric:
-        case OperatorFamily::Negation:
-        case OperatorFamily::Window:
-        case OperatorFamily::Until:
-        case OperatorFamily::Shift:
-        case OperatorFamily::EpsilonShift:
-            break;
-    }
-    throw std::logic_error("no operator of two operands");
+    const OperatorFamily family = familyOf(node.op);
+    return family == OperatorFamily::Connective   ? logic(node)
+           : family == OperatorFamily::Comparison ? comparison(node)
+                                                  : arithmetic(node);
 }
 
 OperandType TypeRules::arithmetic(const SyntaxNode& node) {

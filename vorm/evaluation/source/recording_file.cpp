@@ -24,12 +24,38 @@ RecordingFile fileAt(const std::string& path) {
     return file;
 }
 
+struct Ending {
+    std::string_view text;
+    TableForm form;
+};
+
+constexpr std::array endings = std::to_array<Ending>({
+    {".csv", TableForm::Delimited},
+    {".tsv", TableForm::Delimited},
+    {".txt", TableForm::Delimited},
+    {".jsonl", TableForm::JsonLines},
+    {".ndjson", TableForm::JsonLines},
+});
+
+const Ending* endingOf(const fs::path& path) {
+    const std::string text = path.extension().string();
+    const auto* const found = std::find_if(
+        endings.begin(), endings.end(), [&](const Ending& ending) { return ending.text == text; });
+    return found == endings.end() ? nullptr : found;
+}
+
+std::string listOfEndings() {
+    std::string list;
+    for (const Ending& ending : endings) {
+        const bool isLast = &ending == &endings.back();
+        list += (list.empty() ? "" : isLast ? " or " : ", ") + std::string(ending.text);
+    }
+    return list;
+}
+
 bool isTable(const fs::directory_entry& entry) {
-    constexpr std::array<std::string_view, 5> endings{".csv", ".tsv", ".txt", ".jsonl", ".ndjson"};
-    const std::string ending = entry.path().extension().string();
     std::error_code error;
-    return std::find(endings.begin(), endings.end(), ending) != endings.end() &&
-           !entry.is_directory(error);
+    return endingOf(entry.path()) != nullptr && !entry.is_directory(error);
 }
 
 std::vector<RecordingFile> filesIn(const std::string& folder) {
@@ -46,8 +72,7 @@ std::vector<RecordingFile> filesIn(const std::string& folder) {
         failAt({folder}, "cannot read the folder: " + error.message());
     }
     if (files.empty()) {
-        failAt({folder}, "the folder has no recordings",
-               "they end in .csv, .tsv, .txt, .jsonl or .ndjson");
+        failAt({folder}, "the folder has no recordings", "they end in " + listOfEndings());
     }
     const auto byPath = [](const RecordingFile& a, const RecordingFile& b) {
         return a.path < b.path;
@@ -74,6 +99,11 @@ std::string RecordingFile::name() const {
 
 std::string RecordingFile::stem() const {
     return fs::path(path).stem().string();
+}
+
+TableForm RecordingFile::form() const {
+    const Ending* ending = isStandardInput ? nullptr : endingOf(path);
+    return ending == nullptr ? TableForm::Delimited : ending->form;
 }
 
 std::vector<RecordingFile> recordingFiles(const RecordingSource& source) {

@@ -5,12 +5,16 @@
 #include <vorm/evaluation/source/byte_source.hpp>
 #include <vorm/evaluation/source/recording_source.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace vorm::evaluation {
+
+/// How the rows of a file are written.
+enum class TableForm : std::uint8_t { Delimited, JsonLines };
 
 struct RecordingFile {
     std::string path;  ///< for messages
@@ -24,6 +28,8 @@ struct RecordingFile {
     std::string stem() const;  ///< without folder and ending
     /// What stands before its columns' names: the stem, or the path where that is another's too.
     std::string prefix() const { return hasNamesake ? path : stem(); }
+    /// The form that the ending tells; of others, and of standard input, Delimited.
+    TableForm form() const;
     bool isCalled(std::string_view other) const {
         return other == path || other == name() || other == stem();
     }

@@ -34,12 +34,15 @@ Table::Table(RecordingFile file, const TableLayout& layout, std::size_t blockSiz
 
 void Table::open() {
     ByteWindow bytes(file_.open(), blockSize_);
-    isJson_ = file_.path.ends_with(".jsonl") || file_.path.ends_with(".ndjson") ||
-              (file_.isStandardInput && beginsWithBrace(bytes.rest()));
-    if (isJson_) {
-        rows_ = std::make_unique<JsonLinesReader>(file_.path, std::move(bytes));
-    } else {
-        rows_ = std::make_unique<CsvReader>(file_.path, std::move(bytes), layout_.delimiter);
+    form_ = file_.isStandardInput && beginsWithBrace(bytes.rest()) ? TableForm::JsonLines
+                                                                   : file_.form();
+    switch (form_) {
+        case TableForm::Delimited:
+            rows_ = std::make_unique<CsvReader>(file_.path, std::move(bytes), layout_.delimiter);
+            break;
+        case TableForm::JsonLines:
+            rows_ = std::make_unique<JsonLinesReader>(file_.path, std::move(bytes));
+            break;
     }
 }
 
@@ -71,7 +74,7 @@ std::size_t Table::longColumn(const std::string& name) const {
         names.push_back(headers_[i].name);
     }
     const std::string near = suggestion(name, names);
-    failAt({file_.path, 1}, "has no " + std::string(isJson_ ? "key " : "column ") + shown(name),
+    failAt({file_.path, 1}, "has no " + std::string(isJson() ? "key " : "column ") + shown(name),
            near.empty() ? "where each row has the name and the value of one signal, "
                           "[recording] name_column and value_column say where"
                         : near);

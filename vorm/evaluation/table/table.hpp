@@ -46,7 +46,8 @@ public:
 
 private:
     void open();
-    bool isLong() const { return layout_.longForm || isJson_; }
+    bool isJson() const { return form_ == TableForm::JsonLines; }
+    bool isLong() const { return layout_.longForm || isJson(); }
     bool goToRow();
     void checkNames() const;
     void findColumns();
@@ -55,7 +56,7 @@ private:
     RecordingFile file_;
     const TableLayout& layout_;
     std::size_t blockSize_;
-    bool isJson_ = false;
+    TableForm form_ = TableForm::Delimited;
     std::unique_ptr<RowReader> rows_;
     bool hasRows_ = false;
     bool isAhead_ = false;  // the row is the one that next() goes to
