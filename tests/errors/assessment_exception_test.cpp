@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <string>
-#include <typeinfo>
 
 namespace vorm::assessments {
 namespace {
@@ -17,15 +16,6 @@ TypeException::TypeTag tag() {
     return TypeException::typeTAG<T>();
 }
 
-struct ClassName : AssessmentExceptionVisitor {
-    std::string name;
-    void visit(const AssessmentException&) override { name = "plain"; }
-    void visit(const AssessmentInternalException&) override { name = "internal"; }
-    void visit(const AssessmentTypeException&) override { name = "type"; }
-    void visit(const AssessmentBinaryTypeException&) override { name = "binary"; }
-    void visit(const AssessmentEvaluationException&) override { name = "evaluation"; }
-};
-
 TEST(AssessmentException, CarriesIdentifierTextAndSharedCause) {
     const auto cause = std::make_shared<AssessmentInternalException>("first fault");
     const AssessmentException failure(quillet::assessments::TimeValueMustIncrease(), cause);
@@ -34,32 +24,6 @@ TEST(AssessmentException, CarriesIdentifierTextAndSharedCause) {
     EXPECT_FALSE(failure.GetUnicodeMessageTxt().empty());
     EXPECT_EQ(cause->getCause(), nullptr);
     EXPECT_NE(std::string(cause->what()).find("first fault"), std::string::npos);
-}
-
-TEST(AssessmentException, CloneRethrowAndAcceptKeepTheDynamicClassAndTheCause) {
-    const auto cause = std::make_shared<AssessmentInternalException>("cause");
-    const AssessmentException plain(quillet::assessments::TimeValueMustIncrease(), cause);
-    const AssessmentInternalException internal("text", cause);
-    const AssessmentTypeException type(tag<float>(), cause);
-    const AssessmentBinaryTypeException binary(tag<float>(), tag<bool>(), cause);
-    const struct {
-        const AssessmentException* failure;
-        std::string name;
-    } rows[] = {{&plain, "plain"}, {&internal, "internal"}, {&type, "type"}, {&binary, "binary"}};
-    for (const auto& row : rows) {
-        ClassName visited;
-        const std::unique_ptr<AssessmentException> copy(row.failure->clone());
-        copy->accept(visited);
-        EXPECT_EQ(visited.name, row.name);
-        EXPECT_EQ(copy->getCause(), cause);
-        EXPECT_STREQ(copy->what(), row.failure->what());
-        try {
-            row.failure->rethrow();
-        } catch (const AssessmentException& thrown) {
-            EXPECT_EQ(typeid(thrown), typeid(*row.failure));
-            EXPECT_EQ(thrown.getCause(), cause);
-        }
-    }
 }
 
 TEST(AssessmentTypeException, NamesEveryType) {

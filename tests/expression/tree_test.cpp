@@ -1,6 +1,7 @@
 // Trees as values, and trees so deep that recursion would not get through them.
 
 #include "support/expressions.hpp"
+#include "support/thrown.hpp"
 
 #include <rapidcheck/gtest.h>
 
@@ -102,13 +103,10 @@ TEST_P(DeepExpression, EveryOperationGetsThroughTheDeepestTree) {
 
 TEST_P(DeepExpression, OneLevelMoreIsRefused) {
     Expression tree = build(maximumExpressionLevels);
-    try {
-        GetParam().wrap(std::move(tree));
-        FAIL() << "not refused";
-    } catch (const AssessmentInternalException& failure) {
-        EXPECT_NE(std::string(failure.what()).find(std::to_string(maximumExpressionLevels)),
-                  std::string::npos);
-    }
+    const auto failure =
+        thrown<AssessmentInternalException>([&] { GetParam().wrap(std::move(tree)); });
+    EXPECT_NE(std::string(failure.what()).find(std::to_string(maximumExpressionLevels)),
+              std::string::npos);
 }
 
 TEST_P(DeepExpression, AnalysesThatCopyEverySubFormulaGetThroughHundredsOfLevels) {

@@ -1,4 +1,5 @@
 #include "support/signals.hpp"
+#include "support/thrown.hpp"
 
 #include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/facade/timed_trace.hpp>
@@ -115,35 +116,20 @@ TEST(FacadeComparison, IsOfOneEnumeration) {
     for (const Comparison& comparison : comparisons) {
         EXPECT_TRUE(same((gear.*comparison.member)(gear).get<bool>(),
                          (number.*comparison.member)(number).get<bool>()));
-        try {
-            (gear.*comparison.member)(number);
-            ADD_FAILURE() << comparison.name;
-        } catch (const AssessmentBinaryTypeException& failure) {
-            EXPECT_EQ(failure.getLHSTypeName(), "Gear");
-            EXPECT_EQ(failure.getRHSTypeName(), "int32");
-        }
+        const auto failure =
+            thrown<AssessmentBinaryTypeException>([&] { (gear.*comparison.member)(number); });
+        EXPECT_EQ(failure.getLHSTypeName() + ' ' + failure.getRHSTypeName(), "Gear int32");
+        EXPECT_THROW((number.*comparison.member)(gear), AssessmentBinaryTypeException);
     }
 }
 
 TEST(FacadeNot, TurnsTruthsAndKeepsTheirTimes) {
     auto truth = trace<bool>("0:0 2:1 5:0", 8);
-    EXPECT_TRUE(same(TimedTrace(truth).Not().get<bool>(), trace<bool>("0:1 2:0 5:1", 8)));
     truth.lastKnownTime = 3;
     EXPECT_TRUE(same(TimedTrace(truth).Not().get<bool>(), trace<bool>("0:1 2:0 5:1", 3)));
     EXPECT_TRUE(same(TimedTrace(trace<bool>("", 3)).Not().get<bool>(), trace<bool>("", 3)));
     truth.enumTypeName = "OnOff";
     EXPECT_THROW(TimedTrace(truth).Not(), AssessmentTypeException);
-}
-
-TEST(FacadeNot, IsRefusedByEveryOtherType) {
-    boost::mp11::mp_for_each<boost::mp11::mp_transform<boost::mp11::mp_identity, ValueTypes>>(
-        [](auto type) {
-            using T = typename decltype(type)::type;
-            const TimedTrace numbers(trace<T>("0:1"));
-            if (!std::is_same_v<T, bool>) {
-                EXPECT_THROW(numbers.Not(), AssessmentTypeException);
-            }
-        });
 }
 
 }  // namespace

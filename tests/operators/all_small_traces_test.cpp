@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -26,17 +25,11 @@ constexpr int gridEnd = 4;
 Ticks ticks(double time) {
     return static_cast<Ticks>(time * double(unit));
 }
-double nextAfter(double time) {
-    return std::nextafter(time, infinity);
-}
-double nextBefore(double time) {
-    return std::nextafter(time, -infinity);
-}
 
 std::vector<double> sampleTimes() {
     std::vector<double> times;
     for (int i = 1; i <= gridEnd; ++i) {
-        times.insert(times.end(), {double(i), nextAfter(i)});
+        times.insert(times.end(), {double(i), after(i)});
     }
     return times;
 }
@@ -46,10 +39,9 @@ std::vector<double> readingTimes() {
     std::vector<double> times;
     for (int i = 1; i <= gridEnd; ++i) {
         const double time = i;
-        times.insert(
-            times.end(),
-            {nextBefore(time), time, nextAfter(time), nextAfter(nextAfter(time)),
-             nextAfter(nextAfter(nextAfter(time))), time + 0.25, time + 0.5, time + 0.625});
+        times.insert(times.end(),
+                     {before(time), time, after(time), after(after(time)),
+                      after(after(after(time))), time + 0.25, time + 0.5, time + 0.625});
     }
     return times;
 }
@@ -126,7 +118,7 @@ struct Range {
 Range extremaAround(const Signal& signal, double sign, const Window& window, double time) {
     std::vector<double> times{time};
     if (signal.method == linear) {
-        times.insert(times.end(), {std::max(signal.start(), nextBefore(time)), nextAfter(time)});
+        times.insert(times.end(), {std::max(signal.start(), before(time)), after(time)});
     }
     Range range{infinity, -infinity};
     for (const double moment : times) {

@@ -1,4 +1,5 @@
 #include "support/signals.hpp"
+#include "support/thrown.hpp"
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/errors/type_exceptions.hpp>
@@ -26,15 +27,7 @@ TimedTrace_T<T> one(double value) {
 }
 
 TEST(Arithmetic, IntegersWrapAndUnsignedDifferencesStopAtZero) {
-    EXPECT_EQ(only(one<std::int8_t>(100).Add(one<std::int8_t>(100))), -56);
-    EXPECT_EQ(only(one<std::uint8_t>(200).Add(one<std::uint8_t>(100))), 44);
-    EXPECT_EQ(only(one<std::int8_t>(-100).Substract(one<std::int8_t>(100))), 56);
-    EXPECT_EQ(only(one<std::uint16_t>(3).Substract(one<std::uint16_t>(5))), 0);
-    EXPECT_EQ(only(one<std::uint16_t>(5).Substract(one<std::uint16_t>(3))), 2);
-    EXPECT_EQ(only(one<std::uint8_t>(3).Substract(one<std::uint8_t>(5), std::false_type())), 254);
     EXPECT_EQ(only(one<std::int8_t>(3).Substract(one<std::int8_t>(5), std::true_type())), 0);
-    EXPECT_EQ(only(one<std::int16_t>(300).Scale(one<std::int16_t>(300))), 24464);
-
     constexpr auto least = std::numeric_limits<std::int64_t>::min();
     const TimedTrace_T<std::int64_t> lowest(least);
     EXPECT_EQ(only(lowest.Substract(one<std::int64_t>(1))),
@@ -77,14 +70,9 @@ TEST(Scale, NeedsAConstantOnOneSide) {
     EXPECT_TRUE(same(one<double>(2).Scale(steps), trace("0:2 2:6", 5)));
     // A constant that begins at a time does so in the product too.
     EXPECT_TRUE(same(steps.Scale(trace("1:2", 9)), trace("1:2 2:6", 5)));
-
-    try {
-        steps.Scale(steps);
-        FAIL();
-    } catch (const AssessmentInternalException& failure) {
-        EXPECT_NE(std::string(failure.what()).find("Only multiplication by constant is supported."),
-                  std::string::npos);
-    }
+    const auto failure = thrown<AssessmentInternalException>([&] { steps.Scale(steps); });
+    EXPECT_NE(std::string(failure.what()).find("Only multiplication by constant is supported."),
+              std::string::npos);
 }
 
 TEST(Scale, TakesAnyTraceOfOneSampleForAConstant) {
@@ -95,17 +83,6 @@ TEST(Scale, TakesAnyTraceOfOneSampleForAConstant) {
     const auto expected = trace(linear, "0:1 2:9 3:12");
     EXPECT_TRUE(same(steps.Scale(cutLine), expected));
     EXPECT_TRUE(same(cutLine.Scale(steps), expected));
-}
-
-TEST(AndOr, AreEnvelopesOfLines) {
-    const auto rising = trace(linear, "0:0 4:4");
-    const auto falling = trace(linear, "0:4 4:0");
-    EXPECT_TRUE(same(rising.And(falling), trace(linear, "0:0 2:2 4:0")));
-    EXPECT_TRUE(same(rising.Or(falling), trace(linear, "0:4 2:2 4:4")));
-    EXPECT_TRUE(
-        same(trace<bool>("0:1 2:0 4:1").And(trace<bool>("0:1 3:0")), trace<bool>("0:1 2:0", 3)));
-    EXPECT_TRUE(same(trace<bool>("0:1 2:0 4:1").Or(trace<bool>("0:0 3:1 4:0")),
-                     trace<bool>("0:1 2:0 3:1", 4)));
 }
 
 template <class T>

@@ -9,19 +9,10 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <limits>
-#include <stdexcept>
 #include <vector>
 
 namespace vorm::test {
 namespace {
-
-double nextAfter(double time) {
-    return std::nextafter(time, infinity);
-}
-double nextBefore(double time) {
-    return std::nextafter(time, -infinity);
-}
 
 // ---- The slow, obvious reading ---------------------------------------------------------------
 
@@ -49,8 +40,8 @@ std::vector<double> eventTimes(const Signal& signal, double width) {
 double anyWidth(const Signal& signal, const TimeBase& base) {
     const double extent = signal.known - signal.start();
     const double random = base.grid ? 0.25 * *rc::gen::inRange(0, 60) : 3 * step(base);
-    return std::max(0.0, *rc::gen::element(0.0, random, random, random, extent, nextAfter(extent),
-                                           nextBefore(extent)));
+    return std::max(
+        0.0, *rc::gen::element(0.0, random, random, random, extent, after(extent), before(extent)));
 }
 
 template <class T>
@@ -170,28 +161,6 @@ RC_GTEST_PROP(Window, BoundsShiftTheWindow, (bool isLinear)) {
 
 // ---- Chosen cases ------------------------------------------------------------------------------
 
-TEST(Window, EventuallyOfABoolStepComesEarlierByTheWindow) {
-    EXPECT_TRUE(same(trace<bool>("0:0 5:1", 10).Eventually(0, 2), trace<bool>("0:0 3:1", 8)));
-}
-
-TEST(Window, WiderThanTheKnownSpanIsEmptyAndExactlyAsWideIsOneWindow) {
-    const auto signal = trace("0:1 2:5 4:3", 6);
-    EXPECT_TRUE(same(signal.Eventually(0, 6), trace("0:5", 0)));
-    EXPECT_TRUE(same(signal.Eventually(0, nextAfter(6)), trace("", -infinity)));
-    EXPECT_TRUE(same(signal.Globally(0, nextBefore(6)), trace("0:1", 6 - nextBefore(6))));
-}
-
-TEST(Window, AsWideAsTheTraceStillChangesWhenTheFirstSampleIsLeft) {
-    // At 1 the sample 9 is left behind, although every sample fits into the first window.
-    EXPECT_TRUE(same(trace("0:9 1:2 2:3", 10).Eventually(0, 8), trace("0:9 1:3", 2)));
-}
-
-TEST(Window, LinearPeakIsNotSeenBeforeItEnters) {
-    // A peak of 1 at 10: the window of width 2 reaches its foot at 7, and nothing of it before.
-    const auto signal = trace(linear, "0:0 9:0 10:1 11:0 20:0", 20);
-    EXPECT_TRUE(same(signal.Eventually(0, 2), trace(linear, "0:0 7:0 8:1 10:1 11:0 18:0", 18)));
-}
-
 TEST(Window, EmptyAndConstantTracesStayAsTheyAre) {
     const TimedTrace_T<double> constant(4.0);
     EXPECT_TRUE(same(constant.Globally(1, 2), constant));
@@ -201,22 +170,6 @@ TEST(Window, EmptyAndConstantTracesStayAsTheyAre) {
 template <class T>
 class NanInTheWindow : public testing::Test {};
 using TypesWithNan = testing::Types<double, float, HalfFloat>;
-// Known for ever on both sides.
-TEST(Window, SlidesOverAllOfTime) {
-    TimedTrace_T<std::int8_t> steps(0);
-    for (const auto& [time, value] : {std::pair{2.0, 1}, {5.0, -1}, {6.0, 0}}) {
-        steps.push_back({time, static_cast<std::int8_t>(value)});
-    }
-    steps.lastKnownTime = infinity;
-    const auto expected = [](const std::string& samples) {
-        return trace<std::int8_t>(samples, infinity);
-    };
-    EXPECT_TRUE(same(steps.Eventually(0, 1), expected("-inf:0 1:1 5:0")));
-    EXPECT_TRUE(same(steps.Globally(0, 1), expected("-inf:0 2:1 4:-1 6:0")));
-    EXPECT_TRUE(same(steps.Globally(1, 3), expected("-inf:0 1:1 2:-1 5:0")));
-    EXPECT_TRUE(same(steps.Eventually(-3, -1), expected("-inf:0 3:1 8:0")));
-}
-
 TYPED_TEST_SUITE(NanInTheWindow, TypesWithNan);
 
 template <class T>
@@ -253,6 +206,7 @@ TEST(Window, KeepsTheEnumerationAndTheInterpolation) {
     EXPECT_EQ(modes.Eventually(0, 1).enumTypeName, "Mode");
     EXPECT_EQ(modes.Eventually(1, 2).enumTypeName, "Mode");
     EXPECT_EQ(modes.Eventually(0, 9).enumTypeName, "Mode");
+    EXPECT_EQ(modes.Shift(1, true).enumTypeName, "Mode");
 }
 
 TEST(Window, RefusesAWidthThatIsNone) {
@@ -291,8 +245,7 @@ struct Minimize {
 TEST(MinimizedLastWindow, StaysKnownWhereAValueDecides) {
     const Minimize on;
     EXPECT_TRUE(same(trace<bool>("0:0 5:1", 10).Eventually(0, 2), trace<bool>("0:0 3:1", 10)));
-    EXPECT_TRUE(
-        same(trace<bool>("0:1 9:0", 10).Eventually(0, 4), trace<bool>("0:1", nextBefore(9))));
+    EXPECT_TRUE(same(trace<bool>("0:1 9:0", 10).Eventually(0, 4), trace<bool>("0:1", before(9))));
     EXPECT_TRUE(same(trace<bool>("0:1 9:0", 10).Globally(0, 4), trace<bool>("0:1 5:0", 10)));
     EXPECT_TRUE(same(trace<bool>("0:0", 10).Eventually(0, 4), trace<bool>("0:0", 6)));
 }
@@ -314,7 +267,7 @@ RC_GTEST_PROP(MinimizedLastWindow, ChangesNothingThatIsKnownWithoutIt, (bool glo
     }
     // Where the setting adds knowledge, the part of the window that is known decides alone.
     for (double t :
-         withMiddles(signal.times, nextAfter(usual.lastKnownTime), minimized.lastKnownTime)) {
+         withMiddles(signal.times, after(usual.lastKnownTime), minimized.lastKnownTime)) {
         RC_ASSERT(extremumIn(signal, globally ? -1 : 1, t, infinity) == (globally ? 0 : 1));
         RC_ASSERT(*minimized.valueAt(t) == !globally);
     }

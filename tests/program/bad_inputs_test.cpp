@@ -1,4 +1,5 @@
 // What a user can get wrong: each input gives one message that says what, where and what to do.
+// Here is what the program makes of them; the tests of formulas and of reading have the rest.
 
 #include "program_runner.hpp"
 
@@ -14,289 +15,103 @@ std::string fileWith(const std::string& formula) {
     return "[[assessment]]\nname = \"a\"\nformula = '" + formula + "'\n";
 }
 
+const std::string sound = fileWith("speed < 20");
+
 struct BadInput {
-    std::string name;
-    std::string assessments;
-    std::string recording;
-    std::string arguments;
-    int exitCode;
+    std::string input;
     std::vector<std::string> fragments;
 };
 
-// Where a message is about the formula, its text begins in column 12 of line 3.
-const std::vector<BadInput> badInputs{
-    {"unknown signal",
-     fileWith("sped < 20"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:12:", "unknown signal 'sped'", "sped < 20", "^^^^", "did you mean 'speed'?"}},
-    {"misspelt operator",
-     fileWith("allways[0, 1](speed < 20)"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:12:", "'allways'", "always"}},
-    {"unbalanced brackets",
-     fileWith("(speed < 20"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:12:", "'(' is not closed", "add ')'"}},
-    {"closing bracket too many",
-     fileWith("speed < 20)"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:22:", "')'"}},
-    {"type clash",
-     fileWith("speed & brake == 1"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:12:", "`speed` is double, but '&' needs bool", "speed > 0"}},
-    {"no verdict",
-     fileWith("speed + 1"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:12:", "double", "compare"}},
-    {"literal out of range",
-     "[signals]\nspeed = { type = \"int8\" }\n" + fileWith("speed < 300"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:5:20:", "300", "int8", "-128", "127"}},
-    {"window upside down",
-     fileWith("always[5, 2](speed < 20)"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:18:", "ends before it begins", "swap"}},
-    {"unknown unit",
-     fileWith("always[0, 2 sec](speed < 20)"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:24:", "sec", "ms"}},
-    {"no window",
-     fileWith("always(speed < 20)"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:", "always[0, 5 s]"}},
-    {"unknown member",
-     fileWith("mode == \"P\""),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:20:", "'P'", "mode", "'D'", "'N'"}},
-    {"no such recording",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml other.csv",
-     3,
-     {"other.csv", "No such file"}},
-    {"no such assessments",
-     fileWith("speed < 20"),
-     drive,
-     "run b.toml d.csv",
-     3,
-     {"'b.toml'", "No such file", "check the path"}},
-    {"missing column",
-     "[signals]\nspeed = { column = \"Sped\" }\n" + fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"d.csv", "'Sped'", "'speed'"}},
-    {"text in a number column",
-     fileWith("speed < 20"),
-     "time,speed\n0,1\n1,fast\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv:3:3:", "'fast'", "'speed'", "number"}},
-    {"time going back",
-     fileWith("speed < 20"),
-     "time,speed\n0,1\n2,3\n1,3\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv:4:1:", "the time goes back by 1 s to 1"}},
-    {"time standing still",
-     fileWith("speed < 20"),
-     "time,speed\n0,1\n2,3\n2,4\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv:4:", "equal_times"}},
-    {"empty file", fileWith("speed < 20"), "", "run a.toml d.csv", 3, {"d.csv", "empty"}},
-    {"header only",
-     fileWith("speed < 20"),
-     "time,speed\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv", "no rows"}},
-    {"a row too short",
-     fileWith("speed < 20"),
-     "time,speed\n0,1\n2\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv:3:", "has 1 cells, but the header 2"}},
-    {"unclosed quote",
-     fileWith("speed < 20"),
-     "time,speed\n0,\"1\n2,3\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv:2:", "quote"}},
-    {"no time column",
-     fileWith("speed < 20"),
-     "stamp,speed\n0,1\n",
-     "run a.toml d.csv",
-     3,
-     {"d.csv:1", "time", "[recording]"}},
-    {"broken TOML",
-     "[[assessment]\nname = \"a\"\n",
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:1:", "[[assessment]", "TOML"}},
-    {"unknown key",
-     "[[assessment]]\nname = \"a\"\nformule = \"speed < 20\"\n",
-     drive,
-     "check a.toml",
-     3,
-     {"a.toml:1:1:", "no 'formula'"}},
-    {"misspelt key",
-     "[[assessment]]\nname = \"a\"\nformula = \"speed < 20\"\nform = 3\n",
-     drive,
-     "check a.toml",
-     3,
-     {"a.toml:4:8:", "unknown key 'form'", "did you mean 'from'"}},
-    {"no assessment",
-     "title = \"x\"\n",
-     drive,
-     "check a.toml",
-     3,
-     {"a.toml:", "no assessment", "[[assessment]]"}},
-    {"bad duration",
-     fileWith("speed < 20") + "from = \"2 days\"\n",
-     drive,
-     "check a.toml",
-     3,
-     {"a.toml:4:8:", "'from'", "min"}},
-    {"two of one name",
-     fileWith("speed < 20") + fileWith("speed < 30"),
-     drive,
-     "check a.toml",
-     3,
-     {"a.toml:5:8:", "two assessments 'a'"}},
-    {"circle of definitions",
-     "[definitions]\nx = \"y\"\ny = \"x\"\n" + fileWith("x > 3"),
-     drive,
-     "check a.toml",
-     3,
-     {"a.toml:3:", "x -> y -> x"}},
-    {"unknown assessment",
-     fileWith("speed < 20"),
-     drive,
-     "show a.toml b d.csv",
-     3,
-     {"a.toml:", "no assessment 'b'", "'a'"}},
-    {"held signal has no slope",
-     fileWith("slope(speed) < 3"),
-     drive,
-     "run a.toml d.csv",
-     3,
-     {"a.toml:3:12:", "cannot be evaluated", "in slope(speed) < 3", "interpolation = \"linear\""}},
-    {"unwritable output",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv -o none/out.txt",
-     3,
-     {"none/out.txt", "No such file"}},
-    {"full disk",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv >/dev/full",
-     3,
-     {"cannot write", "standard output"}},
-    {"unknown option",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv --colour",
-     2,
-     {"--colour", "--help"}},
-    {"unknown command",
-     fileWith("speed < 20"),
-     drive,
-     "runn a.toml",
-     2,
-     {"no command 'runn'", "did you mean 'run'?"}},
-    {"unknown format",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv -f xml",
-     2,
-     {"xml", "junit"}},
-    {"output onto the recording",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv -o ./d.csv",
-     2,
-     {"'./d.csv' is an input", "another path"}},
-    {"output onto the assessments",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv -o a.toml",
-     2,
-     {"'a.toml' is an input"}},
-    {"empty output", fileWith("speed < 20"), drive, "run a.toml d.csv -o ''", 2, {"--output"}},
-    {"negative count",
-     fileWith("speed < 20"),
-     drive,
-     "run a.toml d.csv --intervals -1",
-     2,
-     {"--intervals"}},
-    {"no number of seconds",
-     fileWith("speed < 20"),
-     drive,
-     "show a.toml a d.csv --margin nan",
-     2,
-     {"--margin", "nan"}},
-    {"a path without end",
-     fileWith("speed < 20"),
-     drive,
-     "run $(printf '%5000s' x | tr ' ' x) d.csv",
-     3,
-     {"cannot read", "too long"}},
-    {"a wrong definition in no use",
-     "[definitions]\nd = \"mode > 3 & 2\"\n" + fileWith("speed < 20"),
-     drive,
-     "check a.toml --against d.csv",
-     3,
-     {"a.toml:2:"}},
-    {"standard input twice",
-     fileWith("speed < 20"),
-     drive,
-     "run - - <d.csv",
-     2,
-     {"standard input", "once"}},
-};
+class BadInputs : public ProgramTest {
+protected:
+    BadInputs() {
+        write("a.toml", sound);
+        write("d.csv", drive);
+    }
 
-class BadInputs : public ProgramTest {};
-
-TEST_F(BadInputs, SayWhatAndWhereAndWhatToDo) {
-    for (const BadInput& input : badInputs) {
-        SCOPED_TRACE(input.name);
-        write("a.toml", input.assessments);
-        write("d.csv", input.recording);
-        const ProgramResult result = assess(input.arguments);
-        EXPECT_EQ(result.exitCode, input.exitCode);
+    void expectMessage(const BadInput& bad, const std::string& arguments, int exitCode) const {
+        SCOPED_TRACE(bad.input);
+        const ProgramResult result = assess(arguments);
+        EXPECT_EQ(result.exitCode, exitCode);
         const std::string messages = result.out + result.err;
-        for (const std::string& fragment : input.fragments) {
+        for (const std::string& fragment : bad.fragments) {
             EXPECT_NE(messages.find(fragment), std::string::npos)
                 << "'" << fragment << "' is not in\n"
                 << messages;
         }
         EXPECT_EQ(messages.find("unexpected failure"), std::string::npos) << messages;
+    }
+};
+
+// The text of the formula begins in column 12 of line 3.
+TEST_F(BadInputs, FormulasAreRefused) {
+    for (const BadInput& bad : std::vector<BadInput>{
+             {"sped < 20", {"a.toml:3:12:", "'sped'", "sped < 20", "^^^^", "mean 'speed'?"}},
+             {"mode == \"P\"", {"a.toml:3:20:", "'P'", "mode", "'D'", "'N'"}},
+             {"speed + 1", {"a.toml:3:12:", "double", "compare"}},
+             {"slope(speed) < 3",
+              {"a.toml:3:12:", "cannot be evaluated", "in slope(speed) < 3", "= \"linear\""}},
+         }) {
+        write("a.toml", fileWith(bad.input));
+        expectMessage(bad, "run a.toml d.csv", 3);
+    }
+}
+
+TEST_F(BadInputs, AssessmentFilesAreRefused) {
+    const std::string named = "[[assessment]]\nname = \"a\"\n";
+    for (const BadInput& bad : std::vector<BadInput>{
+             {"[[assessment]\nname = \"a\"\n", {"a.toml:1:", "[[assessment]", "TOML"}},
+             {named + "formule = \"speed < 20\"\n", {"a.toml:1:1:", "no 'formula'"}},
+             {sound + "form = 3\n", {"a.toml:4:8:", "unknown key 'form'", "did you mean 'from'"}},
+             {"title = \"x\"\n", {"a.toml:", "no assessment", "[[assessment]]"}},
+             {sound + "from = \"2 days\"\n", {"a.toml:4:8:", "'from'", "min"}},
+             {sound + sound, {"a.toml:5:8:", "two assessments 'a'"}},
+             {"[definitions]\nx = \"y\"\ny = \"x\"\n" + fileWith("x > 3"),
+              {"a.toml:3:", "x -> y -> x"}},
+             {"[definitions]\nd = \"mode > 3 & 2\"\n" + sound, {"a.toml:2:"}},
+         }) {
+        write("a.toml", bad.input);
+        expectMessage(bad, "check a.toml --against d.csv", 3);
+    }
+}
+
+TEST_F(BadInputs, RecordingsAreRefused) {
+    for (const BadInput& bad : std::vector<BadInput>{
+             {"time,speed\n0,1\n2,3\n1,3\n", {"d.csv:4:1:", "the time goes back by 1 s to 1"}},
+             {"time,speed\n0,1\n1,fast\n", {"d.csv:3:3:", "'fast'", "'speed'", "number"}},
+             {"", {"d.csv", "empty"}},
+         }) {
+        write("d.csv", bad.input);
+        expectMessage(bad, "run a.toml d.csv", 3);
+    }
+}
+
+TEST_F(BadInputs, PathsThatCannotBeUsedAreNamed) {
+    for (const BadInput& bad : std::vector<BadInput>{
+             {"run a.toml other.csv", {"other.csv", "No such file"}},
+             {"run b.toml d.csv", {"'b.toml'", "No such file", "check the path"}},
+             {"show a.toml b d.csv", {"a.toml:", "no assessment 'b'", "'a'"}},
+             {"run a.toml d.csv -o none/out.txt", {"none/out.txt", "No such file"}},
+             {"run a.toml d.csv >/dev/full", {"cannot write", "standard output"}},
+             {"run $(printf '%5000s' x | tr ' ' x) d.csv", {"cannot read", "too long"}},
+         }) {
+        expectMessage(bad, bad.input, 3);
+    }
+}
+
+TEST_F(BadInputs, CommandLinesAreRefused) {
+    for (const BadInput& bad : std::vector<BadInput>{
+             {"run a.toml d.csv --colour", {"--colour", "--help"}},
+             {"runn a.toml", {"no command 'runn'", "did you mean 'run'?"}},
+             {"run a.toml d.csv -f xml", {"xml", "junit"}},
+             {"run a.toml d.csv -o ./d.csv", {"'./d.csv' is an input", "another path"}},
+             {"run a.toml d.csv -o a.toml", {"'a.toml' is an input"}},
+             {"run a.toml d.csv -o ''", {"--output"}},
+             {"run a.toml d.csv --intervals -1", {"--intervals"}},
+             {"show a.toml a d.csv --margin nan", {"--margin", "nan"}},
+             {"run - - <d.csv", {"standard input", "once"}},
+         }) {
+        expectMessage(bad, bad.input, 2);
     }
 }
 

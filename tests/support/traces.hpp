@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <ostream>
@@ -51,6 +52,14 @@ using namespace vorm::assessments;
 
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 inline constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+/// The neighbours of a representable time.
+inline double after(double time) {
+    return std::nextafter(time, infinity);
+}
+inline double before(double time) {
+    return std::nextafter(time, -infinity);
+}
+
 inline constexpr auto held = INTERPOLATION_METHOD::ZOH;
 inline constexpr auto linear = INTERPOLATION_METHOD::LINEAR;
 

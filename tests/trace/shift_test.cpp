@@ -1,4 +1,5 @@
 #include "support/signals.hpp"
+#include "support/thrown.hpp"
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
 
@@ -10,13 +11,6 @@
 
 namespace vorm::test {
 namespace {
-
-double up(double time) {
-    return std::nextafter(time, infinity);
-}
-double down(double time) {
-    return std::nextafter(time, -infinity);
-}
 
 TEST(Shift, LooksAheadByTheDelay) {
     const auto signal = trace("0:1 3:2 5:3", 6);
@@ -35,7 +29,7 @@ TEST(Shift, LooksAheadByTheDelay) {
 
 TEST(Shift, KeepsTimesApartThatRoundingBringsTogether) {
     auto close = trace("0.001:1");
-    close.push_back({up(0.001), 2});
+    close.push_back({after(0.001), 2});
     close.push_back({1, 3});
     const auto shifted = close.Shift(-1e9, true);
     EXPECT_TRUE(strictlyIncreasing(shifted));
@@ -43,7 +37,7 @@ TEST(Shift, KeepsTimesApartThatRoundingBringsTogether) {
     EXPECT_EQ(*shifted.valueAt(1e9 + 0.5), 2);
 
     TimedTrace_T<double> line(linear, -infinity);
-    for (const auto& point : {TimedPoint<double>{0, 0}, {1, 8}, {up(1), 100}, {2, 100}}) {
+    for (const auto& point : {TimedPoint<double>{0, 0}, {1, 8}, {after(1), 100}, {2, 100}}) {
         line.push_back(point);
     }
     const auto moved = line.Shift(-1e6, true);
@@ -68,16 +62,16 @@ TEST(EpsilonShift, MovesByOneRepresentableStep) {
     const auto signal = trace("0:1 3:2 5:3", 6);
     const auto later = signal.EpsilonShift(1);
     EXPECT_EQ(later.points[0].time, 0);
-    EXPECT_EQ(later.points[1].time, up(3));
-    EXPECT_EQ(later.points[2].time, up(5));
-    EXPECT_EQ(later.lastKnownTime, up(6));
+    EXPECT_EQ(later.points[1].time, after(3));
+    EXPECT_EQ(later.points[2].time, after(5));
+    EXPECT_EQ(later.lastKnownTime, after(6));
     EXPECT_TRUE(same(signal.EpsilonShift(1000), later));
 
     const auto earlier = signal.EpsilonShift(-1);
     EXPECT_EQ(earlier.points[0].time, 0);
     EXPECT_EQ(earlier.points[0].value, 1);
-    EXPECT_EQ(earlier.points[1].time, down(3));
-    EXPECT_EQ(earlier.lastKnownTime, down(6));
+    EXPECT_EQ(earlier.points[1].time, before(3));
+    EXPECT_EQ(earlier.lastKnownTime, before(6));
     EXPECT_TRUE(same(signal.EpsilonShift(nan), earlier));
 
     const TimedTrace_T<double> constant(5.0);
@@ -87,19 +81,15 @@ TEST(EpsilonShift, MovesByOneRepresentableStep) {
 }
 
 TEST(Slope, IsTheHeldDerivative) {
-    EXPECT_TRUE(same(trace(linear, "0:0 1:2 3:0").Slope(), trace("0:2 1:-1", down(3))));
-    EXPECT_TRUE(same(trace<float>(linear, "0:0 1:2 2:2").Slope(), trace("0:2 1:0", down(2))));
+    EXPECT_TRUE(same(trace(linear, "0:0 1:2 3:0").Slope(), trace("0:2 1:-1", before(3))));
+    EXPECT_TRUE(same(trace<float>(linear, "0:0 1:2 2:2").Slope(), trace("0:2 1:0", before(2))));
     EXPECT_TRUE(same(trace(linear, "").Slope(), trace("")));
 }
 
 TEST(Slope, RefusesHeldAndEnumeratedTraces) {
-    try {
-        trace("0:0 1:2").Slope();
-        FAIL();
-    } catch (const AssessmentInternalException& failure) {
-        EXPECT_NE(std::string(failure.what()).find("Slope is not valid for ZOH TimedTrace."),
-                  std::string::npos);
-    }
+    const auto failure = thrown<AssessmentInternalException>([] { trace("0:0 1:2").Slope(); });
+    EXPECT_NE(std::string(failure.what()).find("Slope is not valid for ZOH TimedTrace."),
+              std::string::npos);
     auto mode = trace<std::int8_t>("0:1");
     mode.enumTypeName = "Mode";
     EXPECT_THROW(mode.Slope(), AssessmentTypeException);

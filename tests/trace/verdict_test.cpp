@@ -1,12 +1,9 @@
 #include "support/signals.hpp"
 
-#include <vorm/assessments/errors/type_exceptions.hpp>
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <string>
 #include <vector>
 
 namespace vorm::test {
@@ -72,23 +69,6 @@ TEST(ConvertToResult, StepsOnBeyondTwoToThe53) {
         (std::vector<Row>{{0, pass}, {std::nextafter(big, infinity), none}, {infinity, none}}));
 }
 
-TEST(ConvertToResult, OfAWholeTraceAddsNothing) {
-    const auto verdicts = trace<bool>("0:1 2:0 5:1", 8).convertToResult();
-    EXPECT_EQ(rows(verdicts), (std::vector<Row>{{0, pass}, {2, fail}, {5, pass}}));
-    EXPECT_EQ(verdicts.lastKnownTime, 8);
-}
-
-TEST(ConvertToResult, RefusesAllButBool) {
-    try {
-        trace<float>("0:1").convertToResult(0, 1);
-        FAIL();
-    } catch (const AssessmentTypeException& failure) {
-        EXPECT_EQ(failure.getRHSTypeName(),
-                  AssessmentTypeException::getTypeName(AssessmentTypeException::typeTAG<float>()));
-    }
-    EXPECT_THROW(trace<std::uint8_t>("0:1").convertToResult(), AssessmentTypeException);
-}
-
 RC_GTEST_PROP(ConvertToResult, AgreesWithTheTraceAtEveryTimeOfTheRange, ()) {
     const Signal signal = anySignal(held, anyTimeBase(), 0, 1);
     const double start = signal.start() + *rc::gen::inRange(-8, 30) * 0.5;
@@ -107,39 +87,6 @@ RC_GTEST_PROP(ConvertToResult, AgreesWithTheTraceAtEveryTimeOfTheRange, ()) {
         const bool known = time >= signal.start() && time <= signal.known;
         const int expected = !known ? none : signal.at(time) == 1 ? pass : fail;
         RC_ASSERT(static_cast<int>(inForce->value.get()) == expected);
-    }
-}
-
-TEST(TypeGuards, NameTheTypeOrTheEnumeration) {
-    auto gear = trace<std::int8_t>("0:1");
-    const auto number = gear;
-    EXPECT_EQ(gear.errorType().which(), 2);
-    EXPECT_NO_THROW(gear.throwExceptionIfEnum());
-    gear.enumTypeName = "Gear";
-    EXPECT_EQ(gear.errorType().which(), 14);
-    EXPECT_THROW(gear.throwExceptionIfEnum(), AssessmentTypeException);
-
-    auto mode = gear;
-    mode.enumTypeName = "Mode";
-    EXPECT_NO_THROW(number.throwExceptionIfEnum(number, false));
-    EXPECT_NO_THROW(gear.throwExceptionIfEnum(gear, true));
-    const struct {
-        const TimedTrace_T<std::int8_t>& left;
-        const TimedTrace_T<std::int8_t>& right;
-        bool allowSame;
-        std::string names;
-    } refused[] = {{gear, gear, false, "Gear Gear"},
-                   {number, gear, false, "int8 Gear"},
-                   {number, gear, true, "int8 Gear"},
-                   {gear, number, true, "Gear int8"},
-                   {gear, mode, true, "Gear Mode"}};
-    for (const auto& row : refused) {
-        try {
-            row.left.throwExceptionIfEnum(row.right, row.allowSame);
-            ADD_FAILURE() << row.names;
-        } catch (const AssessmentBinaryTypeException& failure) {
-            EXPECT_EQ(failure.getLHSTypeName() + " " + failure.getRHSTypeName(), row.names);
-        }
     }
 }
 

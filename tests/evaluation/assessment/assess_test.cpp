@@ -1,4 +1,4 @@
-#include "recordings.hpp"
+#include "evaluation/recording/recorded.hpp"
 
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
@@ -16,8 +16,6 @@
 namespace vorm::evaluation {
 namespace {
 
-using test::recordingOf;
-
 AssessmentFile fileWith(const std::string& assessments) {
     return parseAssessmentFile(assessments, "limits.toml");
 }
@@ -32,7 +30,7 @@ AssessmentFile threeAssessments() {
 }
 
 Recording twoSignals() {
-    return recordingOf({{"x", {{{0, 1}, {2.5, 7}, {3, 2}, {6, 2}}}}, {"y", {{{0, 0}, {6, 0}}}}});
+    return test::read("t,x,y\n0,1,0\n2.5,7,0\n3,2,0\n6,2,0\n");
 }
 
 // Windows that reach far beyond a short recording must not move its instants.
@@ -40,7 +38,7 @@ TEST(Assess, LooksFarBesideAShortRecording) {
     const std::vector<double> seconds{10, 10.7};
     const std::array<bool, 2> b{true, false};
     const Recording recording =
-        evaluation::recordingOf("short", {{"b", SecondTimes{seconds}, SampleView<bool>(b)}});
+        recordingOf("short", {{"b", SecondTimes{seconds}, SampleView<bool>(b)}});
     const AssessmentFile file = fileWith(R"toml(
         assessment = [
             { name = "fails", formula = "fall(b) -> ~always[-10 s, 0](eventually[0, 10 s](fall(b)))" },
@@ -51,9 +49,9 @@ TEST(Assess, LooksFarBesideAShortRecording) {
     EXPECT_EQ(verdictText(outcome.assessments[1]), "PASS");
 }
 
-TEST(Assess, JudgesRecordingsInMemory) {
+TEST(Assess, JudgesARecording) {
     const RecordingOutcome outcome = assess(threeAssessments(), twoSignals());
-    EXPECT_EQ(outcome.recording, "in memory");
+    EXPECT_EQ(outcome.recording, "r.csv");
     EXPECT_FALSE(outcome.error);
     ASSERT_EQ(outcome.assessments.size(), 3U);
     EXPECT_EQ(verdictText(outcome.assessments[0]), "FAIL");
@@ -80,7 +78,7 @@ TEST(Assess, TakesOnlyThoseAskedFor) {
     EXPECT_THROW(assess(threeAssessments(), twoSignals(), options), InputError);
 }
 
-TEST(Assess, ExplainsARecordingInMemory) {
+TEST(Assess, ExplainsARecording) {
     const AssessmentFile file = threeAssessments();
     const Explanation explanation = explain(file, file.find("low"), twoSignals());
     EXPECT_EQ(verdictText(explanation.outcome), "FAIL");

@@ -1,4 +1,4 @@
-#include "recordings.hpp"
+#include "evaluation/recording/recorded.hpp"
 
 #include <vorm/evaluation/assessment/check.hpp>
 
@@ -27,13 +27,13 @@ TEST(Check, TellsEveryFormulaThatDoesNotFit) {
         "[[assessment]]\nname = \"b\"\nformula = \"y & true\"\n"
         "[[assessment]]\nname = \"c\"\nformula = \"x\"\n",
         "a.toml");
-    const auto x = test::recordingOf({{"x", {{{0, 1}, {1, 2}}}}});
+    const auto x = test::read("t,x\n0,1\n1,2\n");
     EXPECT_EQ(messagesOf(check(file)), Messages{}) << "any signal of any type";
     EXPECT_EQ(messagesOf(check(file, x)),
               (Messages{"9: unknown signal 'y'",
                         "12: an assessment is true or false, but this is of type double"}));
     EXPECT_EQ(
-        messagesOf(check(file, test::recordingOf({{"z", {}}}))),
+        messagesOf(check(file, test::read("t,z\n0,\n"))),
         (Messages{"2: unknown signal 'x'", "9: unknown signal 'y'", "12: unknown signal 'x'"}));
 }
 
@@ -42,9 +42,8 @@ TEST(Check, TellsUnusedDefinitionsWhereTheAssessmentsFit) {
         "[definitions]\nunused = \"z > 3\"\n"
         "[[assessment]]\nname = \"a\"\nformula = \"x > 1\"\n",
         "a.toml");
-    EXPECT_EQ(messagesOf(check(file, test::recordingOf({{"x", {}}}))),
-              Messages{"2: unknown signal 'z'"});
-    EXPECT_EQ(messagesOf(check(file, test::recordingOf({{"x", {}}, {"z", {}}}))), Messages{});
+    EXPECT_EQ(messagesOf(check(file, test::read("t,x\n0,\n"))), Messages{"2: unknown signal 'z'"});
+    EXPECT_EQ(messagesOf(check(file, test::read("t,x,z\n0,,\n"))), Messages{});
 }
 
 TEST(Check, ARecordingThatCannotBeReadIsOneError) {

@@ -1,4 +1,4 @@
-#include "recordings.hpp"
+#include "evaluation/recording/recorded.hpp"
 
 #include <vorm/evaluation/assessment/evaluate_formula.hpp>
 
@@ -10,9 +10,11 @@ namespace vorm::evaluation {
 namespace {
 
 Recording holedRecording() {
-    return test::recordingOf({{"x", {{{0, 1}, {0.1, 7}, {2, 2}, {3, 2}}, {{5, 2}, {6, 7}, {8, 7}}}},
-                              {"y", {{{1, 0}, {4, 0}}}},
-                              {"nothing", {}}});
+    SignalLayout x = test::declared("x");
+    x.maxGap = ExactTime::of("1.9", second);
+    return test::read(
+        "t,x,y,nothing\n0,1,,\n0.1,7,,\n1,,0,\n2,2,,\n3,2,,\n4,,0,\n5,2,,\n6,7,,\n7,7,,\n8,7,,\n",
+        test::declaring({x}));
 }
 
 std::string truthOn(const Recording& recording, const std::string& formula) {

@@ -8,7 +8,6 @@
 #include <boost/multiprecision/cpp_int.hpp>
 #include <rapidcheck/gtest.h>
 
-#include <cmath>
 #include <set>
 
 namespace vorm::test {
@@ -16,13 +15,6 @@ namespace {
 
 using evaluation::TracePieces;
 using evaluation::Truth;
-
-double after(double time) {
-    return std::nextafter(time, infinity);
-}
-double before(double time) {
-    return std::nextafter(time, -infinity);
-}
 
 // The three orders of two operands as truth.
 struct Orders {

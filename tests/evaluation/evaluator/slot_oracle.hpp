@@ -71,7 +71,7 @@ inline std::optional<double> numberAt(const SlotPieces& pieces, int slot) {
     return std::nullopt;
 }
 
-/// Truth or robustness on all slots: -1, 0 and 1 are false, open and true.
+/// A robustness on all slots.
 class Course {
 public:
     template <class Function>
@@ -205,18 +205,12 @@ private:
     const Signals& signals_;
 };
 
-/// The truth or the robustness of formulas.
+/// The robustness of formulas, the least or the greatest that what is open allows.
 class SlotOracle : public boost::static_visitor<Course> {
 public:
-    using Meaning = evaluation::Meaning;
-
-    SlotOracle(const SlotNumbers::Signals& signals, Meaning meaning)
+    SlotOracle(const SlotNumbers::Signals& signals, evaluation::Meaning meaning)
         : signals_(signals),
-          meaning_(meaning),
-          certain_(meaning == Meaning::Boolean ? 1 : infinity),
-          open_(meaning == Meaning::Boolean           ? 0
-                : meaning == Meaning::LeastRobustness ? -infinity
-                                                      : infinity) {}
+          open_(meaning == evaluation::Meaning::LeastRobustness ? -infinity : infinity) {}
 
     Course of(const Expression& formula) const { return boost::apply_visitor(*this, formula); }
 
@@ -226,11 +220,7 @@ public:
     Course operator()(const alias& node) const { return of(node.body); }
     Course operator()(const nilClass&) const { return isNotZero(nilClass()); }
     Course operator()(const unary_op& node) const {
-        const Meaning opposite = meaning_ == Meaning::LeastRobustness ? Meaning::GreatestRobustness
-                                 : meaning_ == Meaning::GreatestRobustness
-                                     ? Meaning::LeastRobustness
-                                     : meaning_;
-        const Course x = SlotOracle(signals_, opposite).of(node.child);
+        const Course x = opposite().of(node.child);
         return Course([&](int slot) { return -x.at(slot); });
     }
     Course operator()(const timed_unary_op& node) const {
@@ -239,11 +229,12 @@ public:
             return Course([&](int slot) { return x.at(slot + slotOf(node.offset)); });
         }
         // At each instant what the interval before or after it says, where the instant is known;
-        // at the first one that is known what it says itself.
+        // at the first one that is known what it says itself. Only signals are moved so, which are
+        // certain where they are known.
         const int side = node.offset >= 0 ? -1 : 1;
-        const Course truth = SlotOracle(signals_, Meaning::Boolean).of(node.child);
+        const Course other = opposite().of(node.child);
         int first = firstSlot;
-        while (first < lastSlot && truth.at(first) == 0) {
+        while (first < lastSlot && x.at(first) != other.at(first)) {
             ++first;
         }
         return Course([&](int slot) {
@@ -295,23 +286,25 @@ public:
         return Course([&](int slot) {
             const auto a = numberAt(l, slot);
             const auto b = numberAt(r, slot);
-            return a && b ? compared(node.op, *a, *b) : open_;
+            return a && b ? distance(node.op, *a, *b) : open_;
         });
     }
 
 private:
+    SlotOracle opposite() const {
+        return {signals_, open_ < 0 ? evaluation::Meaning::GreatestRobustness
+                                    : evaluation::Meaning::LeastRobustness};
+    }
+
     Course isNotZero(const Expression& term) const {
         const SlotPieces x = SlotNumbers(signals_).of(term);
         return Course([&](int slot) {
             const auto value = numberAt(x, slot);
-            return !value ? open_ : *value != 0 ? certain_ : -certain_;
+            return !value ? open_ : *value != 0 ? infinity : -infinity;
         });
     }
 
-    double compared(VORM_OP op, double a, double b) const {
-        if (meaning_ == Meaning::Boolean) {
-            return relation(op, a, b) ? 1 : -1;
-        }
+    static double distance(VORM_OP op, double a, double b) {
         switch (op) {
             case VORM_OP::Gt:
             case VORM_OP::Geq:
@@ -326,26 +319,7 @@ private:
         }
     }
 
-    static bool relation(VORM_OP op, double a, double b) {
-        switch (op) {
-            case VORM_OP::Gt:
-                return a > b;
-            case VORM_OP::Geq:
-                return a >= b;
-            case VORM_OP::Lt:
-                return a < b;
-            case VORM_OP::Leq:
-                return a <= b;
-            case VORM_OP::Eq:
-                return a == b;
-            default:
-                return a != b;
-        }
-    }
-
     const SlotNumbers::Signals& signals_;
-    Meaning meaning_;
-    double certain_;
     double open_;
 };
 

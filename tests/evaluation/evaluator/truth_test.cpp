@@ -81,7 +81,7 @@ TEST(Truth, WindowsAreDecidedByWhatIsKnown) {
         const Truth truth = truthFrom(values);
         Values negated;
         std::transform(values.begin(), values.end(), negated.begin(), std::negate());
-        for (const auto& [a, b] : {std::pair{0.0, 1.0}, {0.0, 3.0}, {1.0, 2.0}, {-2.0, 1.0}}) {
+        for (const auto& [a, b] : {std::pair{0.0, 1.0}, {1.0, 3.0}, {-2.0, 1.0}, {-3.0, -1.0}}) {
             const Truth eventually = truth.Eventually(a, b);
             const Truth globally = truth.Globally(a, b);
             for (double time = origin - 4; time <= origin + 8; time += 0.5) {

@@ -1,6 +1,6 @@
 // The oracle on cases that are worked out by hand.
 
-#include "quantity.hpp"
+#include "random_case.hpp"
 
 #include <gtest/gtest.h>
 
@@ -140,27 +140,19 @@ TEST(Oracle, TellsWhenTruthChanges) {
     EXPECT_EQ(rises("T"), "F");
 }
 
-std::string textOf(const Judgement& judgement) {
-    const auto textOfSpans = [](const std::vector<Span>& spans) {
-        std::string text;
-        for (const Span& span : spans) {
-            text += ' ' + shown(span.start) + ".." + shown(span.end);
-        }
-        return text;
-    };
-    return judgement.verdict + textOfSpans(judgement.failures) + " open" +
-           textOfSpans(judgement.openSpans) + " lengths " + shown(judgement.passed) + ' ' +
-           shown(judgement.failed) + ' ' + shown(judgement.open);
-}
-
 TEST(Oracle, JudgesARange) {
     const TruthCourse p = course("? 0=T T 3=F F 5=F ?");
-    EXPECT_EQ(textOf(judged(p, -1, 7)), "FAIL 3..5 open -1..0 5..7 lengths 3 2 3");
-    EXPECT_EQ(textOf(judged(p, 0, 2)), "PASS open lengths 2 0 0");
-    EXPECT_EQ(textOf(judged(p, 0, 3)), "FAIL 3..3 open lengths 3 0 0");
-    EXPECT_EQ(textOf(judged(p, 6, 7)), "NO_RESULT open 6..7 lengths 0 0 1");
-    EXPECT_EQ(textOf(judged(course("F 2=T F 4=F F 5=? F"), 1, 6)),
-              "FAIL 1..2 2..5 5..6 open 5..5 lengths 0 5 0");
+    EXPECT_EQ(shown(judged(p, -1, 7)),
+              "FAIL from -1 to 7, failing [3, 5], open [-1, 0] [5, 7], passed 3, failed 2, open 3");
+    EXPECT_EQ(shown(judged(p, 0, 2)),
+              "PASS from 0 to 2, failing, open, passed 2, failed 0, open 0");
+    EXPECT_EQ(shown(judged(p, 0, 3)),
+              "FAIL from 0 to 3, failing [3, 3], open, passed 3, failed 0, open 0");
+    EXPECT_EQ(shown(judged(p, 6, 7)),
+              "NO_RESULT from 6 to 7, failing, open [6, 7], passed 0, failed 0, open 1");
+    EXPECT_EQ(shown(judged(course("F 2=T F 4=F F 5=? F"), 1, 6)),
+              "FAIL from 1 to 6, failing [1, 2] [2, 5] [5, 6], open [5, 5], passed 0, failed 5, "
+              "open 0");
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include "rational.hpp"
 
 #include <algorithm>
-#include <functional>
 #include <vector>
 
 namespace vorm::evaluation::test {
@@ -84,10 +83,6 @@ TruthCourse tabulated(const Times& events, const Function& valueAt) {
         }
     }
     return course;
-}
-
-inline TruthCourse constantTruth(Truth value) {
-    return {{}, {}, {value}};
 }
 
 inline TruthCourse negation(TruthCourse p) {

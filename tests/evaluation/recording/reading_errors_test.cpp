@@ -28,10 +28,8 @@ TEST(RecordingErrors, NameTheCell) {
     expectErrors({
         {"t,speed\n0,1\n1, abc\n", "r.csv:3:3: 'abc' in column 'speed' is no number", "enum"},
         {"t;speed\n0;1\n1;1,5\n", "r.csv:3:3: '1,5' in column 'speed' is no number", "a point"},
-        {"t,s\n0,1\n1,1e999\n", "r.csv:3:3: '1e999' in column 's' is no number", ""},
         {"t,µ,b\n0,é,1\n1,è,x\n", "r.csv:3:5: 'x' in column 'b'", ""},
         {"t,a,b\n0,\"x\ny\",1\n1,\"u\nv\nw\",z\n", "r.csv:6:4: 'z' in column 'b'", ""},
-        {"t;a\n0;1,5\n", "r.csv:2:3: '1,5' in column 'a' is no number", "is a point"},
         {"t,a\n0,\n1,0x10\n", "r.csv:3:3: '0x10' in column 'a' is no number", "empty"},
         {"t,a\n0,-.5 V\n", "r.csv:2:3: '-.5 V' in column 'a' is no number", "\"enum\""},
         {"t,a\n0,1e999\n", "r.csv:2:3: '1e999' in column 'a' is no number", ""},
