@@ -147,6 +147,8 @@ TEST(ExpressionAliases, CompareTheirArgumentsKindForKind) {
     }
     EXPECT_TRUE(same<Inclusive>(alias(x, "->"), alias(x, copy.c_str())));
     EXPECT_FALSE(same<Inclusive>(alias(x, "->"), alias(x, "->", "->")));
+    EXPECT_FALSE(same<Inclusive>(alias(x, "->"), alias(x, x)));
+    EXPECT_FALSE(same<Inclusive>(alias(x, x), alias(x, "->")));
 }
 
 }  // namespace

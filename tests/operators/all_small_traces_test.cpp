@@ -189,7 +189,7 @@ INSTANTIATE_TEST_SUITE_P(Window, AllSmallTraces, testing::Values(held, linear),
 std::vector<Signal> smallSignals(INTERPOLATION_METHOD method, const std::vector<double>& values) {
     std::vector<Signal> signals;
     Signal all{method, {}, {}};
-    forEachTrace(all, {1, nextAfter(1), 2, 3}, values, 3, [&](Signal& signal) {
+    forEachTrace(all, {1, after(1), 2, 3}, values, 3, [&](Signal& signal) {
         for (const double knownAfter : {0.0, 0.5}) {
             signal.known = signal.times.back() + knownAfter;
             signals.push_back(signal);
@@ -236,7 +236,7 @@ void checkPointwise(
             [&](const Signal& left, const Signal& right, double time, double value) {
                 // Where lines cross between two representable times, the value is that of either.
                 std::vector<double> values;
-                for (const double beside : {nextBefore(time), time, nextAfter(time)}) {
+                for (const double beside : {before(time), time, after(time)}) {
                     const double moment = method == held ? time : std::max(beside, 1.0);
                     values.push_back(
                         function(valueAt(left, ticks(moment)), valueAt(right, ticks(moment))));

@@ -220,6 +220,9 @@ TEST(Until, RefusesWhatItCannotMean) {
     EXPECT_THROW(mode.Until(number, infinity), AssessmentTypeException);
     EXPECT_THROW(mode.Until(mode, 0, 1), AssessmentBinaryTypeException);
     EXPECT_THROW(step.UntimedUntil(step), AssessmentTypeException);
+    auto flag = trace<bool>("0:1 1:0", 5);
+    flag.enumTypeName = "Mode";
+    EXPECT_THROW(flag.UntimedUntil(flag), AssessmentBinaryTypeException);
     EXPECT_THROW(step.Until(step, -1), AssessmentInternalException);
     EXPECT_THROW(step.Until(step, nan), AssessmentInternalException);
 }

@@ -450,6 +450,14 @@ TEST_F(Assess, SignalsTellsWhatARecordingHolds) {
     EXPECT_EQ(x["times_back"], 1);
     EXPECT_EQ(x["longest_distance"], 59.5);
     EXPECT_EQ(nlohmann::json::parse(result.out)["recordings"][0]["signals"][1]["empty"], 1);
+    const std::string text = assess("signals ugly.csv").out;
+    EXPECT_NE(
+        text.find("  file      signal  type              samples  first [s]  last [s]  median "
+                  "step [s]  longest step [s]  holes  empty  NaN  equal times  times back\n"
+                  "  ugly.csv  x       double                  6          0        61         "
+                  "       1       59.5 at 0.5      1      -    1            1           1\n"),
+        std::string::npos)
+        << text;
 }
 
 TEST_F(Assess, CheckAcceptsOpenNamesAndTestsThemAgainstARecording) {

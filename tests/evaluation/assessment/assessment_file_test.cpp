@@ -72,6 +72,15 @@ formula = "a == 'P'"
     EXPECT_EQ(file.find("first").from, std::nullopt);
 }
 
+TEST(AssessmentFile, AssessmentsAreAListOfTables) {
+    for (const std::string text :
+         {"assessment = 5", "assessment = [5]", "[assessment]\nname = \"a\"", "assessment = {}"}) {
+        const InputProblem problem = problemOf(text);
+        EXPECT_EQ(problem.message, "'assessment' has to be a list of tables") << text;
+        EXPECT_EQ(problem.where.line, 1U) << text;
+    }
+}
+
 // Every text has the same mistake, a misspelt member at `'X'`.
 TEST(AssessmentFile, FormulaErrorsArePlacedInTheFile) {
     const std::string head =

@@ -125,6 +125,10 @@ TEST(Judgement, LeastValueIsThatOfTheWholeLine) {
     const auto gap = traceOf<double>(
         INTERPOLATION_METHOD::ZOH, {{0, 4}, {1, std::numeric_limits<double>::quiet_NaN()}, {2, 1}});
     EXPECT_TRUE(std::isnan(*leastValue({gap}, {0, 2}))) << "not known by how much";
+    const auto later = traceOf<double>(INTERPOLATION_METHOD::ZOH, {{10, 7}, {12, -1}});
+    EXPECT_EQ(leastValue({line, later}, {1, 11}), 0);
+    EXPECT_EQ(leastValue({line, later}, {1, 12}), -1);
+    EXPECT_TRUE(std::isnan(*leastValue({gap, later}, {0, 12})));
 }
 
 }  // namespace

@@ -182,6 +182,7 @@ void check(const Courses& courses, const Expression& formula, Counts& counts) {
         const SufficientCauses found = sufficientCauses(judged, failure);
         ++counts[found.extent];
         if (found.extent == CauseExtent::Part) {
+            RC_ASSERT(found.others == 0 && !found.areMore);
             continue;
         }
         const bool isWhole = found.extent == CauseExtent::Whole;

@@ -239,6 +239,12 @@ TEST_F(EvaluatorTest, MagnitudesAreZeroWhereLinesMeet) {
     }
 }
 
+TEST_F(EvaluatorTest, MagnitudesOfLinesThatEndOnZeroBendAtTheirSamples) {
+    const Expression line = add("line", trace(linear, "0:-1 1:0 2:1 3:0 4:-2", 4));
+    const auto magnitude = only(factory_.Abs(line)).get<double>();
+    EXPECT_TRUE(same(magnitude, trace(linear, "0:1 1:0 2:1 3:0 4:2", 4)));
+}
+
 // A magnitude that bends at a rounded time is off by as much before it, also where an instant is
 // all that is known of the other operand.
 TEST_F(EvaluatorTest, MagnitudesEqualWhatIsKnownAtAnInstant) {

@@ -48,6 +48,8 @@ TEST(Recording, FindsTheTypeOfAColumn) {
         {"t,a\n0,True\n1,false\n2,FALSE\n", "a: bool 0:true 1:false known 2"},
         {"t,a\n0,N\n1,true\n2,3\n3,N\n", "a: enumeration a 0:N 1:true 2:3 3:N known 3"},
         {"t,a\n0,9007199254740993\n", "a: int64 0:9007199254740993 known 0"},
+        {"t,a\n0,9007199254740991\n1,-9007199254740991\n",
+         "a: double 0:9007199254740991 1:-9007199254740991 known 1"},
         {"t,a\n0,7\n1,7\n2,-1\n3,9007199254740993\n",
          "a: int64 0:7 2:-1 3:9007199254740993 known 3"},
         {"t,a\n0,9223372036854775807\n1,18446744073709551615\n",
