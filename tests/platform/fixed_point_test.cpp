@@ -262,10 +262,11 @@ TEST(FixedPoint, StaysExactAtTheEndsOfEveryType) {
     }
 }
 
-// Numbers from far below one step of the type to far above its largest value.
+// Numbers from far below one step of the type to far above its largest value, a tie among them.
 TEST(FixedPoint, RoundsDoublesOfEveryExponent) {
     const FixedPointMath up(RoundingMode::Ceiling, OverflowMode::Wrap);
     const FixedPointMath nearest;
+    const FixedPointMath even(RoundingMode::Convergent, OverflowMode::Saturate);
     for (const auto& type : {binaryPoint(Signedness::Signed, 64, 3), s8f1, NumericTypeDescriptor(),
                              binaryPoint(Signedness::Unsigned, 63, -70)}) {
         for (int exponent = -260; exponent <= 200; ++exponent) {
@@ -273,7 +274,8 @@ TEST(FixedPoint, RoundsDoublesOfEveryExponent) {
             for (const auto& [number, math] : {std::pair(magnitude, up),
                                                {magnitude, nearest},
                                                {-magnitude, up},
-                                               {-magnitude, nearest}}) {
+                                               {-magnitude, nearest},
+                                               {std::ldexp(1.25, exponent), even}}) {
                 EXPECT_EQ(FixedPoint(number, type, math).storedInteger(),
                           expectedStored(cpp_rational(number), type, math).str())
                     << type.text() << ' ' << number;
