@@ -64,6 +64,11 @@ void requireSame(const Expression& formula, const Recording& recording,
     }
 }
 
+RC_GTEST_PROP(EvaluatorProperty, TruthIsThatOfTheSlots, ()) {
+    const Recording recording = anyRecording();
+    requireSame(FormulaGrower({}).truth(anyIndex(4)), recording, evaluation::Meaning::Boolean);
+}
+
 evaluation::Meaning anyRobustness() {
     return anyIndex(2) == 0 ? evaluation::Meaning::LeastRobustness
                             : evaluation::Meaning::GreatestRobustness;

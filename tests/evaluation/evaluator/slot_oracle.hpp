@@ -71,7 +71,7 @@ inline std::optional<double> numberAt(const SlotPieces& pieces, int slot) {
     return std::nullopt;
 }
 
-/// A robustness on all slots.
+/// Truth or robustness on all slots: -1, 0 and 1 are false, open and true.
 class Course {
 public:
     template <class Function>
@@ -205,12 +205,18 @@ private:
     const Signals& signals_;
 };
 
-/// The robustness of formulas, the least or the greatest that what is open allows.
+/// The truth or the robustness of formulas.
 class SlotOracle : public boost::static_visitor<Course> {
 public:
-    SlotOracle(const SlotNumbers::Signals& signals, evaluation::Meaning meaning)
+    using Meaning = evaluation::Meaning;
+
+    SlotOracle(const SlotNumbers::Signals& signals, Meaning meaning)
         : signals_(signals),
-          open_(meaning == evaluation::Meaning::LeastRobustness ? -infinity : infinity) {}
+          meaning_(meaning),
+          certain_(meaning == Meaning::Boolean ? 1 : infinity),
+          open_(meaning == Meaning::Boolean           ? 0
+                : meaning == Meaning::LeastRobustness ? -infinity
+                                                      : infinity) {}
 
     Course of(const Expression& formula) const { return boost::apply_visitor(*this, formula); }
 
@@ -220,7 +226,11 @@ public:
     Course operator()(const alias& node) const { return of(node.body); }
     Course operator()(const nilClass&) const { return isNotZero(nilClass()); }
     Course operator()(const unary_op& node) const {
-        const Course x = opposite().of(node.child);
+        const Meaning opposite = meaning_ == Meaning::LeastRobustness ? Meaning::GreatestRobustness
+                                 : meaning_ == Meaning::GreatestRobustness
+                                     ? Meaning::LeastRobustness
+                                     : meaning_;
+        const Course x = SlotOracle(signals_, opposite).of(node.child);
         return Course([&](int slot) { return -x.at(slot); });
     }
     Course operator()(const timed_unary_op& node) const {
@@ -229,12 +239,11 @@ public:
             return Course([&](int slot) { return x.at(slot + slotOf(node.offset)); });
         }
         // At each instant what the interval before or after it says, where the instant is known;
-        // at the first one that is known what it says itself. Only signals are moved so, which are
-        // certain where they are known.
+        // at the first one that is known what it says itself.
         const int side = node.offset >= 0 ? -1 : 1;
-        const Course other = opposite().of(node.child);
+        const Course truth = SlotOracle(signals_, Meaning::Boolean).of(node.child);
         int first = firstSlot;
-        while (first < lastSlot && x.at(first) != other.at(first)) {
+        while (first < lastSlot && truth.at(first) == 0) {
             ++first;
         }
         return Course([&](int slot) {
@@ -286,25 +295,23 @@ public:
         return Course([&](int slot) {
             const auto a = numberAt(l, slot);
             const auto b = numberAt(r, slot);
-            return a && b ? distance(node.op, *a, *b) : open_;
+            return a && b ? compared(node.op, *a, *b) : open_;
         });
     }
 
 private:
-    SlotOracle opposite() const {
-        return {signals_, open_ < 0 ? evaluation::Meaning::GreatestRobustness
-                                    : evaluation::Meaning::LeastRobustness};
-    }
-
     Course isNotZero(const Expression& term) const {
         const SlotPieces x = SlotNumbers(signals_).of(term);
         return Course([&](int slot) {
             const auto value = numberAt(x, slot);
-            return !value ? open_ : *value != 0 ? infinity : -infinity;
+            return !value ? open_ : *value != 0 ? certain_ : -certain_;
         });
     }
 
-    static double distance(VORM_OP op, double a, double b) {
+    double compared(VORM_OP op, double a, double b) const {
+        if (meaning_ == Meaning::Boolean) {
+            return relation(op, a, b) ? 1 : -1;
+        }
         switch (op) {
             case VORM_OP::Gt:
             case VORM_OP::Geq:
@@ -319,7 +326,26 @@ private:
         }
     }
 
+    static bool relation(VORM_OP op, double a, double b) {
+        switch (op) {
+            case VORM_OP::Gt:
+                return a > b;
+            case VORM_OP::Geq:
+                return a >= b;
+            case VORM_OP::Lt:
+                return a < b;
+            case VORM_OP::Leq:
+                return a <= b;
+            case VORM_OP::Eq:
+                return a == b;
+            default:
+                return a != b;
+        }
+    }
+
     const SlotNumbers::Signals& signals_;
+    Meaning meaning_;
+    double certain_;
     double open_;
 };
 

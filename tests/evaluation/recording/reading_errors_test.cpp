@@ -131,9 +131,12 @@ TEST(RecordingErrors, NameWhatTheSystemSays) {
         return errorOf([&] { readRecording({{path}}, {}); });
     };
     EXPECT_NE(reading("no/such.csv").find("'no/such.csv': No such file"), std::string::npos);
-    const std::string folder = ::testing::TempDir() + "vorm_recording_errors_test";
-    std::filesystem::create_directories(folder);
-    EXPECT_NE(reading(folder).find("the folder has no recordings"), std::string::npos);
+    std::string pattern = ::testing::TempDir() + "vorm_XXXXXX";
+    const std::string folder = ::mkdtemp(pattern.data());
+    EXPECT_NE(reading(folder).find("the folder has no recordings\n  they end in .csv, .tsv, .txt, "
+                                   ".jsonl or .ndjson"),
+              std::string::npos)
+        << reading(folder);
     std::filesystem::remove_all(folder);
 }
 

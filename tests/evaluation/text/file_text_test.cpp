@@ -3,13 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <string>
 
 namespace vorm::evaluation {
 namespace {
 
 TEST(FileText, FailedWritesLeaveTheOldFileAlone) {
-    const auto folder = std::filesystem::temp_directory_path() / "vorm_file_text_test";
+    std::string pattern = (std::filesystem::temp_directory_path() / "vorm_XXXXXX").string();
+    const std::filesystem::path folder = ::mkdtemp(pattern.data());
     std::filesystem::create_directories(folder / "taken");
     const std::string path = (folder / "a.txt").string();
     writeFile(path, "old");

@@ -25,6 +25,9 @@ enum class OperatorFamily : std::uint8_t {
     EpsilonShift,
 };
 
+/// Greater than the number of any operator.
+inline constexpr int beyondOperators = 100;
+
 /// The one place that lists all operators.
 constexpr OperatorFamily familyOf(VORM_OP op) {
     switch (op) {
@@ -67,11 +70,22 @@ constexpr OperatorFamily familyOf(VORM_OP op) {
     return OperatorFamily::None;
 }
 
+/// Whether a family has these operators and no other, for choices among them that end in an else.
+constexpr bool consistsOf(OperatorFamily family, std::initializer_list<VORM_OP> operators) {
+    for (int number = 0; number < beyondOperators; ++number) {
+        const auto op = static_cast<VORM_OP>(number);
+        const bool isNamed = std::find(operators.begin(), operators.end(), op) != operators.end();
+        if (isNamed != (familyOf(op) == family)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Whether a table, of rows with an `op`, has every operator of these families.
 template <class Table>
 constexpr bool coversAll(const Table& table, std::initializer_list<OperatorFamily> families) {
-    constexpr int beyondAll = 100;
-    for (int number = 0; number < beyondAll; ++number) {
+    for (int number = 0; number < beyondOperators; ++number) {
         const auto op = static_cast<VORM_OP>(number);
         const auto isFamily = [&](OperatorFamily family) { return family == familyOf(op); };
         const auto isRow = [&](const auto& row) { return row.op == op; };

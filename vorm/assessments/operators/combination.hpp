@@ -86,10 +86,15 @@ private:
         int order() const { return int{right < left} - int{left < right}; }
     };
 
+    // The value of an operand at the common start, which is its first sample's time or later.
+    static T valueAtStart(const support::OperandCursor<T>& operand, double start) {
+        const bool hasBegun = operand.done() || operand.nextTime() > start;
+        return hasBegun ? operand.inForce().valueAt(start) : operand.begin()->value;
+    }
+
     void mergeLinear(double start) {
-        // The first visit is at the start, where nothing lies between.
-        Values last{start, ZERO<T>(), ZERO<T>()};
-        int lastOrder = 0;
+        Values last{start, valueAtStart(left_, start), valueAtStart(right_, start)};
+        int lastOrder = last.order();
         // Inlined by force: this loop is what comparing a signal with a limit spends its time in.
         const auto visit = [&](double time, const Point* left, const Point* right)
             __attribute__((always_inline)) {

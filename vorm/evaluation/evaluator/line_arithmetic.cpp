@@ -1,6 +1,7 @@
 #include "line_arithmetic.hpp"
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/operators/value_arithmetic.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
@@ -20,6 +21,9 @@ namespace vorm::evaluation {
 using namespace assessments;
 
 namespace {
+
+static_assert(support::consistsOf(support::OperatorFamily::Arithmetic,
+                                  {VORM_OP::Plus, VORM_OP::Minus, VORM_OP::Multiply}));
 
 // By the core, which refuses what has no numbers.
 TimedTrace onTraces(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {

@@ -162,6 +162,8 @@ public:
             case OperatorFamily::Comparison:
                 return comparison(node);
             case OperatorFamily::Connective:
+                static_assert(
+                    support::consistsOf(OperatorFamily::Connective, {VORM_OP::And, VORM_OP::Or}));
                 return node.op == VORM_OP::And
                            ? logic([](const auto& l, const auto& r) { return l.And(r); })
                            : logic([](const auto& l, const auto& r) { return l.Or(r); });

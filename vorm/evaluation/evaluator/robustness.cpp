@@ -1,6 +1,6 @@
 #include "robustness.hpp"
 
-#include <vorm/assessments/errors/assessment_exception.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/assessments/trace/trace_builder.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
@@ -49,6 +49,10 @@ TimedTrace difference(const TimedTrace& left, const TimedTrace& right) {
     return onAligned(changedOr(leftNumbers, left), changedOr(rightNumbers, right),
                      [](const TimedTrace& l, const TimedTrace& r) { return l.Minus(r); });
 }
+
+static_assert(support::consistsOf(support::OperatorFamily::Comparison,
+                                  {VORM_OP::Eq, VORM_OP::Neq, VORM_OP::Lt, VORM_OP::Leq,
+                                   VORM_OP::Gt, VORM_OP::Geq}));
 
 TimedTrace distance(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
     requireComparable(op, left, right);

@@ -52,6 +52,9 @@ static_assert(support::coversAll(binaries, {support::OperatorFamily::Arithmetic,
                                             support::OperatorFamily::Comparison,
                                             support::OperatorFamily::Connective}));
 
+static_assert(support::consistsOf(support::OperatorFamily::Window,
+                                  {VORM_OP::Globally, VORM_OP::Eventually}));
+
 template <class Operations, class... Operands>
 Expression built(const Operations& operations, VORM_OP op, Operands&&... operands) {
     for (const auto& each : operations) {

@@ -68,7 +68,8 @@ Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resoluti
 /// equal times, and lines to and from what is not finite. Throws InputError that names the signal
 /// and the index of a time that goes back, repeats where that is refused, or is not finite, and of
 /// an enumeration's value that is no member; for lengths that differ; for lines of a type that has
-/// none; and where the timeline cannot tell two samples apart. Linear in the samples.
+/// none; and where the timeline cannot tell two samples apart. Times are looked at before values.
+/// Linear in the samples.
 Signal signalOf(const SignalColumn& column, const Timeline& timeline);
 
 }  // namespace vorm::evaluation

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <string_view>
 #include <system_error>
 
 namespace vorm::evaluation {
@@ -38,9 +39,10 @@ constexpr std::array endings = std::to_array<Ending>({
 });
 
 const Ending* endingOf(const fs::path& path) {
-    const std::string text = path.extension().string();
-    const auto* const found = std::find_if(
-        endings.begin(), endings.end(), [&](const Ending& ending) { return ending.text == text; });
+    const std::string name = path.filename().string();
+    const auto* const found =
+        std::find_if(endings.begin(), endings.end(),
+                     [&](const Ending& ending) { return name.ends_with(ending.text); });
     return found == endings.end() ? nullptr : found;
 }
 
