@@ -79,8 +79,9 @@ SharedPieces sharedPieces(std::deque<TimedTrace_T<T>> pieces, const Timeline& ti
     return shared;
 }
 
-#define VORM_VALUE_TYPE(T) \
-    template SharedPieces sharedPieces(std::deque<TimedTrace_T<T>>, const Timeline&);
+template <class T>
+using Traces = std::deque<TimedTrace_T<T>>;
+#define VORM_VALUE_TYPE(T) template SharedPieces sharedPieces(Traces<T>, const Timeline&);
 #include <vorm/assessments/value_types.def>
 
 }  // namespace vorm::evaluation
