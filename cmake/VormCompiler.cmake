@@ -38,7 +38,7 @@ option(VORM_COMPILE_TOGETHER "Compile small sources of a folder as one" OFF)
 
 # Lets the sources of a folder, but for some that are large, be compiled several at a time where a
 # build starts from nothing: most of the time of each goes to what it includes. Each compiles alone all
-# the same, as in the presets that check and debug.
+# the same, as in the presets sanitize and debug.
 function(vorm_compile_together target folder)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "BUT")
     set_target_properties(${target} PROPERTIES UNITY_BUILD ${VORM_COMPILE_TOGETHER}

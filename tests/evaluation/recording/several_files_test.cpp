@@ -36,6 +36,16 @@ TEST(RecordingOfSeveralFiles, NamesByColumnOrByFileAndColumn) {
               (std::vector<std::string>{"gps.v", "alt", "gps.alt", "can.v", "gear", "can.gear"}));
 }
 
+TEST(RecordingOfSeveralFiles, EndingsTellTheFormOfTheirRows) {
+    const std::string lines = "{\"t\": 0, \"name\": \"v\", \"value\": 1}\n";
+    for (const char* path : {"a.jsonl", "a.ndjson", "d/.jsonl", "a.csv.ndjson"}) {
+        EXPECT_EQ(textOf(read(lines, {}, {}, path)), "v: double 0:1 known 0") << path;
+    }
+    for (const char* path : {"a.csv", "a.tsv", "a.txt", "a.jsonl/b", "jsonl"}) {
+        EXPECT_EQ(textOf(read("t,v\n0,1\n", {}, {}, path)), "v: double 0:1 known 0") << path;
+    }
+}
+
 TEST(RecordingOfSeveralFiles, DeclarationsNameTheFile) {
     auto speed = declared("speed");
     speed.column = "v";

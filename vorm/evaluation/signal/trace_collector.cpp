@@ -5,10 +5,15 @@
 #include <vorm/assessments/trace/time_step.hpp>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace vorm::evaluation {
 
 using namespace assessments;
+
+template <class T>
+using Traces = std::deque<TimedTrace_T<T>>;
 
 namespace {
 
@@ -62,7 +67,7 @@ void setApart(TimedTrace_T<T>& left, TimedTrace_T<T>& right, const Timeline& tim
 }  // namespace
 
 template <class T>
-SharedPieces sharedPieces(std::deque<TimedTrace_T<T>> pieces, const Timeline& timeline) {
+SharedPieces sharedPieces(Traces<T> pieces, const Timeline& timeline) {
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         place(pieces[i], timeline);
         if (i > 0) {
@@ -79,8 +84,6 @@ SharedPieces sharedPieces(std::deque<TimedTrace_T<T>> pieces, const Timeline& ti
     return shared;
 }
 
-template <class T>
-using Traces = std::deque<TimedTrace_T<T>>;
 #define VORM_VALUE_TYPE(T) template SharedPieces sharedPieces(Traces<T>, const Timeline&);
 #include <vorm/assessments/value_types.def>
 
