@@ -21,10 +21,12 @@ if(VORM_SANITIZERS)
     add_link_options(-fsanitize=${VORM_SANITIZERS})
 endif()
 
-# The fuzzer looks for inputs that reach new places of the libraries.
-if(VORM_FUZZ)
-    add_compile_options(-fsanitize=fuzzer-no-link)
-endif()
+# Lets the fuzz targets look for inputs that reach new places of that library.
+function(vorm_watch_for_fuzzing target)
+    if(VORM_FUZZ)
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    endif()
+endfunction()
 
 # Headers that are compiled once for a target. g++ 12 forgets which of them are the system's, and then
 # warns of faults in std::string that are none; clang looks for these, too.
@@ -34,19 +36,28 @@ function(vorm_precompile_headers target)
         ${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-stringop-overflow>)
 endfunction()
 
-option(VORM_COMPILE_TOGETHER "Compile small sources of a folder as one" OFF)
+set(VORM_COMPILE_TOGETHER OFF CACHE STRING
+    "Compile small sources of a folder as one: OFF, ON, or REVERSED for the last one first")
 
 # Lets the sources of a folder, but for some that are large, be compiled several at a time where a
 # build starts from nothing: most of the time of each goes to what it includes. Each compiles alone all
-# the same, as in the presets sanitize and debug.
+# the same: what one lacks and another includes before it is missed in one of the two orders.
 function(vorm_compile_together target folder)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "BUT")
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ${VORM_COMPILE_TOGETHER}
-                                               UNITY_BUILD_MODE GROUP)
-    get_target_property(sources ${target} SOURCES)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+    if(VORM_COMPILE_TOGETHER)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+    endif()
+    get_target_property(others ${target} SOURCES)
+    set(sources ${others})
     list(FILTER sources INCLUDE REGEX "^${folder}/[^/]*$")
     list(TRANSFORM arg_BUT PREPEND "${folder}/")
     list(REMOVE_ITEM sources ${arg_BUT} "")
+    if(VORM_COMPILE_TOGETHER STREQUAL REVERSED)
+        list(REMOVE_ITEM others ${sources})
+        list(REVERSE sources)
+        set_target_properties(${target} PROPERTIES SOURCES "${others};${sources}")
+    endif()
     list(LENGTH sources count)
     math(EXPR groups "(${count} + 7) / 8")
     set(index 0)

@@ -1,6 +1,7 @@
 #include "exact_time.hpp"
 
 #include <vorm/evaluation/text/shortest_number.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
 #include <array>
@@ -248,11 +249,11 @@ std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& uni
 }
 
 std::optional<ExactTime> ExactTime::ofSeconds(double seconds) {
-    constexpr Unit second(ExactTime(static_cast<WideInteger>(tenTo[secondDigits])));
+    constexpr Unit unit(second);
     if (const auto time = ofFewDigits(seconds)) [[likely]] {
         return time;
     }
-    return std::isfinite(seconds) ? of(shortestNumber(seconds), second) : std::nullopt;
+    return std::isfinite(seconds) ? of(shortestNumber(seconds), unit) : std::nullopt;
 }
 
 double ExactTime::in(ExactTime unit) const {
@@ -261,7 +262,6 @@ double ExactTime::in(ExactTime unit) const {
 }
 
 double ExactTime::seconds() const {
-    constexpr ExactTime second(static_cast<WideInteger>(tenTo[secondDigits]));
     return in(second);
 }
 
