@@ -57,7 +57,7 @@ void takeRobustness(const Task& task, const Bounds& bounds, const EvaluationResu
         // Both fail for the same reason; they may come from different threads.
         if (bounds.least) {
             outcome.robustnessError =
-                detail::evaluationFailure(task.assessment, robustness.failure).what();
+                detail::evaluationFailure(task.assessment, robustness.failure);
         }
         return;
     }

@@ -69,7 +69,7 @@ struct AssessmentOutcome {
     /// way, and nothing where there is no range.
     std::optional<double> leastRobustness;
     std::optional<double> greatestRobustness;
-    std::string robustnessError;  ///< why it was asked for and is not known
+    std::optional<InputError> robustnessError;  ///< why it was asked for and is not known
 
     /// How much of the range is open, from 0 to 1. What is open for instants only counts as
     /// nothing.

@@ -87,7 +87,7 @@ Json openSpansOf(const AssessmentOutcome& outcome) {
 
 std::string robustnessErrorOf(const AssessmentOutcome& outcome) {
     if (!outcome.leastRobustness || !outcome.greatestRobustness) {
-        return outcome.robustnessError;
+        return errorText(outcome.robustnessError);
     }
     if (!hasDecidedRobustness(outcome)) {
         return "the recording does not decide it";
@@ -133,6 +133,7 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
     json["robustness_least"] = numberOrNull(outcome.leastRobustness);
     json["robustness_greatest"] = numberOrNull(outcome.greatestRobustness);
     json["robustness_error"] = textOrNull(robustnessErrorOf(outcome));
+    json["robustness_problem"] = problemOf(outcome.robustnessError);
     return json;
 }
 

@@ -81,7 +81,7 @@ private:
         addLines(errorText(outcome.error));
         addLines(outcome.reason);
         addLines(neverTriggeredText(outcome));
-        addLines(outcome.robustnessError);
+        addLines(errorText(outcome.robustnessError));
         for (const std::string& line : failureLines(outcome, style_.mostIntervals)) {
             table_.addNote(line);
         }
