@@ -42,9 +42,12 @@
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
+#include <vorm/evaluation/time/counted_time.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
 #include <vorm/evaluation/time/time_format.hpp>
+#include <vorm/evaluation/time/time_notation.hpp>
 #include <vorm/evaluation/time/time_span.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
+#include <vorm/evaluation/time/time_zone.hpp>
 #include <vorm/evaluation/time/timeline.hpp>

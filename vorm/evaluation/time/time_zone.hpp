@@ -1,0 +1,42 @@
+#pragma once
+
+#include <vorm/evaluation/time/exact_time.hpp>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vorm::evaluation {
+
+/// The rules of local time somewhere: a zone of the IANA time zone database as the system has it.
+/// Threads use copies of their own, since each remembers what it looked up last.
+class TimeZone {
+public:
+    /// The zone of that name: `Europe/Berlin`, `UTC`. Throws InputError, which names no place,
+    /// where the system has none.
+    static TimeZone called(std::string_view name);
+
+    /// The time in UTC at which clocks of the zone show `local`, both from 1970-01-01 on. Throws
+    /// InputError, which names no place, for a time that clocks show twice or never because they
+    /// are put back or forward, and for one that the system's rules do not reach.
+    ExactTime utcOf(ExactTime local) const;
+
+    const std::string& name() const { return name_; }
+
+private:
+    /// Times throughout which clocks of the zone are ahead of UTC by the same.
+    struct Steady {
+        ExactTime first;
+        ExactTime end;  ///< the first one after it
+        ExactTime ahead;
+    };
+
+    explicit TimeZone(std::string name) : name_(std::move(name)) {}
+
+    Steady around(ExactTime local) const;
+
+    std::string name_;
+    mutable Steady last_;
+};
+
+}  // namespace vorm::evaluation
