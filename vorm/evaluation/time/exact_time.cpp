@@ -1,7 +1,6 @@
 #include "exact_time.hpp"
 
 #include <vorm/evaluation/text/shortest_number.hpp>
-#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
 #include <array>
@@ -54,8 +53,10 @@ bool isDigit(char c) {
 // is beyond the range.
 class DecimalReader {
 public:
-    explicit DecimalReader(std::string_view text)
-        : at_(text.data()), end_(text.data() + text.size()) {}
+    DecimalReader(std::string_view text, WideInteger mostDigits)
+        : at_(text.data()),
+          end_(text.data() + text.size()),
+          mostDigits_(static_cast<WideNatural>(mostDigits)) {}
 
     std::optional<Decimal> read() {
         if (at_ != end_ && (*at_ == '+' || *at_ == '-')) {
@@ -78,7 +79,7 @@ private:
         takeShortDigits();
         decimal_.exponent -= behindPoint * static_cast<int>(at_ - begin);
         for (; at_ != end_ && isDigit(*at_); ++at_) {
-            if (decimal_.digits < tenTo[35]) {
+            if (decimal_.digits <= mostDigits_) {
                 decimal_.digits = decimal_.digits * 10 + static_cast<WideNatural>(*at_ - '0');
                 decimal_.exponent -= behindPoint;
             } else {
@@ -123,6 +124,7 @@ private:
 
     const char* at_;
     const char* const end_;
+    const WideNatural mostDigits_;
     Decimal decimal_;
 };
 
@@ -235,7 +237,7 @@ std::optional<ExactTime> ofFewDigits(double seconds) {
 }  // namespace
 
 std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& unit) {
-    const auto number = DecimalReader(decimal).read();
+    const auto number = DecimalReader(decimal, unit.mostDigits_).read();
     if (!number) {
         return std::nullopt;
     }
@@ -249,11 +251,11 @@ std::optional<ExactTime> ExactTime::of(std::string_view decimal, const Unit& uni
 }
 
 std::optional<ExactTime> ExactTime::ofSeconds(double seconds) {
-    constexpr Unit unit(second);
+    constexpr Unit oneSecond(ExactTime(static_cast<WideInteger>(tenTo[secondDigits])));
     if (const auto time = ofFewDigits(seconds)) [[likely]] {
         return time;
     }
-    return std::isfinite(seconds) ? of(shortestNumber(seconds), unit) : std::nullopt;
+    return std::isfinite(seconds) ? of(shortestNumber(seconds), oneSecond) : std::nullopt;
 }
 
 double ExactTime::in(ExactTime unit) const {
@@ -262,7 +264,8 @@ double ExactTime::in(ExactTime unit) const {
 }
 
 double ExactTime::seconds() const {
-    return in(second);
+    constexpr ExactTime oneSecond(static_cast<WideInteger>(tenTo[secondDigits]));
+    return in(oneSecond);
 }
 
 std::string ExactTime::text() const {

@@ -25,12 +25,14 @@ public:
             for (; factor_ % 10 == 0; factor_ /= 10) {
                 ++zeros_;
             }
+            mostDigits_ = (WideInteger{1} << 126) / factor_ / 10 - 1;
         }
 
     private:
         friend class ExactTime;
         WideInteger factor_;
         int zeros_ = 0;
+        WideInteger mostDigits_ = 0;  // with one more the product with the factor still fits
     };
 
     /// A decimal number of that unit, `-12.5`, `.5`, `4.6408e4`, with a sign or without, of any
