@@ -21,8 +21,9 @@ enum class TimeNotation {
     MonthFirst,  ///< `06/30/2021`, `6-30-2021`; not with points
     DayMonthName,  ///< `30-Jun-2021`, `30 June 2021`, `Jun 30, 2021`, `2021-Jun-30`, in English
     /// An elapsed time or a time of day: `144:02:18.5`, `-0:00:03`, `05:12.3` (minutes and seconds,
-    /// only with a fraction), `9:39 PM`; behind days `2.03:04:05`, `2 03:04:05`, `2d 03:04:05`,
-    /// `1 day, 2:03:04`. Not `09:39`, which may be hours and minutes or minutes and seconds.
+    /// only with a fraction), `9:39 PM`; behind days, of at most five digits, `2.03:04:05`,
+    /// `2 03:04:05`, `2d 03:04:05`, `1 day, 2:03:04`. Not `-1 day, 2:03:04`, of which the sign may
+    /// be meant for the days alone, and not `09:39`, hours and minutes or minutes and seconds.
     Clock
 };
 
