@@ -24,7 +24,7 @@ public:
     const std::string& name() const { return name_; }
 
 private:
-    /// Times throughout which clocks of the zone are ahead of UTC by the same.
+    /// Local times at which clocks of the zone are ahead of UTC by the same.
     struct Steady {
         ExactTime first;
         ExactTime end;  ///< the first one after it
@@ -33,6 +33,7 @@ private:
 
     explicit TimeZone(std::string name) : name_(std::move(name)) {}
 
+    /// How far clocks are ahead at that time, and other times at which they certainly are.
     Steady around(ExactTime local) const;
 
     std::string name_;
