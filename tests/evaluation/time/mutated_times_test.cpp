@@ -102,7 +102,7 @@ std::optional<LocalTime> clockBy(const std::string& text) {
 std::set<std::string> mutationsOf(const std::string& text) {
     std::set<std::string> mutations{text};
     for (std::size_t i = 0; i <= text.size(); ++i) {
-        for (const char c : std::string("0123456789-+:./,; \tTtZzdDaPmM_e\0\xff", 34)) {
+        for (const char c : std::string("0123456789-+:./,; \tTtZzdDaPmM_e\0\xff", 33)) {
             mutations.insert(text.substr(0, i) + c + text.substr(i));
             mutations.insert(text.substr(0, i) + c + text.substr(std::min(i + 1, text.size())));
         }

@@ -148,7 +148,7 @@ std::vector<Spelling> spellingsOf(const Date& date) {
     const std::string day = std::to_string(date.day);
     const std::string longMonth = padded(date.month, 2);
     const std::string longDay = padded(date.day, 2);
-    const std::string name = months.at(static_cast<std::size_t>(date.month - 1));
+    const std::string& name = months.at(static_cast<std::size_t>(date.month - 1));
     return {{year + "-" + longMonth + "-" + longDay, TimeNotation::Iso},
             {year + "/" + month + "/" + day, TimeNotation::Iso},
             {longDay + "." + longMonth + "." + year, TimeNotation::DayFirst},
