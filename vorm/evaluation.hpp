@@ -36,6 +36,7 @@
 #include <vorm/evaluation/signal/signal_rules.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
+#include <vorm/evaluation/source/declared_encoding.hpp>
 #include <vorm/evaluation/source/recording_source.hpp>
 #include <vorm/evaluation/table/table_layout.hpp>
 #include <vorm/evaluation/text/file_text.hpp>

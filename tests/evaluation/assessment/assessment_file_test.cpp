@@ -24,6 +24,7 @@ TEST(AssessmentFile, HoldsWhatItsKeysSay) {
     const AssessmentFile file = parseAssessmentFile(R"(
 title = "T"
 [recording]
+encoding = "latin-1"
 delimiter = ";"
 time = ["Date", "Time"]
 unit = "ms"
@@ -52,6 +53,7 @@ formula = "a == 'P'"
 )",
                                                     "a.toml");
     EXPECT_EQ(file.title, "T");
+    EXPECT_EQ(file.layout.encoding, DeclaredEncoding::Latin1);
     EXPECT_EQ(file.layout.delimiter, ';');
     EXPECT_EQ(file.layout.time.columns, (std::vector<std::string>{"Date", "Time"}));
     EXPECT_EQ(file.layout.time.unit->name, "ms");
@@ -64,7 +66,7 @@ formula = "a == 'P'"
     EXPECT_EQ(file.layout.signals[0].column, "B") << "signals keep the order of the file";
     EXPECT_EQ(file.layout.signals[1].type->enumeration->members,
               (std::vector<std::string>{"P", "D"}));
-    EXPECT_EQ(file.layout.signals[1].where.line, 17);
+    EXPECT_EQ(file.layout.signals[1].where.line, 18);
     EXPECT_EQ(file.layout.signals[2].type->enumeration->name, "c");
     EXPECT_EQ(file.assessments[0].name, "second");
     EXPECT_EQ(file.assessments[0].from->text(), "120");

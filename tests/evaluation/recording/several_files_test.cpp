@@ -38,11 +38,24 @@ TEST(RecordingOfSeveralFiles, NamesByColumnOrByFileAndColumn) {
 
 TEST(RecordingOfSeveralFiles, EndingsTellTheFormOfTheirRows) {
     const std::string lines = "{\"t\": 0, \"name\": \"v\", \"value\": 1}\n";
-    for (const char* path : {"a.jsonl", "a.ndjson", "d/.jsonl", "a.csv.ndjson"}) {
+    for (const char* path :
+         {"a.jsonl", "a.ndjson", "d/.jsonl", "a.csv.ndjson", "a.jsonl.gz", "a.ndjson.zst"}) {
         EXPECT_EQ(textOf(read(lines, {}, {}, path)), "v: double 0:1 known 0") << path;
     }
-    for (const char* path : {"a.csv", "a.tsv", "a.txt", "a.jsonl/b", "jsonl"}) {
+    for (const char* path : {"a.csv", "a.tsv", "a.txt", "a.jsonl/b", "jsonl", "a.csv.gz", "a.gz",
+                             "a.jsonl.csv.zst", "a.jsonl.gz.gz"}) {
         EXPECT_EQ(textOf(read("t,v\n0,1\n", {}, {}, path)), "v: double 0:1 known 0") << path;
+    }
+}
+
+TEST(RecordingOfSeveralFiles, EndingsOfCompressionAreNoPartOfNames) {
+    for (const auto& [path, stem] : std::vector<std::pair<std::string, std::string>>{
+             {"d/drive.csv.gz", "drive"}, {"drive.zst", "drive"}, {"d/.gz", ".gz"}}) {
+        EXPECT_EQ(textFile(path, "").stem(), stem);
+    }
+    const RecordingFile file = textFile("d/drive.csv.gz", "");
+    for (const char* name : {"d/drive.csv.gz", "drive.csv.gz", "drive.csv", "drive"}) {
+        EXPECT_TRUE(file.isCalled(name)) << name;
     }
 }
 

@@ -52,6 +52,9 @@ public:
 private:
     void readLayout(TomlTable& table) {
         RecordingLayout& layout = file_.layout;
+        if (const auto encoding = table.choice("encoding", {"utf-8", "utf-16", "latin-1"})) {
+            layout.encoding = static_cast<DeclaredEncoding>(*encoding);
+        }
         if (const auto delimiter = table.text("delimiter")) {
             if (delimiter->size() != 1 || *delimiter == "\"" || *delimiter == "\n") {
                 document_.fail(*table.node("delimiter"), "a delimiter is one character",

@@ -36,8 +36,11 @@ public:
         if (count < 0) {
             fail();
         }
+        taken_ += static_cast<std::size_t>(count);
         return static_cast<std::size_t>(count);
     }
+
+    std::size_t taken() const override { return taken_; }
 
 private:
     [[noreturn]] void fail() const {
@@ -49,6 +52,7 @@ private:
 
     std::string path_;
     int file_;
+    std::size_t taken_ = 0;
 };
 
 class TextSource final : public ByteSource {
@@ -60,6 +64,8 @@ public:
         position_ += count;
         return count;
     }
+
+    std::size_t taken() const override { return position_; }
 
 private:
     std::string text_;

@@ -15,6 +15,9 @@ public:
 
     /// Writes up to `most` bytes to `target` and gives their number; 0 at the end.
     virtual std::size_t read(char* target, std::size_t most) = 0;
+
+    /// How many bytes of the file, as it is stored, have been read so far.
+    virtual std::size_t taken() const = 0;
 };
 
 /// A file; `-` is standard input. Throws InputError, as read does, with the operating system's

@@ -5,15 +5,25 @@
 #include <utility>
 
 namespace vorm::evaluation {
+namespace {
+
+class RestSource final : public ByteSource {
+public:
+    explicit RestSource(ByteWindow window) : window_(std::move(window)) {}
+
+    std::size_t read(char* target, std::size_t most) override { return window_.read(target, most); }
+
+    std::size_t taken() const override { return window_.taken(); }
+
+private:
+    ByteWindow window_;
+};
+
+}  // namespace
 
 ByteWindow::ByteWindow(std::unique_ptr<ByteSource> source, std::size_t blockSize)
     : source_(std::move(source)), buffer_(std::max<std::size_t>(blockSize, 1)) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    while (rest().size() < byteOrderMark.size() && readOn()) {
-    }
-    if (rest().starts_with(byteOrderMark)) {
-        consume(byteOrderMark.size());
-    }
+    readOn();
 }
 
 bool ByteWindow::readOn() {
@@ -25,7 +35,6 @@ bool ByteWindow::readOn() {
         isAtEnd_ = count == 0;
         end_ += count;
     }
-    unreported_ += end_ - before;
     report();
     return end_ > before;
 }
@@ -52,15 +61,29 @@ std::optional<std::string_view> ByteWindow::line() {
     }
 }
 
+std::size_t ByteWindow::read(char* target, std::size_t most) {
+    if (rest().empty()) {
+        return source_->read(target, most);
+    }
+    const std::size_t count = rest().copy(target, most);
+    consume(count);
+    return count;
+}
+
 void ByteWindow::reportTo(std::function<void(std::size_t)> progress) {
     progress_ = std::move(progress);
     report();
 }
 
 void ByteWindow::report() {
-    if (progress_ && unreported_ > 0) {
-        progress_(std::exchange(unreported_, 0));
+    if (progress_ && taken() > reported_) {
+        const std::size_t before = std::exchange(reported_, taken());
+        progress_(reported_ - before);
     }
+}
+
+std::unique_ptr<ByteSource> restOf(ByteWindow window) {
+    return std::make_unique<RestSource>(std::move(window));
 }
 
 }  // namespace vorm::evaluation

@@ -1,7 +1,8 @@
 #pragma once
 
-// For the readers of recordings: the unread bytes of a source as one contiguous view, read in large
-// blocks. The window grows only when one record is larger than a block.
+// For the readers of recordings, and for what decompresses and decodes them: the unread bytes of a
+// source as one contiguous view, read in large blocks. The window grows only when one record is
+// larger than a block.
 
 #include <vorm/evaluation/source/byte_source.hpp>
 
@@ -15,9 +16,12 @@ namespace vorm::evaluation {
 class ByteWindow {
 public:
     static constexpr std::size_t defaultBlockSize = std::size_t{1} << 18;
+    /// Of the windows that sources read from.
+    static constexpr std::size_t inputBlockSize = std::size_t{1} << 16;
     /// No record is larger: what goes on for longer is no table.
     static constexpr std::size_t greatestSize = std::size_t{64} << 20;
 
+    /// Reads the first block.
     explicit ByteWindow(std::unique_ptr<ByteSource> source,
                         std::size_t blockSize = defaultBlockSize);
 
@@ -36,7 +40,12 @@ public:
 
     bool isAtEnd() const { return isAtEnd_; }
 
-    /// Called with the bytes read since the last call: with those read before at once.
+    /// As ByteSource::read: first the unread bytes, then straight from the source.
+    std::size_t read(char* target, std::size_t most);
+    std::size_t taken() const { return source_->taken(); }
+
+    /// Called with the bytes of the stored file taken since the last call: with those before at
+    /// once.
     void reportTo(std::function<void(std::size_t)> progress);
 
 private:
@@ -48,8 +57,11 @@ private:
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
     bool isAtEnd_ = false;
-    std::size_t unreported_ = 0;
+    std::size_t reported_ = 0;
     std::function<void(std::size_t)> progress_;
 };
+
+/// The unread bytes of a window.
+std::unique_ptr<ByteSource> restOf(ByteWindow window);
 
 }  // namespace vorm::evaluation

@@ -38,8 +38,13 @@ constexpr std::array endings = std::to_array<Ending>({
     {".ndjson", TableForm::JsonLines},
 });
 
+std::string uncompressedName(const fs::path& path) {
+    const fs::path ending = path.extension();
+    return (ending == ".gz" || ending == ".zst" ? path.stem() : path.filename()).string();
+}
+
 const Ending* endingOf(const fs::path& path) {
-    const std::string name = path.filename().string();
+    const std::string name = uncompressedName(path);
     const auto* const found =
         std::find_if(endings.begin(), endings.end(),
                      [&](const Ending& ending) { return name.ends_with(ending.text); });
@@ -74,7 +79,8 @@ std::vector<RecordingFile> filesIn(const std::string& folder) {
         failAt({folder}, "cannot read the folder: " + error.message());
     }
     if (files.empty()) {
-        failAt({folder}, "the folder has no recordings", "they end in " + listOfEndings());
+        failAt({folder}, "the folder has no recordings",
+               "they end in " + listOfEndings() + ", compressed ones in .gz or .zst after that");
     }
     const auto byPath = [](const RecordingFile& a, const RecordingFile& b) {
         return a.path < b.path;
@@ -100,7 +106,11 @@ std::string RecordingFile::name() const {
 }
 
 std::string RecordingFile::stem() const {
-    return fs::path(path).stem().string();
+    return fs::path(uncompressedName(path)).stem().string();
+}
+
+bool RecordingFile::isCalled(std::string_view other) const {
+    return other == path || other == name() || other == uncompressedName(path) || other == stem();
 }
 
 TableForm RecordingFile::form() const {

@@ -25,14 +25,13 @@ struct RecordingFile {
     bool hasNamesake = false;  ///< another file of the recording has the same stem
 
     std::string name() const;  ///< without folder
-    std::string stem() const;  ///< without folder and ending
+    std::string stem() const;  ///< without folder and ending, of `a.csv.gz` as of `a.csv`
     /// What stands before its columns' names: the stem, or the path where that is another's too.
     std::string prefix() const { return hasNamesake ? path : stem(); }
     /// The form that the ending tells; of others, and of standard input, Delimited.
     TableForm form() const;
-    bool isCalled(std::string_view other) const {
-        return other == path || other == name() || other == stem();
-    }
+    /// By its path, its name, or its stem, and where it is compressed by the name it had before.
+    bool isCalled(std::string_view other) const;
 };
 
 /// The files that the paths name, those of a folder in the order of their names. Throws InputError

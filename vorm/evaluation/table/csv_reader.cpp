@@ -46,9 +46,6 @@ CsvReader::CsvReader(std::string path, ByteWindow bytes, std::optional<char> del
 
 void CsvReader::readHeader(std::optional<char> delimiter) {
     const std::string_view line = bytes_.line().value_or(std::string_view());
-    if (line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF")) {
-        failAt({path_}, "is UTF-16 text", "save it as UTF-8");
-    }
     if (hasBareReturn(line)) {
         failAt({path_}, "has lines that end with a carriage return alone",
                "save it with line feeds (LF or CRLF) as line ends");

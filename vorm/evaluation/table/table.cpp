@@ -1,5 +1,6 @@
 #include "table.hpp"
 
+#include <vorm/evaluation/source/text_encoding.hpp>
 #include <vorm/evaluation/table/csv_reader.hpp>
 #include <vorm/evaluation/table/json_lines_reader.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
@@ -33,7 +34,7 @@ Table::Table(RecordingFile file, const TableLayout& layout, std::size_t blockSiz
 }
 
 void Table::open() {
-    ByteWindow bytes(file_.open(), blockSize_);
+    ByteWindow bytes(openBytes(file_.open(), file_.path, layout_.encoding).bytes, blockSize_);
     form_ = file_.isStandardInput && beginsWithBrace(bytes.rest()) ? TableForm::JsonLines
                                                                    : file_.form();
     switch (form_) {

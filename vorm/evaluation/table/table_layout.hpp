@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/evaluation/signal/signal_rules.hpp>
+#include <vorm/evaluation/source/declared_encoding.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
 
 #include <optional>
@@ -45,6 +46,8 @@ struct LongForm {
 
 /// How the tables of a recording are written.
 struct TableLayout {
+    /// Of the files without a byte order mark. Nothing: told by their first bytes.
+    std::optional<DeclaredEncoding> encoding;
     std::optional<char> delimiter;  ///< nothing: comma, semicolon or tab, whichever the header has
     TimeLayout time;
     std::optional<LongForm> longForm;
