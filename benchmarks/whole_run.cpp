@@ -175,7 +175,7 @@ void measure(std::size_t rows, unsigned jobs) {
     Recording recording;
     printStep("reading", [&] { recording = readRecording({{recorded.path()}}, file.layout); });
     const Evaluation evaluation(file, recording, jobs);
-    RunOutcome run{file.name, "", {{recording.name, std::nullopt, {}}}};
+    RunOutcome run{file.name, "", {{recording.name, std::nullopt, {}, {}, {}}}};
     printStep("evaluation", [&] {
         run.recordings[0].assessments = evaluation.outcomesOf(0, evaluation.formulas().size());
     });

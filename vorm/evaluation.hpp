@@ -3,6 +3,7 @@
 /// The whole public interface of the evaluation layer.
 
 #include <vorm/evaluation/assessment/assess.hpp>
+#include <vorm/evaluation/assessment/assessment_draft.hpp>
 #include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/assessment/check.hpp>
 #include <vorm/evaluation/assessment/evaluate_formula.hpp>
@@ -10,6 +11,7 @@
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/assessment/formula_source.hpp>
 #include <vorm/evaluation/assessment/judgement.hpp>
+#include <vorm/evaluation/assessment/layout_keys.hpp>
 #include <vorm/evaluation/assessment/outcome.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
@@ -23,6 +25,7 @@
 #include <vorm/evaluation/recording/recording.hpp>
 #include <vorm/evaluation/recording/recording_in_memory.hpp>
 #include <vorm/evaluation/recording/recording_layout.hpp>
+#include <vorm/evaluation/recording/recording_parts.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>

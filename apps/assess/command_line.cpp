@@ -20,6 +20,9 @@ constexpr const char* recordingsHelp =
     "Recordings: CSV files or JSON lines, folders whose files are one recording, or - for standard "
     "input";
 
+constexpr const char* layoutGroup =
+    "How the recordings are read, as [recording] of an assessment file";
+
 class CommandLine {
 public:
     CommandLine() {
@@ -72,7 +75,7 @@ private:
             {"run", "Assess recordings",
              "  assess run limits.toml drive1.csv drive2.csv\n"
              "  assess run limits.toml flight_folder --format json -o out.json\n"
-             "  zcat drive.csv.gz | assess run limits.toml -",
+             "  assess run limits.toml drive.csv.gz",
              &CommandLine::declareRun, runAssessments},
             {"check", "Check an assessment file without evaluating it",
              "  assess check limits.toml\n"
@@ -80,8 +83,13 @@ private:
              &CommandLine::declareCheck, checkAssessments},
             {"signals", "Show what recordings hold",
              "  assess signals drive.csv\n"
+             "  assess signals drive.csv --time-format %H:%M:%S --time Clock\n"
              "  assess signals flight_folder --layout limits.toml",
              &CommandLine::declareSignals, showSignals},
+            {"init", "Write an assessment file to begin with",
+             "  assess init drive.csv > limits.toml\n"
+             "  assess init measured.txt --time TestTime --unit min -o limits.toml",
+             &CommandLine::declareInit, draftAssessments},
             {"show", "Show why an assessment fails",
              "  assess show limits.toml 'braking is quick' drive.csv", &CommandLine::declareShow,
              showAssessment},
@@ -144,6 +152,10 @@ private:
             choices.emplace(format, format);
         }
         addChoice(sub, "-f,--format", options_.format, choices, "The form of the results");
+        addOutputFile(sub);
+    }
+
+    void addOutputFile(CLI::App& sub) {
         sub.add_option("-o,--output", options_.output,
                        "Write the results to this file, whole or not at all")
             ->check([](const std::string& path) {
@@ -156,6 +168,7 @@ private:
         addAssessments(sub);
         addRecordings(sub);
         addOutput(sub, runFormats());
+        sub.add_flag("-v,--verbose", options_.verbose, "Also how the recordings were read");
         sub.add_option("--only", options_.only, "Only the assessment of that name; repeatable")
             ->type_name("NAME")
             ->expected(1)
@@ -184,9 +197,37 @@ private:
     void declareSignals(CLI::App& sub) {
         addRecordings(sub);
         sub.add_option("--layout", options_.assessments,
-                       "An assessment file that tells how to read the recordings")
+                       "An assessment file that tells how to read the recordings; what other "
+                       "options say goes before it")
             ->type_name("FILE");
         addOutput(sub, {"table", "json"});
+        addLayout(sub);
+    }
+
+    void declareInit(CLI::App& sub) {
+        addRecordings(sub);
+        addOutputFile(sub);
+        addLayout(sub);
+    }
+
+    // What an assessment file can say of recordings, so that none is needed to look at one.
+    void addLayout(CLI::App& sub) {
+        for (const vorm::evaluation::LayoutKey& key : vorm::evaluation::layoutKeys()) {
+            std::string name = "--" + key.name;
+            std::replace(name.begin(), name.end(), '_', '-');
+            const auto take = [this, key, name](const std::vector<std::string>& texts) {
+                options_.layout.push_back({key.name, texts, name});
+            };
+            CLI::Option& option =
+                *sub.add_option_function<std::vector<std::string>>(
+                        name, take, key.meaning + (key.isList ? "; repeatable" : ""))
+                     ->expected(1)
+                     ->type_name(key.value)
+                     ->group(layoutGroup);
+            if (key.isList) {
+                option.take_all();
+            }
+        }
     }
 
     void declareShow(CLI::App& sub) {

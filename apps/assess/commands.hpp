@@ -4,10 +4,16 @@
 
 #include <vorm/evaluation/recording/recording.hpp>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace assess {
+
+/// A command line that cannot be used, although its words are known.
+struct WrongUsage : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
 
 // The sub-commands. They throw vorm::evaluation::InputError for input that cannot be used.
 
@@ -17,9 +23,14 @@ std::vector<std::string> runFormats();
 ExitCode runAssessments(const Options& options);
 ExitCode checkAssessments(const Options& options);
 ExitCode showSignals(const Options& options);
+ExitCode draftAssessments(const Options& options);
 ExitCode showAssessment(const Options& options);
 
 /// The recordings that the command line names: each path one, or all of them together.
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options);
+
+/// How they are to be read: as the assessment file says, if there is one, but for what the options
+/// of the command line change. Throws WrongUsage where these say something that is no layout.
+vorm::evaluation::RecordingLayout layoutOf(const Options& options);
 
 }  // namespace assess

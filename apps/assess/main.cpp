@@ -1,4 +1,5 @@
 #include "command_line.hpp"
+#include "commands.hpp"
 #include "terminal.hpp"
 
 #include <exception>
@@ -16,6 +17,9 @@ ExitCode program(int argc, const char* const* argv) {
         }
         const auto& options = std::get<Options>(parsed);
         return options.command(options);
+    } catch (const WrongUsage& error) {
+        std::cerr << error.what() << "\n";
+        return ExitCode::WrongUsage;
     } catch (const vorm::evaluation::InputError& error) {
         std::cerr << messageOf(error) << "\n";
     } catch (const std::bad_alloc&) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vorm/evaluation/assessment/layout_keys.hpp>
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -26,6 +28,8 @@ struct Options {
     std::string name;                     ///< of the assessment to show
     std::vector<std::string> only;        ///< names of the assessments to run; empty: all
     bool together = false;                ///< whether all paths are one recording
+    std::vector<vorm::evaluation::LayoutSetting>
+        layout;  ///< changes to that of the assessment file
     bool robustness = false;
     bool explain = false;
     bool strict = false;  ///< whether what is open at some time has not passed
@@ -38,6 +42,7 @@ struct Options {
 
     unsigned jobs = 1;
     bool quiet = false;
+    bool verbose = false;  ///< whether to tell how recordings are read
     ColourChoice colour = ColourChoice::Auto;
 };
 

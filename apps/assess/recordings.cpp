@@ -1,5 +1,7 @@
 #include "commands.hpp"
 
+#include <vorm/evaluation/assessment/assessment_file.hpp>
+
 namespace assess {
 
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options) {
@@ -11,6 +13,18 @@ std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& optio
         recordings.push_back({{path}});
     }
     return recordings;
+}
+
+vorm::evaluation::RecordingLayout layoutOf(const Options& options) {
+    vorm::evaluation::RecordingLayout layout;
+    if (!options.assessments.empty()) {
+        layout = vorm::evaluation::readAssessmentFile(options.assessments).layout;
+    }
+    try {
+        return vorm::evaluation::layoutWith(std::move(layout), options.layout);
+    } catch (const vorm::evaluation::InputError& error) {
+        throw WrongUsage(error.what());
+    }
 }
 
 }  // namespace assess

@@ -3,6 +3,7 @@
 
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/recording/recording_parts.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 
@@ -43,7 +44,8 @@ public:
 
     void add(const std::string& recording, const Explanation& explanation) {
         if (isJson_) {
-            outcomes_.recordings.push_back({recording, std::nullopt, {explanation.outcome}});
+            outcomes_.recordings.push_back(
+                {recording, std::nullopt, {explanation.outcome}, {}, {}});
         } else {
             text_ += (text_.empty() ? "" : "\n") + recording + "\n" +
                      explanationReport(explanation, style_);
@@ -51,7 +53,7 @@ public:
     }
 
     void add(const std::string& recording, const InputError& error) {
-        outcomes_.recordings.push_back({recording, error, {}});
+        outcomes_.recordings.push_back({recording, error, {}, {}, {}});
     }
 
     std::string text() const { return isJson_ ? jsonReport(outcomes_) : text_; }
@@ -78,10 +80,12 @@ ExitCode showAssessment(const Options& options) {
     ExitCode code = ExitCode::NothingFailed;
     for (const RecordingSource& source : recordingsOf(options)) {
         try {
-            const Explanation explanation =
-                explain(file, assessment, readRecordingFor(file, source, run), run);
-            shown.add(source.name(), explanation);
-            code = std::max(code, codeOf(explanation.outcome));
+            for (const RecordingSource& part : partsOf(source, file.layout)) {
+                const Explanation explanation =
+                    explain(file, assessment, readRecordingFor(file, part, run), run);
+                shown.add(part.name(), explanation);
+                code = std::max(code, codeOf(explanation.outcome));
+            }
         } catch (const InputError& error) {
             progress.clear();
             std::cerr << messageOf(error) << "\n";

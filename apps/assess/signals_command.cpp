@@ -1,7 +1,6 @@
 #include "commands.hpp"
 #include "terminal.hpp"
 
-#include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/report/survey_report.hpp>
 
 namespace assess {
@@ -9,11 +8,8 @@ namespace assess {
 using namespace vorm::evaluation;
 
 ExitCode showSignals(const Options& options) {
-    RecordingLayout layout;
-    if (!options.assessments.empty()) {
-        layout = readAssessmentFile(options.assessments).layout;
-    }
-    std::vector<std::pair<std::string, std::vector<SignalSurvey>>> surveys;
+    const RecordingLayout layout = layoutOf(options);
+    RecordingSurveys surveys;
     std::string tables;
     for (const RecordingSource& source : recordingsOf(options)) {
         surveys.emplace_back(source.name(), surveyRecording(source, layout));

@@ -440,24 +440,73 @@ TEST_F(Assess, ShowNamesThePartThatFails) {
 }
 
 TEST_F(Assess, SignalsTellsWhatARecordingHolds) {
-    write("ugly.csv", "time,x,text\n0,1,a\n1,nan,b\n1,2,\n0.5,3,a\n60,4,b\n61,5,a\n");
+    write("ugly.csv",
+          "time,x,text,id\n0,1,a,9007199254740993\n1,nan,b,3\n1,2,,4\n0.5,3.5,a,5\n"
+          "60,inf,b,6\n61,5,a,7\n");
     const ProgramResult result = assess("signals ugly.csv --format json");
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    const auto x = nlohmann::json::parse(result.out)["recordings"][0]["signals"][0];
+    const auto signals = nlohmann::json::parse(result.out)["recordings"][0]["signals"];
+    const auto& x = signals[0];
     EXPECT_EQ(x["samples"], 6);
     EXPECT_EQ(x["nans"], 1);
+    EXPECT_EQ(x["infinities"], 1);
+    EXPECT_EQ(x["least"], 1);
+    EXPECT_EQ(x["mean"], 2.875);
+    EXPECT_EQ(x["greatest"], 5);
     EXPECT_EQ(x["equal_times"], 1);
     EXPECT_EQ(x["times_back"], 1);
     EXPECT_EQ(x["longest_distance"], 59.5);
-    EXPECT_EQ(nlohmann::json::parse(result.out)["recordings"][0]["signals"][1]["empty"], 1);
-    const std::string text = assess("signals ugly.csv").out;
-    EXPECT_NE(
-        text.find("  file      signal  type              samples  first [s]  last [s]  median "
-                  "step [s]  longest step [s]  holes  empty  NaN  equal times  times back\n"
-                  "  ugly.csv  x       double                  6          0        61         "
-                  "       1       59.5 at 0.5      1      -    1            1           1\n"),
-        std::string::npos)
-        << text;
+    EXPECT_EQ(signals[1]["empty"], 1);
+    EXPECT_EQ(signals[1]["least"], nullptr);
+    EXPECT_EQ(signals[1]["members"], (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(signals[2]["greatest"], 9007199254740993);
+    EXPECT_EQ(assess("signals ugly.csv").out, R"(ugly.csv
+  signal  type              least            mean          greatest  samples  first [s]  last [s]  median step [s]  longest step [s]  holes  empty  NaN  infinite  equal times  times back
+  x       double                1           2.875                 5        6          0        61                1       59.5 at 0.5      1      -    1         1            1           1
+  text    enumeration text      -               -                 -        5          0        61                1       59.5 at 0.5      1      1    -         -            -           1
+          members: 'a' and 'b'
+  id      int64                 3  1.50119988e+15  9007199254740993        6          0        61                1       59.5 at 0.5      1      -    -         -            1           1
+)");
+}
+
+TEST_F(Assess, OptionsTellSignalsHowToReadAndGoBeforeTheFile) {
+    write("l.toml",
+          "[recording]\nunit = 'min'\ntime = 'other'\n"
+          "[[assessment]]\nname = 'a'\nformula = 'x > 0'\n");
+    write("l.csv", "Day|Clock|x\n06/30/2021|09:39:19|1\n06/30/2021|09:40:19|2\n");
+    write("n.csv", "T,name,v\n0,x,1\n2,x,3\n");
+    struct Row {
+        const char* arguments;
+        double last;
+    };
+    for (const Row& row : {
+             Row{"l.csv --time Day --time Clock --time-format '%m/%d/%Y %H:%M:%S' --origin first "
+                 "--delimiter '|'",
+                 60},
+             Row{"n.csv --time T --form long --value-column v", 2},
+             Row{"n.csv --layout l.toml --time T", 120},
+             Row{"n.csv --layout l.toml --time T --unit ms", 0.002},
+         }) {
+        const ProgramResult result = assess(std::string("signals -f json ") + row.arguments);
+        ASSERT_EQ(result.exitCode, 0) << result.err;
+        const auto signals = nlohmann::json::parse(result.out)["recordings"][0]["signals"];
+        EXPECT_EQ(signals[0]["last"], row.last) << row.arguments;
+    }
+}
+
+// A column of the table is there where it tells of some signal.
+TEST_F(Assess, SignalsLeavesOutWhatTellsNothing) {
+    write("one.csv", "time,p\n0,true\n1,false\n");
+    write("two/a.csv", "time,n\n0,1.5\n1,x?\n");
+    EXPECT_EQ(assess("signals one.csv").out, R"(one.csv
+  signal  type  samples  first [s]  last [s]  median step [s]  longest step [s]
+  p       bool        2          0         1                1            1 at 0
+)");
+    EXPECT_EQ(assess("signals two").out, R"(two
+  file       signal  type   least  mean  greatest  samples  first [s]  last [s]  median step [s]  longest step [s]
+  two/a.csv  n       mixed    1.5   1.5       1.5        2          0         1                1            1 at 0
+             texts: 'x?'
+)");
 }
 
 TEST_F(Assess, CheckAcceptsOpenNamesAndTestsThemAgainstARecording) {
@@ -515,19 +564,48 @@ TEST_F(Assess, EveryCommandAndFormatIsInTheManualAndTheCompletion) {
     }
 }
 
+constexpr const char* optionPattern = "(--[a-z][a-z-]*)";
+
+// Not only a longer option that begins with it.
+bool names(const std::string& text, const std::string& option) {
+    const std::vector<std::string> options = allOf(text, optionPattern);
+    return std::find(options.begin(), options.end(), option) != options.end();
+}
+
 TEST_F(Assess, EveryOptionIsInTheManualAndTheCompletion) {
-    const std::string manual = contentOf(VORM_ASSESS_SOURCES "/assess.1");
+    const std::string manual =
+        std::regex_replace(contentOf(VORM_ASSESS_SOURCES "/assess.1"), std::regex(R"(\\-)"), "-");
     const std::string bash = contentOf(VORM_ASSESS_SOURCES "/completion/assess.bash");
     const std::string zsh = contentOf(VORM_ASSESS_SOURCES "/completion/_assess");
     std::vector<std::string> commands = commandsIn(assess("--help").out);
     commands.emplace_back();
     for (const std::string& command : commands) {
-        for (const std::string& option : allOf(assess(command + " --help").out, "(--[a-z]+)")) {
-            EXPECT_NE(manual.find("\\-\\-" + option.substr(2)), std::string::npos) << option;
-            EXPECT_NE(bash.find(option), std::string::npos) << option;
-            EXPECT_NE(zsh.find(option), std::string::npos) << option;
+        for (const std::string& option : allOf(assess(command + " --help").out, optionPattern)) {
+            EXPECT_TRUE(names(manual, option)) << option;
+            EXPECT_TRUE(names(bash, option)) << option;
+            EXPECT_TRUE(names(zsh, option)) << option;
         }
     }
+}
+
+TEST_F(Assess, EveryKeyOfRecordingIsAnOptionOfSignals) {
+    const std::string help = assess("signals --help").out;
+    const std::string group = help.substr(help.find("How the recordings are read"));
+    std::vector<std::string> options =
+        allOf(group.substr(0, group.find("\n\n")), "\n +--([a-z-]+)");
+    const std::string page = contentOf(VORM_ASSESS_SOURCES "/../../docs/assessment_files.md");
+    const std::string section = page.substr(page.find("## [recording]"));
+    std::vector<std::string> keys;
+    for (const std::string& row :
+         allOf(section.substr(0, section.find("###")), R"(\n\| (`[^|]+) \|)")) {
+        for (const std::string& key : allOf(row, "`([a-z_]+)`")) {
+            keys.push_back(std::regex_replace(key, std::regex("_"), "-"));
+        }
+    }
+    std::sort(options.begin(), options.end());
+    std::sort(keys.begin(), keys.end());
+    EXPECT_GE(keys.size(), 12U);
+    EXPECT_EQ(options, keys);
 }
 
 }  // namespace

@@ -63,6 +63,10 @@ TEST_F(BadInputs, AssessmentFilesAreRefused) {
              {"[[assessment]\nname = \"a\"\n", {"a.toml:1:", "[[assessment]", "TOML"}},
              {named + "formule = \"speed < 20\"\n", {"a.toml:1:1:", "no 'formula'"}},
              {sound + "form = 3\n", {"a.toml:4:8:", "unknown key 'form'", "did you mean 'from'"}},
+             {"[recording]\ntime = \"t\"\nopen = 3\n" + sound,
+              {"a.toml:3:8:", "'open' in [recording]",
+               "'encoding', 'header', 'delimiter', 'decimal', 'missing', 'time', 'unit', "
+               "'time_format', 'zone'"}},
              {"title = \"x\"\n", {"a.toml:", "no assessment", "[[assessment]]"}},
              {sound + "from = \"2 days\"\n", {"a.toml:4:8:", "'from'", "min"}},
              {sound + sound, {"a.toml:5:8:", "two assessments 'a'"}},
@@ -77,7 +81,8 @@ TEST_F(BadInputs, AssessmentFilesAreRefused) {
 
 TEST_F(BadInputs, RecordingsAreRefused) {
     for (const BadInput& bad : std::vector<BadInput>{
-             {"time,speed\n0,1\n2,3\n1,3\n", {"d.csv:4:1:", "the time goes back by 1 s to 1"}},
+             {"time,speed\n0,1\n2,3\n1,3\n",
+              {"d.csv:4:1:", "the time goes back by 1 s from '2' in line 3 to '1'"}},
              {"time,speed\n0,1\n1,fast\n", {"d.csv:3:3:", "'fast'", "'speed'", "number"}},
              {"", {"d.csv", "empty"}},
          }) {
@@ -110,6 +115,12 @@ TEST_F(BadInputs, CommandLinesAreRefused) {
              {"run a.toml d.csv --intervals -1", {"--intervals"}},
              {"show a.toml a d.csv --margin nan", {"--margin", "nan"}},
              {"run - - <d.csv", {"standard input", "once"}},
+             {"signals d.csv --unit ms --unit s", {"--unit"}},
+             {"signals d.csv --unit parsec", {"--unit: 'parsec' is no unit", "'min'"}},
+             {"signals d.csv --time-format %Z", {"--time-format: '%Z'", "%z"}},
+             {"signals d.csv --name-column n", {"--name-column: ", "'form' to 'long'"}},
+             {"signals d.csv --layout a.toml --max-gap 0", {"--max-gap: ", "above 0"}},
+             {"signals d.csv --origin frist", {"--origin: 'frist'", "'first' or a number"}},
          }) {
         expectMessage(bad, bad.input, 2);
     }

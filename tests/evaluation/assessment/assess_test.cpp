@@ -105,8 +105,7 @@ TEST(Assess, ShowsRecordingsWhileTheirSignalsLive) {
     std::vector<RecordingSource> sources;
     for (int i = 0; i < 6; ++i) {
         const auto path = folder / (std::to_string(i) + ".csv");
-        std::ofstream(path) << (i == 3 ? "no time\n" : "t,x,y\n0,1,0\n") << i + 1
-                            << ",9,0\n10,1,0\n";
+        std::ofstream(path) << (i == 3 ? "a,b,c\n" : "t,x,y\n0,1,0\n") << i + 1 << ",9,0\n10,1,0\n";
         sources.push_back({{path.string()}});
     }
     std::map<std::size_t, Kept> kept;  // without a lock: calls come one at a time

@@ -74,6 +74,24 @@ formula = "a == 'P'"
     EXPECT_EQ(file.find("first").from, std::nullopt);
 }
 
+TEST(AssessmentFile, OriginsAreNamedOrTimes) {
+    const auto origin = [](const std::string& value) {
+        return parseAssessmentFile("[recording]\norigin = " + value +
+                                       "\n[[assessment]]\nname = 'a'\nformula = 'x > 3'\n",
+                                   "a.toml")
+            .layout.time.origin;
+    };
+    for (const auto& [value, time] : std::vector<std::pair<std::string, std::string>>{
+             {"-3", "-3"}, {"'46408.60'", "46408.60"}, {"{ time = '09:39' }", "09:39"}}) {
+        EXPECT_EQ(std::get<TimeOrigin::At>(origin(value)).time, time) << value;
+    }
+    EXPECT_TRUE(std::holds_alternative<TimeOrigin::AsRecorded>(origin("'recorded'")));
+    for (const std::string value :
+         {"'frist'", "''", "1.5", "{}", "['first']", "{ file = 'a', time = '3' }", "{ at = 3 }"}) {
+        EXPECT_THROW(origin(value), InputError) << value;
+    }
+}
+
 TEST(AssessmentFile, AssessmentsAreAListOfTables) {
     for (const std::string text :
          {"assessment = 5", "assessment = [5]", "[assessment]\nname = \"a\"", "assessment = {}"}) {

@@ -1,7 +1,9 @@
 // What an independent reading of real recordings found must come out to the last digit. The
 // recordings are not part of this tree; they may lie next to it.
 
+#include <vorm/evaluation/assessment/assessment_draft.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/report/survey_report.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <gtest/gtest.h>
@@ -15,14 +17,24 @@ namespace {
 
 using assessments::resultEnum_t;
 
-RecordingOutcome outcomeOf(const std::string& assessments, const std::string& recording) {
-    const AssessmentFile file =
-        readAssessmentFile(std::string(VORM_REAL_RECORDINGS_TESTS) + "/" + assessments);
+RecordingOutcome outcomeOf(const AssessmentFile& file, const std::string& path) {
     RunOptions options;
     options.jobs = 2;
-    RunOutcome outcome =
-        run(file, {{{std::string(VORM_REAL_RECORDINGS) + "/" + recording}}}, options);
-    return outcome.recordings.at(0);
+    return run(file, {{{path}}}, options).recordings.at(0);
+}
+
+RecordingOutcome outcomeOf(const std::string& assessments, const std::string& recording) {
+    return outcomeOf(
+        readAssessmentFile(std::string(VORM_REAL_RECORDINGS_TESTS) + "/" + assessments),
+        std::string(VORM_REAL_RECORDINGS) + "/" + recording);
+}
+
+// What becomes of the first assessments that a look at the recording suggests.
+RecordingOutcome draftOutcome(const std::string& path) {
+    const RecordingSurvey survey = surveyRecording({{path}}, {});
+    EXPECT_FALSE(survey.signals.empty()) << path;
+    EXPECT_NE(surveyReport(path, survey), "");
+    return outcomeOf(parseAssessmentFile(assessmentDraft({{path, survey}}, {}), "draft"), path);
 }
 
 // The first failing intervals of an assessment, with times in full: `from..to `, or none.
@@ -120,6 +132,64 @@ TEST_F(RealRecordings, RepeatedTimesNeedAWord) {
     EXPECT_EQ(kept.assessments.at(0).verdict, resultEnum_t::PASS);
     const std::string refused = errorText(outcomeOf("vehicle_trace_strict.toml", trace).error);
     EXPECT_NE(refused.find("vehicle_trace.jsonl:287"), std::string::npos) << refused;
+}
+
+TEST_F(RealRecordings, InstrumentsAreReadWithoutALayout) {
+    struct Row {
+        const char* assessments;
+        const char* file;
+        Fact fact;
+        std::size_t failures;
+    };
+    for (const Row& row : {
+             Row{"cycler_a.toml", "cycler_a.txt", {"voltage", "3120..11940 "}, 1},
+             Row{"cycler_b.toml", "cycler_b.csv", {"voltage", "70138.255..70918.98 "}, 1},
+             Row{"cycler_c.toml",
+                 "cycler_c.csv",
+                 {"voltage",
+                  "4277.99..53663.29 67857.44..78544.04 83182.38..93434.38 98093.59..108294.75 "},
+                 6},
+             Row{"with_comments.toml",
+                 "with_comments.lvm",
+                 {"comment", "0..0.328878 7.961557..9.723275 "},
+                 2},
+         }) {
+        SCOPED_TRACE(row.file);
+        const RecordingOutcome outcome =
+            outcomeOf(row.assessments, std::string("instruments/") + row.file);
+        expectFacts(outcome, {row.fact});
+        EXPECT_EQ(outcome.assessments.at(0).failures.size(), row.failures);
+    }
+    const RecordingOutcome cut = outcomeOf("cycler_a.toml", "instruments/cycler_a.txt");
+    EXPECT_EQ(cut.assessments.at(0).to.text(), "12720");
+    ASSERT_EQ(cut.warnings.size(), 1);
+    EXPECT_NE(cut.warnings[0].find("last row has 9 of 28 cells and is left out"),
+              std::string::npos);
+}
+
+TEST_F(RealRecordings, DraftsCanBeRunOnEveryFileAndFolder) {
+    std::size_t files = 0;
+    for (const auto& folder : std::filesystem::directory_iterator(VORM_REAL_RECORDINGS)) {
+        if (!folder.is_directory()) {
+            continue;
+        }
+        // The cars of its files are two, and their clocks years apart: they are no one recording.
+        const bool isOneRecording = folder.path().filename() != "road_can";
+        const RecordingOutcome whole = draftOutcome(folder.path().string());
+        EXPECT_EQ(errorText(whole.error).find("too long for its times") == std::string::npos,
+                  isOneRecording)
+            << folder << errorText(whole.error);
+        for (const auto& file : std::filesystem::directory_iterator(folder)) {
+            const RecordingOutcome outcome = draftOutcome(file.path().string());
+            EXPECT_EQ(errorText(outcome.error), "") << file;
+            EXPECT_EQ(outcome.assessments.size(), 3) << file;
+            for (const AssessmentOutcome& assessment : outcome.assessments) {
+                EXPECT_EQ(errorText(assessment.error), "") << file;
+            }
+            ++files;
+        }
+    }
+    EXPECT_GT(files, 0);
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ void expectErrors(const std::vector<Case>& cases, const std::string& path = "r.c
 TEST(RecordingErrors, NameTheCell) {
     expectErrors({
         {"t,speed\n0,1\n1, abc\n", "r.csv:3:3: 'abc' in column 'speed' is no number", "enum"},
-        {"t;speed\n0;1\n1;1,5\n", "r.csv:3:3: '1,5' in column 'speed' is no number", "a point"},
+        {"t;speed\n0;1.5\n1;1,5\n", "r.csv:3:3: '1,5' in column 'speed' is no number", "a point"},
         {"t,µ,b\n0,é,1\n1,è,x\n", "r.csv:3:5: 'x' in column 'b'", ""},
         {"t,a,b\n0,\"x\ny\",1\n1,\"u\nv\nw\",z\n", "r.csv:6:4: 'z' in column 'b'", ""},
         {"t,a\n0,\n1,0x10\n", "r.csv:3:3: '0x10' in column 'a' is no number", "empty"},
@@ -58,20 +58,21 @@ TEST(RecordingErrors, NameTheCell) {
 
 TEST(RecordingErrors, NameTheRow) {
     expectErrors({
-        {"t,a\n0,1\n1\n", "r.csv:3: has 1 cells, but the header 2", ""},
+        {"t,a\n0,1\n1\n2,1\n", "r.csv:3: has 1 cells, but the header 2", ""},
         {"t,a\n0,1,2\n", "r.csv:2: has 3 cells, but the header 2", "quotes"},
         {"t,a\n0,\"x\n1,2\n", "r.csv:2:3: the quote that opens here is never closed", ""},
         {"t,a\n0,\"x\"y\n", "r.csv:2:6: there is text after a closing quote", "twice"},
-        {"t,a\n1,1\n0.5,2\n", "r.csv:3:1: the time goes back by 500 ms to 0.5", ""},
+        {"t,a\n1,1\n0.5,2\n", "r.csv:3:1: the time goes back by 500 ms from '1' in line 2 to '0.5'",
+         "times_back = \"drop\""},
         {"t,a\n1,1\n1,2\n", "r.csv:3:3: column 'a' has a second sample at 1 s", "equal_times"},
         {"t,a\n,1\n", "r.csv:2:1: the row has no time", ""},
         {"t,a\nnan,1\n", "r.csv:2:1: the time 'nan' is not finite", ""},
         {"t [h],a\n1e308,1\n", "r.csv:2:1: the time '1e308' is beyond the range", ""},
         {"a,t\n1,x\n", "r.csv:2:3: 'x' in the time column 't' is no number", "time_format"},
-        {"t,a\n1710773350354000,1\n", "r.csv:2:1: times such as 1710773350354000 are no seconds",
-         "unit = \"us\""},
-        {"t,a\n1710773350354000.0,1\n", "r.csv:2:1: times such as 1710773350354000.0 are no sec",
-         "unit = \"us\""},
+        {"t,a\n0,1\n1710773350354000,1\n",
+         "r.csv:3:1: times such as 1710773350354000 are no seconds", "unit = \"us\""},
+        {"t,a\n0,1\n1710773350354000.0,1\n",
+         "r.csv:3:1: times such as 1710773350354000.0 are no sec", "unit = \"us\""},
         {"t,a\n0,1\n1.7e18,1\n", "r.csv:3:1: times such as 1.7e18 are no seconds", "unit = \"ns\""},
     });
 }
@@ -83,7 +84,8 @@ TEST(RecordingErrors, NameTheFileOrTheHeader) {
         {std::string("\xFF\xFEt\0", 4), "r.csv: has a header but no rows", ""},
         {"\xEF\xBB\xBF\xFF\xFEt,a\n0,1\n", "r.csv:1: has no time column among", ""},
         {"t,a\n", "r.csv: has a header but no rows", ""},
-        {"t,a,a\n0,1,2\n", "r.csv:1:5: has two columns 'a'", ""},
+        {"t,v,v\n0,1,2\n", "r.csv:1: has 2 columns 'v'", "'v#1' and 'v#2'",
+         declaring({declared("v")})},
         {"t,,a\n0,1,2\n", "r.csv:1: the column 2 has no name", ""},
         {"x,a\n0,1\n", "r.csv:1: has no time column among 'x' and 'a'", "[recording] time ="},
         {"t,Time\n0,1\n", "r.csv:1: any of 't' and 'Time' may be the time column", ""},

@@ -14,7 +14,7 @@ std::string textOf(const SignalSurvey& survey) {
 
 std::string surveyOf(const std::string& content, const RecordingLayout& layout = {}) {
     std::string text;
-    for (const SignalSurvey& survey : surveyFiles({textFile("r.csv", content)}, layout)) {
+    for (const SignalSurvey& survey : surveyFiles({textFile("r.csv", content)}, layout).signals) {
         text += (text.empty() ? "" : "\n") + textOf(survey);
     }
     return text;
@@ -41,7 +41,8 @@ TEST(RecordingSurvey, FindsHoles) {
 TEST(RecordingSurvey, FindsNoHoleInARoundedStep) {
     const auto surveys =
         surveyFiles({textFile("r.csv", "t,a\n0.1,1\n0.2,1\n0.3,1\n0.41,1\n")},
-                    layoutWith([](auto& layout) { layout.maxGap = ExactTime::of("0.1", second); }));
+                    layoutWith([](auto& layout) { layout.maxGap = ExactTime::of("0.1", second); }))
+            .signals;
     EXPECT_EQ(surveys.at(0).holes, 1u);
 }
 
@@ -59,10 +60,112 @@ TEST(RecordingSurvey, TellsTypes) {
         {many.substr(0, many.rfind("64,")), "enumeration a"},
     };
     for (const auto& [content, type] : cases) {
-        const auto surveys = surveyFiles({textFile("r.csv", content)}, {});
+        const auto surveys = surveyFiles({textFile("r.csv", content)}, {}).signals;
         ASSERT_EQ(surveys.size(), 1u);
         EXPECT_EQ(surveys[0].type, type) << content;
     }
+}
+
+std::string numberText(const std::optional<SignalSurvey::Number>& number) {
+    const auto text = [](auto value) {
+        if constexpr (std::is_same_v<decltype(value), double>) {
+            return shortestNumber(value);
+        } else {
+            return "integer " + std::to_string(value);
+        }
+    };
+    return number ? std::visit(text, *number) : "-";
+}
+
+// The cells of a column at 0 s, 1 s and so on.
+std::string columnOf(const std::vector<std::string>& cells) {
+    std::string content = "t,a\n";
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        content += std::to_string(i) + ',' + cells[i] + '\n';
+    }
+    return content;
+}
+
+TEST(RecordingSurvey, TellsTheRangeAndTheMeanOfNumbers) {
+    struct Row {
+        std::vector<std::string> cells;
+        std::string least;
+        std::string mean;
+        std::string greatest;
+        std::size_t infinities = 0;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{"2.5", "-1", "", "3"}, "-1", "1.5", "3"},
+             {{"-3.5", "-2"}, "-3.5", "-2.75", "-2"},
+             {{"nan", "4.5", "-inf", "inf", "5"}, "4.5", "4.75", "5", 2},
+             {{"nan", "inf"}, "-", "-", "-", 1},
+             {{"true", "x", ""}, "-", "-", "-"},
+             {{"7", "x", "-8"}, "integer -8", "-0.5", "integer 7"},
+             {{"5", "+9", "-3"}, "integer -3", "3.6666666666666665", "integer 9"},
+             {{"9007199254740993", "9007199254740992"},
+              "integer 9007199254740992",
+              "9007199254740992",
+              "integer 9007199254740993"},
+             {{"-9223372036854775808", "9223372036854775807"},
+              "integer -9223372036854775808",
+              "0",
+              "integer 9223372036854775807"},
+             {{"18446744073709551615", "1", "18446744073709551614"},
+              "integer 1",
+              "12297829382473033728",
+              "integer 18446744073709551615"},
+             {{"-1", "18446744073709551615"}, "-1", "9223372036854775808", "18446744073709551616"},
+             {{"1", "1e100", "1", "-1e100"}, "-1e+100", "0.5", "1e+100"},
+             {{"0.1", "0.1", "0.1"}, "0.1", "0.1", "0.1"},
+             {{"1e308", "1e308"}, "1e+308", "-", "1e+308"},
+         }) {
+        SCOPED_TRACE(columnOf(row.cells));
+        const auto survey = surveyFiles({textFile("r.csv", columnOf(row.cells))}, {}).signals.at(0);
+        EXPECT_EQ(numberText(survey.least), row.least);
+        EXPECT_EQ(numberText(survey.mean), row.mean);
+        EXPECT_EQ(numberText(survey.greatest), row.greatest);
+        EXPECT_EQ(survey.infinities, row.infinities);
+    }
+}
+
+TEST(RecordingSurvey, TellsMembersAsTheyAppear) {
+    const std::vector<std::string> mixed{"7", "n/a", "8", "?", "n/a"};
+    std::vector<std::string> many;
+    for (int i = 0; i < 64; ++i) {
+        many.push_back("text" + std::to_string(i));
+    }
+    std::vector<std::string> tooMany = many;
+    tooMany.emplace_back("one more");
+    struct Row {
+        std::vector<std::string> cells;
+        std::string type;  // declared
+        std::vector<std::string> members;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{"off", "on", "", "off", "auto"}, "", {"off", "on", "auto"}},
+             {mixed, "", {"?"}},
+             {mixed, "enum", {"7", "n/a", "8", "?"}},
+             {{"2", "1", "true"}, "enum", {"2", "1", "true"}},
+             {{"1", "true"}, "", {}},
+             {many, "", many},
+             {tooMany, "", {}},
+         }) {
+        const auto survey = surveyFiles({textFile("r.csv", columnOf(row.cells))},
+                                        declaring({declared("a", row.type)}))
+                                .signals.at(0);
+        EXPECT_EQ(survey.members, row.members) << columnOf(row.cells) << row.type;
+    }
+}
+
+TEST(RecordingSurvey, CountsTheRowsOfWhatHasNoTimes) {
+    const RecordingSurvey survey =
+        surveyFiles({textFile("r.csv", "a,b\n1,x\n2,y\n0,x\n")}, RecordingLayout());
+    EXPECT_EQ(textOf(survey.signals.at(0)),
+              "a: double 3/0/0 from 0 to 2 median 1 longest 1 at 0 holes 0 equal 0 back 0");
+    EXPECT_EQ(survey.signals.at(1).members, (std::vector<std::string>{"x", "y"}));
+    ASSERT_TRUE(survey.files.at(0).timeProblem);
+    EXPECT_EQ(survey.files[0].timeProblem->problem().message,
+              "has no time column among 'a' and 'b'");
 }
 
 TEST(RecordingSurvey, RefusesWhatHasNoTimes) {
@@ -70,7 +173,6 @@ TEST(RecordingSurvey, RefusesWhatHasNoTimes) {
         return errorOf([&] { surveyOf(content); }).substr(0, 20);
     };
     EXPECT_EQ(error(""), "r.csv: is empty");
-    EXPECT_EQ(error("a,b\n1,2\n"), "r.csv:1: has no time");
     EXPECT_EQ(error("t,b\nx,2\n"), "r.csv:2:1: 'x' in th");
 }
 

@@ -155,7 +155,8 @@ std::vector<Task> tasksFor(const AssessmentFile& file,
 RecordingOutcome assess(const AssessmentFile& file, const Recording& recording,
                         const RunOptions& options) {
     const auto assessments = chosenAssessments(file, options.only);
-    RecordingOutcome outcome{recording.name, std::nullopt, {}};
+    RecordingOutcome outcome{
+        recording.name, std::nullopt, {}, recording.remarks, recording.warnings};
     outcome.assessments.resize(assessments.size());
     std::vector<SharedTruth> truths(assessments.size());
     const std::vector<Task> tasks = tasksFor(file, assessments, recording, outcome.assessments,

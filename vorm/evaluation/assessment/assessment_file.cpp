@@ -1,9 +1,9 @@
 #include "assessment_file.hpp"
 
+#include <vorm/evaluation/assessment/layout_reading.hpp>
 #include <vorm/evaluation/assessment/toml_table.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
-#include <vorm/evaluation/time/time_format.hpp>
 
 #include <algorithm>
 #include <memory>
@@ -13,7 +13,6 @@
 namespace vorm::evaluation {
 namespace {
 
-using assessments::INTERPOLATION_METHOD;
 using detail::TomlDocument;
 using detail::TomlTable;
 
@@ -27,7 +26,7 @@ public:
         TomlTable root(document_, document_.root, "the file");
         file_.title = root.text("title").value_or("");
         if (auto table = root.table("recording", "[recording]")) {
-            readLayout(*table);
+            detail::readLayout(*table, file_.layout);
         }
         if (auto table = root.table("enumerations", "[enumerations]")) {
             table->forEach([this](const std::string& name, const toml::node& node) {
@@ -50,121 +49,6 @@ public:
     }
 
 private:
-    void readLayout(TomlTable& table) {
-        RecordingLayout& layout = file_.layout;
-        if (const auto encoding = table.choice("encoding", {"utf-8", "utf-16", "latin-1"})) {
-            layout.encoding = static_cast<DeclaredEncoding>(*encoding);
-        }
-        if (const auto delimiter = table.text("delimiter")) {
-            if (delimiter->size() != 1 || *delimiter == "\"" || *delimiter == "\n") {
-                document_.fail(*table.node("delimiter"), "a delimiter is one character",
-                               R"(for example "," or ";" or "\t")");
-            }
-            layout.delimiter = delimiter->front();
-        }
-        readTime(table);
-        if (table.choice("form", {"wide", "long"}) == std::size_t{1}) {
-            layout.longForm.emplace();
-        }
-        readLongColumn(table, "name_column", &LongForm::nameColumn);
-        readLongColumn(table, "value_column", &LongForm::valueColumn);
-        layout.interpolation = interpolation(table).value_or(INTERPOLATION_METHOD::ZOH);
-        layout.maxGap = maxGap(table);
-        table.refuseOthers();
-    }
-
-    void readLongColumn(TomlTable& table, const char* key, std::string LongForm::*column) {
-        if (const auto name = table.text(key)) {
-            if (!file_.layout.longForm) {
-                document_.fail(*table.node(key), "'" + std::string(key) + "' needs the long form",
-                               "add form = \"long\"");
-            }
-            file_.layout.longForm.value().*column = *name;
-        }
-    }
-
-    void readTime(TomlTable& table) {
-        TimeLayout& time = file_.layout.time;
-        time.columns = table.texts("time").value_or(std::vector<std::string>());
-        time.unit = timeUnit(table, "unit");
-        time.resolution = timeUnit(table, "resolution").value_or(time.resolution);
-        if (time.resolution.length > second) {
-            document_.fail(*table.node("resolution"), "the resolution is a second at the most");
-        }
-        time.format = timeFormat(table);
-        time.equalTimes = equalTimes(table).value_or(EqualTimes::Refuse);
-        if (const toml::node* origin = table.node("origin")) {
-            time.origin = originOf(*origin);
-        }
-    }
-
-    static std::optional<TimeUnit> timeUnit(TomlTable& table, const char* key) {
-        std::vector<std::string> units;
-        for (const TimeUnit& unit : timeUnits) {
-            units.emplace_back(unit.name);
-        }
-        const auto chosen = table.choice(key, units);
-        return chosen ? std::optional(timeUnits.at(*chosen)) : std::nullopt;
-    }
-
-    std::string timeFormat(TomlTable& table) const {
-        std::string format = table.text("time_format").value_or("");
-        if (const auto conversion = TimeFormat::unreadableConversion(format)) {
-            document_.fail(*table.node("time_format"),
-                           "'" + *conversion + "' in a time format tells no time",
-                           "an offset from UTC, +0100 or Z, is %z; a zone's name is not read");
-        }
-        return format;
-    }
-
-    TimeOrigin::Choice originOf(const toml::node& node) const {
-        if (const auto* number = node.as_integer()) {
-            return TimeOrigin::At{std::to_string(number->get())};
-        }
-        if (node.is_string() && node.value<std::string>() == "recorded") {
-            return TimeOrigin::AsRecorded();
-        }
-        if (node.is_string() && node.value<std::string>() == "first") {
-            return TimeOrigin::FirstSample();
-        }
-        if (const auto* choice = node.as_table()) {
-            TomlTable table(document_, *choice, "'origin'");
-            const auto file = table.text("file");
-            const auto time = table.text("time");
-            table.refuseOthers();
-            if (file && !time) {
-                return TimeOrigin::FirstOf{*file};
-            }
-            if (time && !file) {
-                return TimeOrigin::At{*time};
-            }
-        }
-        document_.fail(node, "'origin' is no origin of time",
-                       R"(it is "recorded", "first", { file = "..." }, { time = "..." } or an )"
-                       "integer");
-    }
-
-    static std::optional<EqualTimes> equalTimes(TomlTable& table) {
-        const auto chosen = table.choice("equal_times", {"error", "first", "last"});
-        return chosen ? std::optional(static_cast<EqualTimes>(*chosen)) : std::nullopt;
-    }
-
-    static std::optional<INTERPOLATION_METHOD> interpolation(TomlTable& table) {
-        const auto chosen = table.choice("interpolation", {"held", "linear"});
-        if (!chosen) {
-            return std::nullopt;
-        }
-        return *chosen == 0 ? INTERPOLATION_METHOD::ZOH : INTERPOLATION_METHOD::LINEAR;
-    }
-
-    std::optional<ExactTime> maxGap(TomlTable& table) const {
-        const auto gap = table.duration("max_gap");
-        if (gap && *gap <= ExactTime()) {
-            document_.fail(*table.node("max_gap"), "'max_gap' has to be above 0");
-        }
-        return gap;
-    }
-
     void readEnumeration(const std::string& name, const toml::node& node) {
         const toml::array* list = node.as_array();
         auto enumeration = std::make_shared<Enumeration>();
@@ -197,10 +81,10 @@ private:
             signal.column = table.text("column").value_or("");
             signal.file = table.text("file").value_or("");
             signal.type = typeOf(table, name);
-            signal.interpolation = interpolation(table);
+            signal.interpolation = detail::interpolation(table);
             signal.unit = table.text("unit").value_or("");
-            signal.maxGap = maxGap(table);
-            signal.equalTimes = equalTimes(table);
+            signal.maxGap = detail::maxGap(table);
+            signal.equalTimes = detail::equalTimes(table);
             table.refuseOthers();
         } else {
             document_.fail(node, "the signal '" + name + "' has to be a column name or a table",

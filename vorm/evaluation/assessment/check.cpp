@@ -37,7 +37,9 @@ Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
         reading.wanted->merge(definition.formula.names());
     }
     reading.maximumRows = rowsThatTellTypes;
-    return readRecording(source, file.layout, reading);
+    RecordingSource first = source;
+    first.part = file.layout.time.timesBack == TimesBack::Split ? 1 : 0;
+    return readRecording(first, file.layout, reading);
 }
 
 }  // namespace

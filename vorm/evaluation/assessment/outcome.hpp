@@ -84,6 +84,8 @@ struct RecordingOutcome {
     std::string recording;
     std::optional<InputError> error;             ///< why the recording could not be used
     std::vector<AssessmentOutcome> assessments;  ///< in the order of the file
+    std::vector<std::string> remarks;            ///< those of the Recording, as the warnings
+    std::vector<std::string> warnings;
 };
 
 /// The outcome of a run.

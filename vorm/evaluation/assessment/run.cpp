@@ -2,9 +2,11 @@
 
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/parallel/for_each_index.hpp>
+#include <vorm/evaluation/recording/recording_parts.hpp>
 
 #include <algorithm>
 #include <mutex>
+#include <utility>
 
 namespace vorm::evaluation {
 namespace {
@@ -15,7 +17,7 @@ RecordingOutcome runOne(const AssessmentFile& file, const RecordingSource& sourc
     try {
         recording = readRecordingFor(file, source, options);
     } catch (const InputError& error) {
-        return {source.name(), error, {}};
+        return {source.name(), error, {}, {}, {}};
     }
     return assess(file, recording, options);
 }
@@ -52,6 +54,25 @@ private:
     std::mutex mutex_;
 };
 
+// What cannot be split is told where it is read.
+std::vector<RecordingSource> allParts(const RecordingLayout& layout,
+                                      const std::vector<RecordingSource>& recordings,
+                                      std::vector<std::optional<InputError>>& errors) {
+    std::vector<RecordingSource> all;
+    for (const RecordingSource& recording : recordings) {
+        try {
+            for (RecordingSource& part : partsOf(recording, layout)) {
+                all.push_back(std::move(part));
+            }
+            errors.resize(all.size());
+        } catch (const InputError& error) {
+            all.push_back(recording);
+            errors.emplace_back(error);
+        }
+    }
+    return all;
+}
+
 }  // namespace
 
 Recording readRecordingFor(const AssessmentFile& file, const RecordingSource& source,
@@ -77,13 +98,16 @@ Recording readRecordingFor(const AssessmentFile& file, const RecordingSource& so
 RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& recordings,
                const RunOptions& options) {
     chosenAssessments(file, options.only);
+    std::vector<std::optional<InputError>> errors;
+    const std::vector<RecordingSource> parts = allParts(file.layout, recordings, errors);
     RunOutcome outcome{file.name, file.title, {}, options.strict};
-    outcome.recordings.resize(recordings.size());
-    const auto atATime = static_cast<unsigned>(
-        std::clamp<std::size_t>(recordings.size(), 1, std::max(1U, options.jobs)));
+    outcome.recordings.resize(parts.size());
+    const auto atATime =
+        static_cast<unsigned>(std::clamp<std::size_t>(parts.size(), 1, std::max(1U, options.jobs)));
     SharedOptions shared(options, atATime);
-    forEachIndex(recordings.size(), atATime, [&](std::size_t i) {
-        outcome.recordings[i] = runOne(file, recordings[i], shared.forRecording(i));
+    forEachIndex(parts.size(), atATime, [&](std::size_t i) {
+        outcome.recordings[i] = errors[i] ? RecordingOutcome{parts[i].name(), errors[i], {}, {}, {}}
+                                          : runOne(file, parts[i], shared.forRecording(i));
     });
     return outcome;
 }

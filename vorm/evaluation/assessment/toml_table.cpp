@@ -119,7 +119,9 @@ TomlTable::TomlTable(const TomlDocument& document, const toml::table& table, std
     : document_(document), table_(table), what_(std::move(what)) {}
 
 const toml::node* TomlTable::node(const char* key) {
-    known_.emplace_back(key);
+    if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
+        known_.emplace_back(key);
+    }
     return table_.get(key);
 }
 
@@ -229,6 +231,10 @@ std::vector<std::pair<std::string, const toml::node*>> TomlTable::inOrder() cons
     std::stable_sort(entries.begin(), entries.end(),
                      [&](const auto& a, const auto& b) { return position(a) < position(b); });
     return entries;
+}
+
+void TomlTable::fail(const char* key, std::string message, std::string advice) const {
+    document_.fail(*table_.get(key), std::move(message), std::move(advice));
 }
 
 void TomlTable::refuseOthers() const {

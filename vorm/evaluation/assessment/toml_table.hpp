@@ -62,6 +62,8 @@ public:
         }
     }
 
+    /// Refuses the value of a key.
+    [[noreturn]] void fail(const char* key, std::string message, std::string advice = {}) const;
     /// Refuses keys that were not asked for, with those that could have been meant.
     void refuseOthers() const;
 

@@ -26,10 +26,11 @@ double medianOf(std::vector<double>& numbers) {
 }  // namespace
 
 ColumnSurvey::ColumnSurvey(const std::string& file, const std::string& name,
-                           const SignalRules& rules)
+                           const std::string& unit, const SignalRules& rules)
     : rules_(rules) {
     survey_.file = file;
     survey_.name = name;
+    survey_.unit = unit;
 }
 
 void ColumnSurvey::add(double time, const Cell& cell) {
@@ -60,22 +61,31 @@ void ColumnSurvey::addTime(double time) {
 }
 
 void ColumnSurvey::addValue(const Cell& cell) {
-    if (const auto number = cell.isText ? std::nullopt : numberOf<double>(cell.text)) {
-        ++numbers_;
-        survey_.nans += std::isnan(*number) ? 1U : 0U;
-        range_.add(cell.text);
-    } else if (!cell.isText && isTruthText(cell.text)) {
+    if (cell.isText || cell.hasPoint || hasNames()) {
+        addText(cell.text);
+    } else if (const auto number = numberOf<double>(cell.text)) {
+        numbers_.add(cell.text, *number);
+    } else if (isTruthText(cell.text)) {
         ++truths_;
     } else {
-        ++texts_;
-        if (members_.size() <= mostMembers && members_.find(cell.text) == members_.end()) {
-            members_.emplace(cell.text);
-        }
+        addText(cell.text);
+    }
+}
+
+void ColumnSurvey::addText(std::string_view text) {
+    ++texts_;
+    if (members_.size() <= mostMembers && members_.find(text) == members_.end()) {
+        members_.emplace(text);
+        survey_.members.emplace_back(text);
     }
 }
 
 SignalSurvey ColumnSurvey::finish() {
     survey_.type = typeName();
+    numbers_.describe(survey_);
+    if (members_.size() > mostMembers) {
+        survey_.members.clear();
+    }
     const double median = medianOf(distances_);
     const Timeline& timeline = rules_.timeline;
     if (survey_.samples > 0) {
@@ -101,8 +111,8 @@ std::string ColumnSurvey::typeName() const {
     if (survey_.samples == 0) {
         return typeText(SignalType());
     }
-    if (numbers_ == survey_.samples) {
-        const auto integer = range_.valueType();
+    if (numbers_.count() == survey_.samples) {
+        const auto integer = numbers_.integers().valueType();
         return typeText(integer ? SignalType{integer, nullptr} : SignalType::of<double>());
     }
     if (truths_ == survey_.samples) {

@@ -2,8 +2,8 @@
 
 // What the samples of one column are like, counted without judging them.
 
+#include <vorm/evaluation/recording/number_summary.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
-#include <vorm/evaluation/signal/integer_range.hpp>
 #include <vorm/evaluation/signal/signal_rules.hpp>
 #include <vorm/evaluation/table/row_reader.hpp>
 
@@ -13,7 +13,8 @@ namespace vorm::evaluation {
 
 class ColumnSurvey {
 public:
-    ColumnSurvey(const std::string& file, const std::string& name, const SignalRules& rules);
+    ColumnSurvey(const std::string& file, const std::string& name, const std::string& unit,
+                 const SignalRules& rules);
 
     void add(double time, const Cell& cell);
 
@@ -23,6 +24,8 @@ public:
 private:
     void addTime(double time);
     void addValue(const Cell& cell);
+    void addText(std::string_view text);
+    bool hasNames() const { return rules_.type && rules_.type->isEnumerated(); }
     std::string typeName() const;
 
     static constexpr std::size_t mostMembers = 64;
@@ -34,10 +37,9 @@ private:
     double lastTime_ = 0;
     double longestDistance_ = 0;
     double longestAt_ = 0;
-    std::size_t numbers_ = 0;
     std::size_t truths_ = 0;
     std::size_t texts_ = 0;
-    IntegerRange range_;
+    NumberSummary numbers_;
     std::set<std::string, std::less<>> members_;  // at most one more than mostMembers
 };
 

@@ -9,8 +9,11 @@ bool OpenRecording::mayBeWanted(const Table& table) const {
         return true;
     }
     for (std::size_t i = 0; i < table.headers().size(); ++i) {
-        const bool isTime = table.hasTime() && table.time().contains(i);
-        if (!isTime && !selection.requestsFor(table.file(), table.headers()[i]).empty()) {
+        const ColumnHeader& header = table.headers()[i];
+        const bool isWanted =
+            !selection.requestsFor(table.file(), header).empty() ||
+            (header.isOneOfSeveral && selection.meansSeveral(table.file(), header));
+        if (isWanted && !table.isTime(i)) {
             return true;
         }
     }
@@ -19,13 +22,13 @@ bool OpenRecording::mayBeWanted(const Table& table) const {
 
 OpenRecording openRecording(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
                             const std::optional<std::set<std::string>>& wanted,
-                            std::size_t blockSize) {
+                            std::size_t blockSize, MissingTimes missingTimes) {
     const SignalSelection selection(layout, wanted, files.size() > 1);
     const bool needsAll = selection.wantsAll() || files.size() == 1;
     auto [tables, leftOut] = openTables(toldApart(files), layout, needsAll, blockSize);
-    if (needsAll) {
+    if (needsAll && missingTimes == MissingTimes::Refused) {
         for (const Table& table : tables) {
-            table.time();
+            table.times();
         }
     }
     auto origins = originsOf(tables, layout.time.origin);

@@ -17,11 +17,14 @@ struct OpenRecording {
     bool mayBeWanted(const Table& table) const;
 };
 
+enum class MissingTimes { Refused, Allowed };
+
 /// Opens the files and reads their headers. A file alone, and each file where all signals are
-/// wanted, has to be a table with times. The layout and the wanted names outlive the result. Throws
-/// InputError.
+/// wanted, has to be a table, and one with times unless these may be missing. The layout and the
+/// wanted names outlive the result. Throws InputError.
 OpenRecording openRecording(const std::vector<RecordingFile>& files, const RecordingLayout& layout,
                             const std::optional<std::set<std::string>>& wanted,
-                            std::size_t blockSize = ByteWindow::defaultBlockSize);
+                            std::size_t blockSize = ByteWindow::defaultBlockSize,
+                            MissingTimes missingTimes = MissingTimes::Refused);
 
 }  // namespace vorm::evaluation

@@ -40,6 +40,14 @@ Timeline placed(const Timeline& counting, const std::vector<TableSignals>& table
     return counting.over(whole.first, whole.last, counting.ticksIn(reach));
 }
 
+std::string joinedBySemicolons(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const std::string& text : texts) {
+        joined += (joined.empty() ? "" : "; ") + text;
+    }
+    return joined;
+}
+
 }  // namespace
 
 const Signal* Recording::find(std::string_view wanted) const {
@@ -60,7 +68,7 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
             signals[i] = unreadTable(table);
             return;
         }
-        table.time();
+        table.times();
         table.reportTo(options.progress);
         signals[i] = readTable(table, recording.origins[i], counting, recording.selection, layout,
                                options.maximumRows);
@@ -71,8 +79,19 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
                     [](const Table& table) { return table.longColumns().has_value(); });
     const bool isWhole = options.maximumRows == ReadingOptions().maximumRows || !hasLongForm;
     const Timeline timeline = placed(counting, signals, options.reach);
-    return namedSignals(name, timeline, std::move(signals), std::move(recording.leftOut),
-                        recording.selection, layout, isWhole);
+    std::vector<std::string> remarks;
+    std::vector<std::string> warnings;
+    for (const TableSignals& table : signals) {
+        if (!table.remarks.empty()) {
+            remarks.push_back(table.file.path + ": " + joinedBySemicolons(table.remarks));
+        }
+        warnings.insert(warnings.end(), table.warnings.begin(), table.warnings.end());
+    }
+    Recording named = namedSignals(name, timeline, std::move(signals), std::move(recording.leftOut),
+                                   recording.selection, layout, isWhole);
+    named.remarks = std::move(remarks);
+    named.warnings = std::move(warnings);
+    return named;
 }
 
 Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,

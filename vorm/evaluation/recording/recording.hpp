@@ -23,6 +23,10 @@ struct Recording {
     std::vector<std::string> availableNames;  ///< also of signals that were not asked for
     /// Why files of a folder were left out: a signal that is nowhere else may be in one of them.
     std::vector<InputError> leftOut;
+    /// How each file that was read is written, as far as that is not plain or declared:
+    /// `drive.csv: the header is line 14`.
+    std::vector<std::string> remarks;
+    std::vector<std::string> warnings;  ///< what was left out or changed in reading
 
     /// The signal of that name, or null.
     const Signal* find(std::string_view name) const;

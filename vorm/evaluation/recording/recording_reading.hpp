@@ -14,7 +14,6 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
                              std::size_t blockSize = ByteWindow::defaultBlockSize);
 
 /// As surveyRecording.
-std::vector<SignalSurvey> surveyFiles(const std::vector<RecordingFile>& files,
-                                      const RecordingLayout& layout);
+RecordingSurvey surveyFiles(const std::vector<RecordingFile>& files, const RecordingLayout& layout);
 
 }  // namespace vorm::evaluation

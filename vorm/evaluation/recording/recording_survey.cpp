@@ -2,9 +2,11 @@
 
 #include <vorm/evaluation/recording/column_rules.hpp>
 #include <vorm/evaluation/recording/column_survey.hpp>
+#include <vorm/evaluation/recording/missing_values.hpp>
 #include <vorm/evaluation/recording/open_recording.hpp>
 #include <vorm/evaluation/recording/recording_reading.hpp>
 
+#include <algorithm>
 #include <map>
 
 namespace vorm::evaluation {
@@ -16,8 +18,9 @@ public:
                 const RecordingLayout& layout)
         : table_(table),
           origin_(origin),
-          timeline_(layout.time.resolution.length,
-                    table.firstTime().value_or(ExactTime()) - origin),
+          timeline_(
+              layout.time.resolution.length,
+              table.hasTime() ? table.firstTime().value_or(ExactTime()) - origin : ExactTime()),
           selection_(selection),
           layout_(layout) {}
 
@@ -25,55 +28,102 @@ public:
         if (!table_.longColumns()) {
             addHeaders();
         }
-        while (table_.next()) {
-            try {
+        try {
+            while (table_.next()) {
                 takeRow();
-            } catch (const InputError& error) {
-                table_.fail(error, table_.time().column());
             }
+        } catch (const InputError& error) {
+            table_.fail(error, cell_);
         }
         std::vector<SignalSurvey> surveys;
-        for (ColumnSurvey& column : columns_) {
-            surveys.push_back(column.finish());
+        for (Column& column : columns_) {
+            column.finish();
+            surveys.push_back(column.survey.finish());
         }
         return surveys;
     }
 
 private:
+    struct Column {
+        std::size_t cell;
+        std::size_t time;  // which of the table's
+        MissingValues missing;
+        ColumnSurvey survey;
+
+        void add(double counted, const Cell& value) {
+            missing.pass(counted, value,
+                         [this](double at, const Cell& each) { survey.add(at, each); });
+        }
+        void finish() {
+            missing.finish([this](double at, const Cell& each) { survey.add(at, each); });
+        }
+    };
+
     void addHeaders() {
         for (std::size_t i = 0; i < table_.headers().size(); ++i) {
-            if (!table_.time().contains(i) && !table_.headers()[i].text.empty()) {
-                addColumn(table_.headers()[i]);
-                cells_.push_back(i);
+            if (!table_.isTime(i) && !table_.headers()[i].text.empty()) {
+                addColumn(table_.headers()[i], i);
             }
         }
     }
 
-    void addColumn(const ColumnHeader& header) {
+    void addColumn(const ColumnHeader& header, std::size_t cell) {
         const auto declarations = selection_.declarationsOf(table_.file(), header);
         const SignalLayout* declaration = declarations.empty() ? nullptr : declarations.front();
-        columns_.emplace_back(table_.file().path, declaration ? declaration->name : header.name,
-                              rulesFor(header.name, declaration, layout_, timeline_));
+        const SignalRules rules = rulesFor(header.name, declaration, layout_, timeline_);
+        columns_.push_back(
+            {cell, table_.timeOfColumn(cell), MissingValues(layout_.missing, rules.type),
+             ColumnSurvey(
+                 table_.file().path, declaration ? declaration->name : header.name,
+                 declaration && !declaration->unit.empty() ? declaration->unit : header.unit,
+                 rules)});
     }
 
     void takeRow() {
         const std::vector<Cell>& cells = table_.cells();
-        const TimeColumn& column = table_.time();
-        const double time = timeline_.at(column.timeOf(cells) - origin_);
         if (const auto& named = table_.longColumns()) {
+            const double time = timeOf(0);
             columnCalled(cells[named->name].text).add(time, cells[named->value]);
             return;
         }
-        for (std::size_t i = 0; i < cells_.size(); ++i) {
-            columns_[i].add(time, cells[cells_[i]]);
+        for (std::size_t which = 0; which < std::max<std::size_t>(timeCount(), 1); ++which) {
+            if (hasRow(which)) {
+                const double time = timeOf(which);
+                for (Column& column : columns_) {
+                    if (column.time == which) {
+                        column.add(time, cells[column.cell]);
+                    }
+                }
+            }
         }
+        ++row_;
     }
 
-    ColumnSurvey& columnCalled(std::string_view name) {
+    std::size_t timeCount() const { return table_.hasTime() ? table_.times().size() : 0; }
+
+    // Where columns have times of their own, some end before others.
+    bool hasRow(std::size_t which) const {
+        const auto& cells = table_.cells();
+        return timeCount() < 2 || !table_.times()[which].isMissing(cells) ||
+               std::any_of(columns_.begin(), columns_.end(), [&](const Column& column) {
+                   return column.time == which && !cells[column.cell].text.empty();
+               });
+    }
+
+    // Without times rows are counted, as though each took a second.
+    double timeOf(std::size_t which) {
+        if (!table_.hasTime()) {
+            return timeline_.at(static_cast<WideInteger>(row_) * second);
+        }
+        cell_ = table_.times()[which].column();
+        return timeline_.at(table_.time(which) - origin_);
+    }
+
+    Column& columnCalled(std::string_view name) {
         auto found = byName_.find(name);
         if (found == byName_.end()) {
             const std::string text(name);
-            addColumn({text, text, {}});
+            addColumn({text, text, {}}, table_.longColumns()->value);
             found = byName_.emplace(text, columns_.size() - 1).first;
         }
         return columns_[found->second];
@@ -84,29 +134,33 @@ private:
     const Timeline timeline_;
     const SignalSelection& selection_;
     const RecordingLayout& layout_;
-    std::vector<ColumnSurvey> columns_;
-    std::vector<std::size_t> cells_;  // of each column, in a table that has no names in its rows
+    std::vector<Column> columns_;
+    std::size_t row_ = 0;
+    std::size_t cell_ = 0;  // the one in work
     std::map<std::string, std::size_t, std::less<>> byName_;
 };
 
 }  // namespace
 
-std::vector<SignalSurvey> surveyFiles(const std::vector<RecordingFile>& files,
-                                      const RecordingLayout& layout) {
+RecordingSurvey surveyFiles(const std::vector<RecordingFile>& files,
+                            const RecordingLayout& layout) {
     const std::optional<std::set<std::string>> all;
-    auto [selection, tables, origins, leftOut] = openRecording(files, layout, all);
-    std::vector<SignalSurvey> surveys;
+    auto [selection, tables, origins, leftOut] =
+        openRecording(files, layout, all, ByteWindow::defaultBlockSize, MissingTimes::Allowed);
+    RecordingSurvey survey;
     for (std::size_t i = 0; i < tables.size(); ++i) {
-        for (SignalSurvey& survey : TableSurvey(tables[i], origins[i], selection, layout).look()) {
-            surveys.push_back(std::move(survey));
+        Table& table = tables[i];
+        for (SignalSurvey& signal : TableSurvey(table, origins[i], selection, layout).look()) {
+            survey.signals.push_back(std::move(signal));
         }
-        tables[i].close();
+        survey.files.push_back({table.file().path, table.remarks(), table.warnings(),
+                                table.layoutAsRead(), table.timeProblem()});
+        table.close();
     }
-    return surveys;
+    return survey;
 }
 
-std::vector<SignalSurvey> surveyRecording(const RecordingSource& source,
-                                          const RecordingLayout& layout) {
+RecordingSurvey surveyRecording(const RecordingSource& source, const RecordingLayout& layout) {
     return surveyFiles(recordingFiles(source), layout);
 }
 

@@ -1,10 +1,10 @@
 #include "signal_builder.hpp"
 
 #include <vorm/evaluation/signal/integer_range.hpp>
+#include <vorm/evaluation/table/cell_kind.hpp>
 #include <vorm/evaluation/table/cell_value.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
-#include <vorm/evaluation/text/number_text.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 #include <vorm/evaluation/text/text_hash.hpp>
 
@@ -14,16 +14,6 @@ namespace vorm::evaluation {
 namespace {
 
 using assessments::INTERPOLATION_METHOD;
-
-// With a digit, which a sign and a point may stand before.
-bool beginsLikeNumber(std::string_view text) {
-    for (const std::string_view prefix : {"+-", "."}) {
-        if (!text.empty() && prefix.find(text.front()) != std::string_view::npos) {
-            text.remove_prefix(1);
-        }
-    }
-    return !text.empty() && text.front() >= '0' && text.front() <= '9';
-}
 
 /// A column of a declared type, or of bool.
 template <class T>
@@ -149,6 +139,8 @@ public:
     }
 
 private:
+    bool isOfTexts() const override { return true; }
+
     void take(SampleStep step, double time, std::string_view text) override {
         collector_.add(step, time, valueOf(text));
     }
@@ -202,7 +194,7 @@ std::unique_ptr<SignalBuilder> makeSignalBuilder(const SignalRules& rules, const
         return std::make_unique<TypedBuilder<bool>>(rules);
     }
     // What only looks like a number is for that builder to refuse.
-    if (!first.isText && (numberOf<double>(first.text) || beginsLikeNumber(first.text))) {
+    if (!first.isText && isLikeNumber(first.text)) {
         return std::make_unique<NumberBuilder>(rules);
     }
     return std::make_unique<EnumerationBuilder>(rules);

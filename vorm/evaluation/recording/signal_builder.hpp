@@ -3,7 +3,7 @@
 // Makes the pieces of one signal from the cells of its column.
 
 #include <vorm/evaluation/signal/sample_order.hpp>
-#include <vorm/evaluation/table/row_reader.hpp>
+#include <vorm/evaluation/table/cell_value.hpp>
 
 namespace vorm::evaluation {
 
@@ -16,11 +16,14 @@ public:
 
     virtual ~SignalBuilder() = default;
 
-    /// A sample. Throws InputError, which names no place, for a text that is no value of the type,
+    /// A sample. Throws InputError, which names no place, for a cell that is no value of the type,
     /// and for a time that goes back or, unless the rules allow it, repeats.
-    void append(double time, std::string_view text) {
+    void append(double time, const Cell& cell) {
+        if (cell.hasPoint && !isOfTexts()) [[unlikely]] {
+            failForPoint(cell, rules().subject);
+        }
         if (const auto step = order_.stepTo(time)) [[likely]] {
-            take(*step, time, text);
+            take(*step, time, cell.text);
         }
     }
 
@@ -35,6 +38,7 @@ protected:
     const SignalRules& rules() const { return order_.rules(); }
 
 private:
+    virtual bool isOfTexts() const { return false; }
     virtual void take(SampleStep step, double time, std::string_view text) = 0;
 
     SampleOrder order_;

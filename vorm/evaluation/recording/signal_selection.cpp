@@ -34,6 +34,16 @@ std::vector<const SignalLayout*> SignalSelection::requestsFor(const RecordingFil
     return isWanted ? std::vector<const SignalLayout*>{nullptr} : found;
 }
 
+bool SignalSelection::meansSeveral(const RecordingFile& file, const ColumnHeader& header) const {
+    for (const SignalLayout* signal : declarationsOf(file, header)) {
+        if (columnOf(*signal) == header.text && wants(signal->name)) {
+            return true;
+        }
+    }
+    return !wantsAll() && ((wants(header.text) && !isDeclared(header.text)) ||
+                           (hasSeveralFiles_ && wants(nameInFile(file, header.text))));
+}
+
 bool SignalSelection::isDeclared(const std::string& name) const {
     return std::any_of(layout_.signals.begin(), layout_.signals.end(),
                        [&](const SignalLayout& signal) { return signal.name == name; });

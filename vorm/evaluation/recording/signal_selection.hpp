@@ -27,6 +27,10 @@ public:
     std::vector<const SignalLayout*> requestsFor(const RecordingFile& file,
                                                  const ColumnHeader& header) const;
 
+    /// Whether the text of a column, which others of the file have too, is the only name for a
+    /// signal to read.
+    bool meansSeveral(const RecordingFile& file, const ColumnHeader& header) const;
+
     /// Whether the layout declares a signal of that name.
     bool isDeclared(const std::string& name) const;
 

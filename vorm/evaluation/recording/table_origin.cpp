@@ -39,7 +39,7 @@ std::optional<ExactTime> firstOf(std::vector<Table>& tables, const std::string& 
 
 ExactTime at(const Table& table, const std::string& time) {
     try {
-        return table.time().timeOf(time);
+        return table.times().front().timeOf(time);
     } catch (const InputError& error) {
         failAt({}, "the origin " + shown(time) + " is no time: " + error.problem().message,
                "write it as the files write their times");

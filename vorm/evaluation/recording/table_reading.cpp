@@ -1,6 +1,8 @@
 #include "table_reading.hpp"
 
 #include <vorm/evaluation/recording/column_rules.hpp>
+#include <vorm/evaluation/recording/sorted_rows.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/text_hash.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
 
@@ -20,68 +22,137 @@ public:
           layout_(layout) {}
 
     TableSignals read(std::size_t maximumRows) {
+        for (const TimeColumn& time : table_.times()) {
+            groups_.push_back({{}, TimeOrder(layout_.time.timesBack, time.isOfClocks()), {}, 0});
+        }
         if (!table_.longColumns()) {
             requestHeaders();
         }
         try {
             for (std::size_t row = 0; row < maximumRows && table_.next(); ++row) {
-                takeRow();
+                if (layout_.time.timesBack == TimesBack::Sort) {
+                    keepRow();
+                } else {
+                    takeRow();
+                }
             }
         } catch (const InputError& error) {
             table_.fail(error, cell_);
         }
-        return {table_.file(), std::move(available_), std::move(columns_), span_};
+        takeKeptRows();
+        return {table_.file(), std::move(available_), std::move(columns_),
+                span_,         table_.remarks(),      warnings()};
     }
 
 private:
+    // One of the times of the rows, and the columns that have it.
+    struct TimeGroup {
+        std::vector<std::size_t> columns;
+        TimeOrder order;
+        std::string lastText;  // of the row before
+        std::size_t lastLine;
+    };
+
     void requestHeaders() {
         const auto& headers = table_.headers();
         available_ = unreadTable(table_).available;
         for (std::size_t i = 0; i < headers.size(); ++i) {
-            if (!table_.time().contains(i)) {
+            if (headers[i].isOneOfSeveral && selection_.meansSeveral(table_.file(), headers[i])) {
+                failForSeveral(headers[i].text);
+            }
+            if (!table_.isTime(i)) {
                 request(headers[i], i);
             }
         }
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            groups_[table_.timeOfColumn(columns_[i].cell)].columns.push_back(i);
+        }
+    }
+
+    [[noreturn]] void failForSeveral(const std::string& text) const {
+        std::vector<std::string> names;
+        for (const ColumnHeader& header : table_.headers()) {
+            if (header.text == text) {
+                names.push_back(header.name);
+            }
+        }
+        failAt(table_.headerPlace(),
+               "has " + std::to_string(names.size()) + " columns " + shown(text),
+               "name one of them: " + quotedList(names));
+    }
+
+    // Lines may end with delimiters, and with cells that have no name.
+    bool isBehindNames(std::size_t cell) const {
+        const auto& headers = table_.headers();
+        return std::all_of(headers.begin() + static_cast<std::ptrdiff_t>(cell), headers.end(),
+                           [](const ColumnHeader& header) { return header.text.empty(); });
     }
 
     void request(const ColumnHeader& header, std::size_t cell) {
         const auto requests = selection_.requestsFor(table_.file(), header);
-        // Lines that end with the delimiter have a column without a name, and nothing in it.
-        const bool isLast = cell + 1 == table_.headers().size();
-        if (header.text.empty() && (isLast || requests.empty())) {
+        if (header.text.empty() && (requests.empty() || isBehindNames(cell))) {
             return;
         }
         if (header.text.empty()) {
-            failAt({table_.file().path, 1},
-                   "the column " + std::to_string(cell + 1) + " has no name",
+            failAt(table_.headerPlace(), "the column " + std::to_string(cell + 1) + " has no name",
                    "give it one, or name the signals to read");
         }
         for (const SignalLayout* declaration : requests) {
-            columns_.push_back({header, declaration,
-                                rulesFor(header.name, declaration, layout_, timeline_), cell,
-                                nullptr});
+            const SignalRules rules = rulesFor(header.name, declaration, layout_, timeline_);
+            columns_.push_back(
+                {header, declaration, rules, cell, MissingValues(layout_.missing, rules.type),
+                 TimeOrder(layout_.time.timesBack, table_.times().front().isOfClocks()), nullptr});
         }
     }
 
     void takeRow() {
-        const std::vector<Cell>& cells = table_.cells();
-        cell_ = table_.time().column();
-        const ExactTime time = table_.time().timeOf(cells) - origin_;
-        const double counted = timeline_.counted(time);
         if (table_.longColumns()) {
-            extendSpan(counted);
-            takeNamedValue(counted, cells);
+            cell_ = table_.times().front().column();
+            takeNamedValue(table_.time() - origin_, table_.cells());
             return;
         }
-        if (last_ && time < *last_) {
-            failAt({},
-                   "the time goes back by " + timeWithUnit(*last_ - time) + " to " +
-                       std::string(table_.time().textOf(cells)),
-                   "rows stand in the order of their times");
+        for (std::size_t which = 0; which < groups_.size(); ++which) {
+            if (groups_.size() == 1 || !isMissing(which)) {
+                takeCells(which);
+            }
         }
+    }
+
+    // Where columns have times of their own, some end before others.
+    bool isMissing(std::size_t which) const {
+        const auto& cells = table_.cells();
+        const auto& columns = groups_[which].columns;
+        return table_.times()[which].isMissing(cells) &&
+               std::all_of(columns.begin(), columns.end(), [&](std::size_t column) {
+                   return cells[columns_[column].cell].text.empty();
+               });
+    }
+
+    void takeCells(std::size_t which) {
+        TimeGroup& group = groups_[which];
+        const TimeColumn& column = table_.times()[which];
+        cell_ = column.column();
+        const ExactTime time = table_.time(which) - origin_;
+        // The part of a split file never goes back.
+        const bool isRefused = layout_.time.timesBack == TimesBack::Refuse ||
+                               layout_.time.timesBack == TimesBack::Split;
+        if (isRefused && group.order.goesBack(time)) [[unlikely]] {
+            failForTimesBack(which, time);
+        }
+        if (const auto placed = group.order.next(time)) {
+            append(group, *placed, table_.cells());
+        }
+        if (isRefused) {
+            group.lastText.assign(column.textOf(table_.cells()));
+            group.lastLine = table_.line();
+        }
+    }
+
+    void append(const TimeGroup& group, ExactTime time, const std::vector<Cell>& cells) {
+        const double counted = timeline_.counted(time);
         extendSpan(counted);
-        last_ = time;
-        for (ColumnReading& column : columns_) {
+        for (const std::size_t index : group.columns) {
+            ColumnReading& column = columns_[index];
             const Cell& cell = cells[column.cell];
             if (!cell.text.empty()) {
                 cell_ = column.cell;
@@ -90,22 +161,105 @@ private:
         }
     }
 
+    // Tells how often times go back, so that it can be decided what to do about it.
+    [[noreturn]] void failForTimesBack(std::size_t which, ExactTime time) {
+        const TimeGroup& group = groups_[which];
+        const ExactTime reached = *group.order.reached();
+        InputProblem problem;
+        const std::string text(table_.times()[which].textOf(table_.cells()));
+        problem.where = table_.where(table_.times()[which].column());
+        problem.message = "the time goes back by " + timeWithUnit(reached - time) + " from " +
+                          shown(group.lastText) + " in line " + std::to_string(group.lastLine) +
+                          " to " + shown(text) + othersBack(which, time);
+        problem.advice =
+            "say what to do: [recording] times_back = \"drop\" (the rows up to the time that was "
+            "reached), \"sort\", \"shift\" (the rows from there on, to later times), or "
+            "\"split\" (they are another recording)";
+        throw InputError(std::move(problem));
+    }
+
+    std::string othersBack(std::size_t which, ExactTime last) {
+        std::size_t count = 0;
+        try {
+            while (table_.next()) {
+                const ExactTime time = table_.time(which) - origin_;
+                count += time < last ? 1U : 0U;
+                last = time;
+            }
+        } catch (const InputError&) {
+            // What is wrong behind this error is told when it is mended.
+            return count == 0 ? "" : ", and at least " + moreTimes(count);
+        }
+        return count == 0 ? "" : ", and " + moreTimes(count);
+    }
+
+    static std::string moreTimes(std::size_t count) {
+        return std::to_string(count) + (count == 1 ? " more time" : " more times");
+    }
+
+    void keepRow() {
+        std::vector<std::optional<ExactTime>> times;
+        for (std::size_t which = 0; which < groups_.size(); ++which) {
+            cell_ = table_.times()[which].column();
+            const bool hasTime = groups_.size() == 1 || !isMissing(which);
+            times.push_back(hasTime ? std::optional(table_.time(which) - origin_) : std::nullopt);
+            if (times.back()) {
+                groups_[which].order.next(*times.back());
+            }
+        }
+        kept_.keep(table_, std::move(times));
+    }
+
+    void takeKeptRows() {
+        for (std::size_t which = 0; which < groups_.size(); ++which) {
+            kept_.forEach(which, table_.file().path,
+                          [&](ExactTime time, const std::vector<Cell>& cells) {
+                              if (table_.longColumns()) {
+                                  takeNamedValue(time, cells);
+                              } else {
+                                  append(groups_[which], time, cells);
+                              }
+                          });
+        }
+    }
+
+    std::vector<std::string> warnings() const {
+        std::vector<std::string> warnings = table_.warnings();
+        const auto add = [&](const TimeOrder& order, const std::string& subject) {
+            if (const std::string warning = order.warning(); !warning.empty()) {
+                warnings.push_back(table_.file().path + ": " + subject + warning);
+            }
+        };
+        for (const TimeGroup& group : groups_) {
+            add(group.order, "");
+        }
+        for (const ColumnReading& column : columns_) {
+            add(column.order, column.rules.subject + ": ");
+        }
+        return warnings;
+    }
+
     void extendSpan(double time) {
         span_ = span_ ? CountedSpan{std::min(span_->first, time), std::max(span_->last, time)}
                       : CountedSpan{time, time};
     }
 
-    void takeNamedValue(double time, const std::vector<Cell>& cells) {
+    void takeNamedValue(ExactTime time, const std::vector<Cell>& cells) {
         const auto [nameCell, valueCell] = *table_.longColumns();
+        extendSpan(timeline_.counted(time));
         cell_ = nameCell;
         const std::string_view name = cells[nameCell].text;
         if (name.empty()) {
             failAt({}, "the row has no name", "each row names its signal");
         }
         cell_ = valueCell;
-        for (const std::size_t column : columnsCalled(name)) {
-            if (!cells[valueCell].text.empty()) {
-                columns_[column].append(time, cells[valueCell]);
+        for (const std::size_t index : columnsCalled(name)) {
+            ColumnReading& column = columns_[index];
+            if (const auto placed = column.order.next(time);
+                placed && !cells[valueCell].text.empty()) {
+                const double counted = timeline_.counted(*placed);
+                extendSpan(counted);
+                column.append(counted, cells[valueCell]);
             }
         }
     }
@@ -135,11 +289,24 @@ private:
     std::vector<ColumnReading> columns_;
     TextMap<std::vector<std::size_t>> byName_;
     std::optional<CountedSpan> span_;
-    std::optional<ExactTime> last_;
+    std::vector<TimeGroup> groups_;
+    SortedRows kept_;
     std::size_t cell_ = 0;  // the one in work
 };
 
 }  // namespace
+
+void ColumnReading::appendUnsure(double time, const Cell& value) {
+    missing.pass(time, value, [this](double at, const Cell& sample) {
+        if (sample.text.empty()) {
+            return;
+        }
+        if (!builder) {
+            builder = makeSignalBuilder(rules, sample);
+        }
+        builder->append(at, sample);
+    });
+}
 
 SignalBuilder::Result ColumnReading::finish(const std::string& name, const Timeline& timeline) {
     if (builder) {
@@ -155,12 +322,12 @@ TableSignals readTable(Table& table, ExactTime origin, const Timeline& timeline,
 }
 
 TableSignals unreadTable(const Table& table) {
-    TableSignals signals{table.file(), {}, {}, {}};
+    TableSignals signals{table.file(), {}, {}, {}, {}, {}};
     if (!table.hasTime() || table.longColumns()) {
         return signals;
     }
     for (std::size_t i = 0; i < table.headers().size(); ++i) {
-        if (!table.time().contains(i) && !table.headers()[i].text.empty()) {
+        if (!table.isTime(i) && !table.headers()[i].text.empty()) {
             signals.available.push_back(table.headers()[i]);
         }
     }

@@ -142,10 +142,10 @@ Json recordingOf(const RecordingOutcome& recording) {
     for (const AssessmentOutcome& outcome : recording.assessments) {
         assessments.push_back(assessmentOf(outcome));
     }
-    return {{"recording", recording.recording},
-            {"error", textOrNull(errorText(recording.error))},
-            {"problem", problemOf(recording.error)},
-            {"assessments", std::move(assessments)}};
+    return {
+        {"recording", recording.recording},      {"error", textOrNull(errorText(recording.error))},
+        {"problem", problemOf(recording.error)}, {"read_as", recording.remarks},
+        {"warnings", recording.warnings},        {"assessments", std::move(assessments)}};
 }
 
 }  // namespace

@@ -2,23 +2,39 @@
 
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
+#include <vorm/evaluation/text/characters.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <concepts>
+#include <optional>
+#include <sstream>
+#include <utility>
 
 namespace vorm::evaluation {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
+Json numberOrNull(const std::optional<SignalSurvey::Number>& number) {
+    return number ? std::visit([](auto value) { return Json(value); }, *number) : Json(nullptr);
+}
+
 Json jsonOf(const SignalSurvey& signal) {
     return {{"file", signal.file},
             {"name", signal.name},
             {"type", signal.type},
+            {"unit", signal.unit.empty() ? Json(nullptr) : Json(signal.unit)},
             {"samples", signal.samples},
             {"empty", signal.empty},
             {"nans", signal.nans},
+            {"infinities", signal.infinities},
+            {"least", numberOrNull(signal.least)},
+            {"mean", numberOrNull(signal.mean)},
+            {"greatest", numberOrNull(signal.greatest)},
+            {"members", signal.members},
             {"first", signal.first.seconds()},
             {"last", signal.last.seconds()},
             {"median_distance", signal.medianDistance.seconds()},
@@ -29,61 +45,153 @@ Json jsonOf(const SignalSurvey& signal) {
             {"times_back", signal.timesBack}};
 }
 
+constexpr const char* nothing = "-";
+
 std::string countText(std::size_t count) {
-    return count == 0 ? "-" : std::to_string(count);
+    return count == 0 ? nothing : std::to_string(count);
 }
 
-std::vector<TextTable::Cell> rowOf(const SignalSurvey& signal) {
-    const bool hasTimes = signal.samples > 0;
-    const bool hasDistances = signal.samples > 1;
-    const std::string longest =
-        durationText(signal.longestDistance) + " at " + signal.longestAt.text();
-    return {{signal.file},
-            {signal.name},
-            {signal.type},
-            {std::to_string(signal.samples), true},
-            {hasTimes ? signal.first.text() : "-", true},
-            {hasTimes ? signal.last.text() : "-", true},
-            {hasDistances ? durationText(signal.medianDistance) : "-", true},
-            {hasDistances ? longest : "-", true},
-            {countText(signal.holes), true},
-            {countText(signal.empty), true},
-            {countText(signal.nans), true},
-            {countText(signal.equalTimes), true},
-            {countText(signal.timesBack), true}};
+std::string valueText(double number) {
+    return numberText(number);
+}
+
+template <std::integral Integer>
+std::string valueText(Integer number) {
+    return std::to_string(number);
+}
+
+std::string valueText(const SignalSurvey::Number& number) {
+    return std::visit([](auto value) { return valueText(value); }, number);
+}
+
+template <class Value>
+std::string valueText(const std::optional<Value>& value) {
+    return value ? valueText(*value) : nothing;
+}
+
+std::string medianStepText(const SignalSurvey& signal) {
+    return signal.samples > 1 ? durationText(signal.medianDistance) : nothing;
+}
+
+std::string longestStepText(const SignalSurvey& signal) {
+    return signal.samples > 1
+               ? durationText(signal.longestDistance) + " at " + signal.longestAt.text()
+               : nothing;
+}
+
+std::string membersText(const SignalSurvey& signal) {
+    return (signal.type.starts_with("enumeration ") ? "members: " : "texts: ") +
+           quotedList(signal.members);
+}
+
+struct Column {
+    const char* header;
+    bool alignRight;
+    std::string (*text)(const SignalSurvey&);
+    std::string_view untold;  // the column is left out where every signal has this text
+};
+
+std::vector<Column> columnsOf(const std::string& recording) {
+    using Survey = const SignalSurvey&;
+    return {
+        {"file", false, [](Survey s) { return s.file; }, recording},
+        {"signal", false, [](Survey s) { return s.name; }, {}},
+        {"type", false, [](Survey s) { return s.type; }, {}},
+        {"unit", false, [](Survey s) { return s.unit.empty() ? nothing : s.unit; }, nothing},
+        {"least", true, [](Survey s) { return valueText(s.least); }, nothing},
+        {"mean", true, [](Survey s) { return valueText(s.mean); }, nothing},
+        {"greatest", true, [](Survey s) { return valueText(s.greatest); }, nothing},
+        {"samples", true, [](Survey s) { return std::to_string(s.samples); }, {}},
+        {"first [s]", true, [](Survey s) { return s.samples > 0 ? s.first.text() : nothing; }, {}},
+        {"last [s]", true, [](Survey s) { return s.samples > 0 ? s.last.text() : nothing; }, {}},
+        {"median step [s]", true, medianStepText, {}},
+        {"longest step [s]", true, longestStepText, {}},
+        {"holes", true, [](Survey s) { return countText(s.holes); }, nothing},
+        {"empty", true, [](Survey s) { return countText(s.empty); }, nothing},
+        {"NaN", true, [](Survey s) { return countText(s.nans); }, nothing},
+        {"infinite", true, [](Survey s) { return countText(s.infinities); }, nothing},
+        {"equal times", true, [](Survey s) { return countText(s.equalTimes); }, nothing},
+        {"times back", true, [](Survey s) { return countText(s.timesBack); }, nothing},
+    };
+}
+
+bool tells(const Column& column, const std::vector<SignalSurvey>& signals) {
+    return column.untold.empty() ||
+           std::any_of(signals.begin(), signals.end(), [&](const SignalSurvey& signal) {
+               return column.text(signal) != column.untold;
+           });
+}
+
+Json jsonOf(const FileSurvey& file) {
+    return {{"file", file.file},
+            {"read_as", file.remarks},
+            {"warnings", file.warnings},
+            {"time_problem", file.timeProblem ? Json(file.timeProblem->what()) : Json(nullptr)}};
+}
+
+// How a file is read, and why its times are only its rows' numbers.
+std::string linesOn(const FileSurvey& file, const std::string& recording) {
+    std::string text;
+    for (const std::string& remark : file.remarks) {
+        text += (text.empty() ? "" : "; ") + withoutControls(remark);
+    }
+    if (!text.empty()) {
+        text = "  " + (file.file == recording ? "" : file.file + ": ") + text + "\n";
+    }
+    for (const std::string& warning : file.warnings) {
+        text += "  " + withoutControls(warning) + "\n";
+    }
+    if (file.timeProblem) {
+        std::istringstream lines(file.timeProblem->what());
+        for (std::string line; std::getline(lines, line);) {
+            text += "  " + line + "\n";
+        }
+        text += "  times below are the numbers of rows\n";
+    }
+    return text;
 }
 
 }  // namespace
 
-std::string surveyReport(const std::string& recording, const std::vector<SignalSurvey>& signals) {
-    TextTable table({{"file"},
-                     {"signal"},
-                     {"type"},
-                     {"samples", true},
-                     {"first [s]", true},
-                     {"last [s]", true},
-                     {"median step [s]", true},
-                     {"longest step [s]", true},
-                     {"holes", true},
-                     {"empty", true},
-                     {"NaN", true},
-                     {"equal times", true},
-                     {"times back", true}});
-    for (const SignalSurvey& signal : signals) {
-        table.addRow(rowOf(signal));
+std::string surveyReport(const std::string& recording, const RecordingSurvey& survey) {
+    const auto& signals = survey.signals;
+    std::vector<Column> columns = columnsOf(recording);
+    std::erase_if(columns, [&](const Column& column) { return !tells(column, signals); });
+    std::vector<TextTable::Cell> header;
+    for (const Column& column : columns) {
+        header.push_back({column.header, column.alignRight});
     }
-    return recording + "\n" + table.text("  ", false);
+    TextTable table(std::move(header));
+    for (const SignalSurvey& signal : signals) {
+        std::vector<TextTable::Cell> row;
+        for (const Column& column : columns) {
+            row.push_back({column.text(signal), column.alignRight});
+        }
+        table.addRow(std::move(row));
+        if (!signal.members.empty()) {
+            table.addNote(membersText(signal));
+        }
+    }
+    std::string text = recording + "\n";
+    for (const FileSurvey& file : survey.files) {
+        text += linesOn(file, recording);
+    }
+    return text + table.text("  ", false);
 }
 
-std::string surveyJson(
-    const std::vector<std::pair<std::string, std::vector<SignalSurvey>>>& recordings) {
+std::string surveyJson(const RecordingSurveys& recordings) {
     Json list = Json::array();
-    for (const auto& [name, signals] : recordings) {
+    for (const auto& [name, survey] : recordings) {
+        Json files = Json::array();
+        for (const FileSurvey& file : survey.files) {
+            files.push_back(jsonOf(file));
+        }
         Json columns = Json::array();
-        for (const SignalSurvey& signal : signals) {
+        for (const SignalSurvey& signal : survey.signals) {
             columns.push_back(jsonOf(signal));
         }
-        list.push_back({{"recording", name}, {"signals", std::move(columns)}});
+        list.push_back(
+            {{"recording", name}, {"files", std::move(files)}, {"signals", std::move(columns)}});
     }
     const Json report = {{"recordings", std::move(list)}};
     return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

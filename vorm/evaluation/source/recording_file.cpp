@@ -131,6 +131,9 @@ std::vector<RecordingFile> recordingFiles(const RecordingSource& source) {
         }
     }
     checkTwice(files);
+    for (RecordingFile& file : files) {
+        file.part = source.part;
+    }
     return files;
 }
 

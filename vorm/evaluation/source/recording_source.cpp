@@ -7,7 +7,7 @@ std::string RecordingSource::name() const {
     for (const std::string& path : paths) {
         text += (text.empty() ? "" : "+") + path;
     }
-    return text;
+    return part == 0 ? text : text + ", part " + std::to_string(part);
 }
 
 }  // namespace vorm::evaluation

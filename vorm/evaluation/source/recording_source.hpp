@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,10 @@ namespace vorm::evaluation {
 struct RecordingSource {
     /// `-` is standard input, read as CSV, or as JSON lines where it begins with a brace.
     std::vector<std::string> paths;
+    /// Which of the recordings that one file is split into, from 1; 0: all of it.
+    std::size_t part = 0;
 
-    /// For messages and reports: the paths as given, joined by `+`.
+    /// For messages and reports: the paths as given, joined by `+`; `drive.csv, part 2`.
     std::string name() const;
 };
 

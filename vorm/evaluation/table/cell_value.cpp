@@ -25,9 +25,10 @@ using assessments::Verdict;
 [[noreturn]] void failForNumber(std::string_view text, const std::string& subject) {
     const bool hasDigits = text.find_first_of("0123456789") != std::string_view::npos;
     if (hasDigits && text.find(',') != std::string_view::npos) {
-        fail(
-            text, subject, "number",
-            "the decimal separator is a point; a column of texts is declared with type = \"enum\"");
+        fail(text, subject, "number",
+             "the decimal separator is a point, unless [recording] decimal = \"comma\" says "
+             "otherwise; "
+             "a column of texts is declared with type = \"enum\"");
     }
     fail(text, subject, "number",
          "leave the cell empty where there is no sample; a column of texts is declared with "
@@ -93,6 +94,13 @@ Verdict verdictValue(std::string_view text, const std::string& subject) {
 }
 
 }  // namespace
+
+void failForPoint(const Cell& cell, const std::string& subject) {
+    failAt({},
+           shown(cell.text) + " in " + subject + " has a decimal point where numbers have a comma",
+           "where numbers have a point: [recording] decimal = \"point\"; points between thousands "
+           "are not read");
+}
 
 bool isTruthText(std::string_view text) {
     return isTrueText(text) || isFalseText(text);

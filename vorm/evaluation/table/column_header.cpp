@@ -40,27 +40,118 @@ std::optional<TimeUnit> unitOfText(std::string_view text) {
     return timeUnitOf(spelling == spellings.end() ? text : spelling->second);
 }
 
-// The position of the underscore before a unit, or the end.
-std::size_t suffixBegin(std::string_view name) {
-    const std::size_t begin = name.rfind('_');
-    if (begin != std::string_view::npos && unitOfText(name.substr(begin + 1))) {
-        return begin;
+bool isUpper(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+
+char lower(char c) {
+    return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+constexpr std::string_view separators = " _-.:#/";
+
+// Where the last word of a name begins: `ms` of `time_ms`, `Time/ms` and `TimeMs`.
+std::size_t lastWordBegin(std::string_view name) {
+    std::size_t begin = name.size();
+    while (begin > 0 && separators.find(name[begin - 1]) == std::string_view::npos) {
+        --begin;
+        if (isUpper(name[begin]) && begin > 0 && !isUpper(name[begin - 1])) {
+            break;
+        }
     }
-    return name.size();
+    return begin;
+}
+
+// The unit that the last word of several is.
+std::optional<TimeUnit> lastUnit(std::string_view name) {
+    const std::size_t begin = lastWordBegin(name);
+    std::string word(name.substr(begin));
+    if (begin == 0 || word.empty()) {
+        return std::nullopt;
+    }
+    std::transform(word.begin(), word.end(), word.begin(), lower);
+    return unitOfText(word);
+}
+
+// The position of what separates a unit from the name before it, or the end.
+std::size_t suffixBegin(std::string_view name) {
+    if (!lastUnit(name)) {
+        return name.size();
+    }
+    std::size_t end = lastWordBegin(name);
+    const auto trim = [&] {
+        while (end > 0 && separators.find(name[end - 1]) != std::string_view::npos) {
+            --end;
+        }
+    };
+    trim();
+    if (name.substr(0, end).ends_with(" in")) {
+        end -= 3;
+        trim();
+    }
+    return end;
+}
+
+// In lower case: `step`, `time` of `StepTime`, `step_time` and `STEP TIME`.
+std::vector<std::string> wordsOf(std::string_view name) {
+    std::vector<std::string> words;
+    bool isAmidWord = false;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i];
+        if (separators.find(c) != std::string_view::npos) {
+            isAmidWord = false;
+            continue;
+        }
+        const bool beginsWord = isUpper(c) && i > 0 && !isUpper(name[i - 1]);
+        if (!isAmidWord || beginsWord) {
+            words.emplace_back();
+        }
+        isAmidWord = true;
+        words.back() += lower(c);
+    }
+    return words;
+}
+
+std::string_view nameWithoutUnit(const ColumnHeader& header) {
+    const std::string_view name = header.isOneOfSeveral ? header.text : header.name;
+    return name.substr(0, suffixBegin(name));
+}
+
+template <class Names>
+bool holds(const Names& names, std::string_view name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+template <class Names>
+bool holdsAny(const Names& names, const std::vector<std::string>& parts) {
+    return std::any_of(parts.begin(), parts.end(),
+                       [&](const std::string& part) { return holds(names, part); });
 }
 
 }  // namespace
 
-std::vector<ColumnHeader> columnHeaders(const std::vector<std::string>& texts) {
+std::vector<ColumnHeader> columnHeaders(const std::vector<std::string>& texts,
+                                        const std::vector<std::string>& units) {
     std::vector<ColumnHeader> headers;
+    std::map<std::string, int> names;
     std::map<std::string, int> uses;
     for (const std::string& text : texts) {
         headers.push_back(columnHeader(text));
-        ++uses[headers.back().name];
+        ++names[headers.back().name];
+        ++uses[text];
     }
-    for (ColumnHeader& header : headers) {
-        if (uses[header.name] > 1) {
+    std::map<std::string, int> numbers;
+    for (std::size_t i = 0; i < headers.size(); ++i) {
+        ColumnHeader& header = headers[i];
+        if (i < units.size() && header.unit.empty()) {
+            header.unit = units[i];
+        }
+        if (names[header.name] > 1) {
             header.name = header.text;
+        }
+        if (!header.text.empty() && uses[header.text] > 1) {
+            header.isOneOfSeveral = true;
+            header.name += '#' + std::to_string(++numbers[header.text]);
         }
     }
     return headers;
@@ -70,21 +161,44 @@ std::optional<TimeUnit> timeUnitIn(const ColumnHeader& header) {
     if (!header.unit.empty()) {
         return unitOfText(header.unit);
     }
-    const std::string_view name = header.name;
-    const std::size_t suffix = suffixBegin(name);
-    return suffix < name.size() ? unitOfText(name.substr(suffix + 1)) : std::nullopt;
+    return lastUnit(header.name);
 }
 
-bool isCalledLikeTime(const ColumnHeader& header) {
-    static constexpr std::array<std::string_view, 6> names{"t",           "time",    "timestamp",
-                                                           "elapsedtime", "elapsed", "times"};
-    std::string name;
-    for (const char c : header.name.substr(0, suffixBegin(header.name))) {
-        if (c != '_' && c != ' ') {
-            name += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        }
+TimeName timeNameOf(const ColumnHeader& header) {
+    constexpr auto times = std::to_array<std::string_view>(
+        {"t", "time", "timestamp", "elapsedtime", "elapsed", "times"});
+    constexpr auto usual = std::to_array<std::string_view>(
+        {"date",       "datetime",   "dateandtime",     "datum",     "zeit",      "zeitstempel",
+         "zeitpunkt",  "uhrzeit",    "testtime",        "totaltime", "runtime",   "logtime",
+         "recordtime", "sampletime", "measurementtime", "utctime",   "localtime", "systemtime",
+         "timeofday",  "utc",        "epoch",           "xvalue"});
+    constexpr auto words =
+        std::to_array<std::string_view>({"time", "timestamp", "date", "datetime", "zeit"});
+    const auto parts = wordsOf(nameWithoutUnit(header));
+    std::string whole;
+    for (const std::string& part : parts) {
+        whole += part;
     }
-    return std::find(names.begin(), names.end(), name) != names.end();
+    if (holds(times, whole)) {
+        return TimeName::Time;
+    }
+    if (holds(usual, whole)) {
+        return TimeName::Usual;
+    }
+    return holdsAny(words, parts) ? TimeName::Some : TimeName::None;
+}
+
+bool isCalledLikeDate(const ColumnHeader& header) {
+    constexpr auto words = std::to_array<std::string_view>({"date", "datetime", "datum"});
+    return holdsAny(words, wordsOf(nameWithoutUnit(header)));
+}
+
+bool isCalledLikeCount(const ColumnHeader& header) {
+    constexpr auto counts = std::to_array<std::string_view>(
+        {"index", "idx", "row", "no", "nr", "number", "id", "count", "counter", "rec", "record",
+         "sample", "frame", "line", "step", "cycle", "seq"});
+    const auto parts = wordsOf(header.name);
+    return parts.empty() || (parts.size() == 1 && holds(counts, parts.front()));
 }
 
 }  // namespace vorm::evaluation

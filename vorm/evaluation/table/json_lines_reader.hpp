@@ -23,7 +23,6 @@ private:
     bool goToLine();
     void parse(bool takesNewKeys);
 
-    std::size_t line_ = 0;
     std::size_t lineSize_ = 0;
     bool isAhead_ = false;  // the line is the row that next() goes to
     std::deque<std::string> texts_;

@@ -18,7 +18,8 @@ namespace vorm::evaluation {
 struct Cell {
     std::string_view text;  ///< without blanks around it; empty where there is no sample
     const char* begin = nullptr;
-    bool isText = false;  ///< never a number, whatever it looks like
+    bool isText = false;    ///< never a number, whatever it looks like
+    bool hasPoint = false;  ///< a number with a decimal point where numbers have a comma
 };
 
 /// Reads the rows of a table one after the other. Throws InputError for what is no table.
@@ -33,8 +34,13 @@ public:
     const std::vector<std::string>& columns() const { return columns_; }
     /// Those of the row, one for each column.
     const std::vector<Cell>& cells() const { return cells_; }
+    /// The line that the row begins with, from 1.
+    std::size_t line() const { return line_; }
     /// Where a cell of the row stands.
     virtual SourceLocation where(std::size_t cell) const = 0;
+
+    /// What was left out.
+    const std::vector<std::string>& warnings() const { return warnings_; }
 
     void reportTo(std::function<void(std::size_t)> progress) {
         bytes_.reportTo(std::move(progress));
@@ -48,6 +54,8 @@ protected:
     ByteWindow bytes_;
     std::vector<std::string> columns_;
     std::vector<Cell> cells_;
+    std::size_t line_ = 0;
+    std::vector<std::string> warnings_;
 };
 
 }  // namespace vorm::evaluation

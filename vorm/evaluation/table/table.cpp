@@ -5,7 +5,7 @@
 #include <vorm/evaluation/table/json_lines_reader.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
-#include <set>
+#include <algorithm>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -21,25 +21,32 @@ bool beginsWithBrace(std::string_view text) {
 Table::Table(RecordingFile file, const TableLayout& layout, std::size_t blockSize)
     : file_(std::move(file)), layout_(layout), blockSize_(blockSize) {
     open();
-    const auto& columns = rows_->columns();
-    headers_ = columnHeaders(columns);
+    headers_ =
+        columnHeaders(rows_->columns(), dialect_ ? dialect_->units : std::vector<std::string>());
     try {
-        checkNames();
-        time_.emplace(layout_.time, headers_, file_.path);
+        findTimes();
         findColumns();
     } catch (const InputError& error) {
-        time_.reset();
+        times_.clear();
         timeProblem_ = error;
     }
 }
 
 void Table::open() {
-    ByteWindow bytes(openBytes(file_.open(), file_.path, layout_.encoding).bytes, blockSize_);
+    DecodedSource source = openBytes(file_.open(), file_.path, layout_.encoding);
+    encoding_ = source.isEncodingAssumed ? source.encoding : "";
+    ByteWindow bytes(std::move(source.bytes), blockSize_);
     form_ = file_.isStandardInput && beginsWithBrace(bytes.rest()) ? TableForm::JsonLines
                                                                    : file_.form();
+    rowsRead_ = 0;
+    part_ = 1;
+    lastTime_.reset();
     switch (form_) {
         case TableForm::Delimited:
-            rows_ = std::make_unique<CsvReader>(file_.path, std::move(bytes), layout_.delimiter);
+            if (!dialect_) {
+                dialect_ = dialectOf(bytes, layout_, file_.path);
+            }
+            rows_ = std::make_unique<CsvReader>(file_.path, std::move(bytes), *dialect_);
             break;
         case TableForm::JsonLines:
             rows_ = std::make_unique<JsonLinesReader>(file_.path, std::move(bytes));
@@ -47,16 +54,53 @@ void Table::open() {
     }
 }
 
-// Of a table just opened, whose cells are the header's.
-void Table::checkNames() const {
-    std::set<std::string_view> names;
-    for (std::size_t i = 0; i < headers_.size(); ++i) {
-        const std::string& name = headers_[i].text;
-        if (!name.empty() && !names.insert(name).second) {
-            failAt(rows_->where(i), "has two columns " + shown(name),
-                   "give each column a name of its own");
+void Table::findTimes() {
+    CellTexts rows;
+    if (dialect_) {
+        rows.swap(dialect_->firstRows);
+    } else {
+        auto& first = rows.emplace_back();
+        for (const Cell& cell : cells()) {
+            first.emplace_back(cell.text);
         }
     }
+    const auto found = vorm::evaluation::findTimes(layout_.time, headers_, rows, headerPlace());
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const std::size_t end = i + 1 < found.size() ? found[i + 1].front() : headers_.size();
+        if (auto counted = countedTime(found[i], rows, end)) {
+            times_.push_back(std::move(*counted));
+        } else {
+            times_.emplace_back(found[i], layout_.time, headers_, rows, headerPlace());
+        }
+    }
+}
+
+// Where no row has a time, and the header tells the first one and their distance for the columns up
+// to `end`.
+std::optional<TimeColumn> Table::countedTime(const TimeCells& cells, const CellTexts& rows,
+                                             std::size_t end) const {
+    const bool isEmpty = std::all_of(rows.begin(), rows.end(),
+                                     [&](const auto& row) { return joined(row, cells).empty(); });
+    if (!dialect_ || dialect_->steps.empty() || !isEmpty) {
+        return std::nullopt;
+    }
+    const auto valueIn = [&](const std::vector<std::string>& values) -> std::optional<ExactTime> {
+        std::optional<ExactTime> value;
+        for (std::size_t i = cells.front(); i < std::min(end, values.size()); ++i) {
+            const auto time = ExactTime::of(values[i], second);
+            if (value && time && *time != *value) {
+                failAt({file_.path}, "has columns with several distances of times and no times",
+                       "add a time column, or columns, to it");
+            }
+            value = time ? time : value;
+        }
+        return value;
+    };
+    const auto step = valueIn(dialect_->steps);
+    if (!step || *step <= ExactTime()) {
+        return std::nullopt;
+    }
+    return TimeColumn(cells, valueIn(dialect_->starts).value_or(ExactTime()), *step);
 }
 
 void Table::findColumns() {
@@ -75,17 +119,71 @@ std::size_t Table::longColumn(const std::string& name) const {
         names.push_back(headers_[i].name);
     }
     const std::string near = suggestion(name, names);
-    failAt({file_.path, 1}, "has no " + std::string(isJson() ? "key " : "column ") + shown(name),
+    failAt(headerPlace(), "has no " + std::string(isJson() ? "key " : "column ") + shown(name),
            near.empty() ? "where each row has the name and the value of one signal, "
                           "[recording] name_column and value_column say where"
                         : near);
 }
 
-const TimeColumn& Table::time() const {
-    if (!time_) {
+const std::vector<TimeColumn>& Table::times() const {
+    if (times_.empty()) {
         throw InputError(*timeProblem_);
     }
-    return *time_;
+    return times_;
+}
+
+bool Table::isTime(std::size_t column) const {
+    return std::any_of(times_.begin(), times_.end(),
+                       [&](const TimeColumn& time) { return time.contains(column); });
+}
+
+std::size_t Table::timeOfColumn(std::size_t column) const {
+    std::size_t found = 0;
+    for (std::size_t i = 1; i < times_.size(); ++i) {
+        found = times_[i].column() < column ? i : found;
+    }
+    return found;
+}
+
+std::vector<std::string> Table::remarks() const {
+    std::vector<std::string> remarks;
+    if (!encoding_.empty()) {
+        remarks.push_back("the text looks like " + encoding_);
+    }
+    if (dialect_) {
+        remarks.insert(remarks.end(), dialect_->remarks.begin(), dialect_->remarks.end());
+    }
+    for (const TimeColumn& time : times_) {
+        std::string remark = time.remark();
+        if (!remark.empty() && (remarks.empty() || remarks.back() != remark)) {
+            remarks.push_back(std::move(remark));
+        }
+    }
+    return remarks;
+}
+
+std::vector<std::string> Table::warnings() const {
+    std::vector<std::string> warnings = rows_->warnings();
+    for (const TimeColumn& time : times_) {
+        if (const std::string warning = time.warning(); !warning.empty()) {
+            warnings.push_back(file_.path + ": " + warning);
+        }
+    }
+    return warnings;
+}
+
+TableLayout Table::layoutAsRead() const {
+    TableLayout layout = layout_;
+    if (dialect_) {
+        layout.delimiter = dialect_->delimiter;
+        layout.decimal = dialect_->decimal;
+        layout.header = dialect_->headerLine;
+    }
+    if (layout.time.columns.empty() && hasTime()) {
+        layout.time.columns = times_.front().columns(headers_);
+        layout.time.unit = times_.front().unit();
+    }
+    return layout;
 }
 
 std::optional<ExactTime> Table::firstTime() {
@@ -94,9 +192,9 @@ std::optional<ExactTime> Table::firstTime() {
         return std::nullopt;
     }
     try {
-        return time().timeOf(cells());
+        return times().front().timeOf(cells(), rowsRead_ - 1);
     } catch (const InputError& error) {
-        fail(error, time().column());
+        fail(error, times().front().column());
     }
 }
 
@@ -115,7 +213,27 @@ bool Table::goToRow() {
     if (!rows_) {
         open();
     }
-    return rows_->next();
+    ++rowsRead_;
+    if (file_.part == 0) {
+        return rows_->next();
+    }
+    while (rows_->next()) {
+        countPart();
+        if (part_ >= file_.part) {
+            return part_ == file_.part;
+        }
+    }
+    return false;
+}
+
+void Table::countPart() {
+    try {
+        const ExactTime now = time();
+        part_ += lastTime_ && now < *lastTime_ ? 1U : 0U;
+        lastTime_ = now;
+    } catch (const InputError& error) {
+        fail(error, times().front().column());
+    }
 }
 
 void Table::fail(const InputError& error, std::size_t cell) const {

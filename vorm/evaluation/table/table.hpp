@@ -3,6 +3,7 @@
 // One file of a recording as rows in the order of the file, each with its time.
 
 #include <vorm/evaluation/source/recording_file.hpp>
+#include <vorm/evaluation/table/dialect.hpp>
 #include <vorm/evaluation/table/time_column.hpp>
 
 namespace vorm::evaluation {
@@ -20,15 +21,30 @@ public:
 
     const RecordingFile& file() const { return file_; }
     const std::vector<ColumnHeader>& headers() const { return headers_; }
+    SourceLocation headerPlace() const { return {file_.path, dialect_ ? dialect_->headerLine : 1}; }
     const std::optional<LongColumns>& longColumns() const { return longColumns_; }
 
-    /// Throws InputError where the table has no time column, or two columns of one name.
-    const TimeColumn& time() const;
-    bool hasTime() const { return time_.has_value(); }
-    /// What time() throws, where the signals' names would stand in rows that cannot be read for it.
+    /// The times of its rows: several where columns have times of their own. Throws InputError
+    /// where the table has none.
+    const std::vector<TimeColumn>& times() const;
+    bool hasTime() const { return !times_.empty(); }
+    const std::optional<InputError>& timeProblem() const { return timeProblem_; }
+    /// What times() throws, where the signals' names would stand in rows that cannot be read for
+    /// it.
     std::optional<InputError> problemOfHiddenNames() const {
         return isLong() ? timeProblem_ : std::nullopt;
     }
+    /// Whether a column is one of a time.
+    bool isTime(std::size_t column) const;
+    /// Which of the times is that of a column: the one to its left, or the first one.
+    std::size_t timeOfColumn(std::size_t column) const;
+
+    /// How the file is written, and what its times are, as far as that is not plain or declared.
+    std::vector<std::string> remarks() const;
+    /// The layout with what was found in the place of what is not declared.
+    TableLayout layoutAsRead() const;
+    /// What was left out of the rows up to this one.
+    std::vector<std::string> warnings() const;
 
     /// The time of the first row, or nothing where there is no row. To be asked for before next.
     /// Throws InputError for a row without a time.
@@ -37,6 +53,13 @@ public:
     /// Goes to the next row. Throws InputError where there is not even one.
     bool next();
     const std::vector<Cell>& cells() const { return rows_->cells(); }
+    /// The time of the row. Throws InputError, which names no place, where it has none.
+    ExactTime time(std::size_t which = 0) const {
+        return times_[which].timeOf(cells(), rowsRead_ - 1);
+    }
+    SourceLocation where(std::size_t cell) const { return rows_->where(cell); }
+    /// The line that the row begins with.
+    std::size_t line() const { return rows_->line(); }
     /// Throws the error, at that cell of the row if it names no place.
     [[noreturn]] void fail(const InputError& error, std::size_t cell) const;
 
@@ -49,19 +72,27 @@ private:
     bool isJson() const { return form_ == TableForm::JsonLines; }
     bool isLong() const { return layout_.longForm || isJson(); }
     bool goToRow();
-    void checkNames() const;
+    void countPart();
+    void findTimes();
     void findColumns();
+    std::optional<TimeColumn> countedTime(const TimeCells& cells, const CellTexts& rows,
+                                          std::size_t end) const;
     std::size_t longColumn(const std::string& name) const;
 
     RecordingFile file_;
     const TableLayout& layout_;
     std::size_t blockSize_;
     TableForm form_ = TableForm::Delimited;
+    std::string encoding_;  // where it was told by the bytes alone
     std::unique_ptr<RowReader> rows_;
     bool hasRows_ = false;
     bool isAhead_ = false;  // the row is the one that next() goes to
     std::vector<ColumnHeader> headers_;
-    std::optional<TimeColumn> time_;
+    std::optional<Dialect> dialect_;
+    std::vector<TimeColumn> times_;
+    std::size_t part_ = 1;               // of the file, from 1
+    std::optional<ExactTime> lastTime_;  // where parts are counted
+    std::size_t rowsRead_ = 0;           // with the one that it is ahead
     std::optional<InputError> timeProblem_;
     std::optional<LongColumns> longColumns_;
 };

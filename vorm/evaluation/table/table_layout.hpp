@@ -24,14 +24,29 @@ struct TimeOrigin {
     using Choice = std::variant<AsRecorded, FirstSample, FirstOf, At>;
 };
 
+/// What to do where the times of rows go back.
+enum class TimesBack {
+    Refuse,
+    Drop,   ///< the rows up to the time that was reached before do not count
+    Sort,   ///< rows stand in the order of their times
+    Shift,  ///< the rows from there on are later: dates and times of day by the least number of
+            ///< whole hours that makes them go on, others so much that the distance of the two rows
+            ///< before repeats
+    Split   ///< each row that goes back begins another recording, see partsOf
+};
+
 struct TimeLayout {
-    /// The columns whose cells, joined by a blank, are the time. Empty: the one column called
-    /// time, timestamp, t or alike, with a unit or without, else an error.
+    /// The columns whose cells, joined by a blank, are the time. Empty: those that findTimes finds.
     std::vector<std::string> columns;
-    std::optional<TimeUnit> unit;  ///< nothing: the header's, else seconds
-    /// As TimeFormat reads it, `%m/%d/%Y %H:%M:%S`; without an unreadable conversion. Empty:
-    /// numbers.
+    /// Of numbers. Nothing: the header's, else that in which they count from 1970, else seconds.
+    std::optional<TimeUnit> unit;
+    /// As TimeFormat reads it, `%m/%d/%Y %H:%M:%S`; without an unreadable conversion. `serial` are
+    /// the days of spreadsheets. Empty: numbers, or the one of TimeNotation that the first rows
+    /// have.
     std::string format;
+    /// The IANA name of the zone of dates that tell no offset. Empty: UTC.
+    std::string zone;
+    TimesBack timesBack = TimesBack::Refuse;
     /// The unit in which times are counted: those that are whole numbers of it are exact.
     TimeUnit resolution = *timeUnitOf("ns");
     TimeOrigin::Choice origin = TimeOrigin::AsRecorded();
@@ -46,9 +61,14 @@ struct LongForm {
 
 /// How the tables of a recording are written.
 struct TableLayout {
-    /// Of the files without a byte order mark. Nothing: told by their first bytes.
-    std::optional<DeclaredEncoding> encoding;
-    std::optional<char> delimiter;  ///< nothing: comma, semicolon or tab, whichever the header has
+    // What is not declared is found by the first bytes and rows, see openBytes and detectDialect.
+    std::optional<DeclaredEncoding> encoding;  ///< of files without a byte order mark
+    std::optional<char> delimiter;             ///< of cells
+    std::optional<char> decimal;               ///< of numbers: a point or a comma
+    std::optional<std::size_t> header;         ///< the line that it is, from 1
+    /// Texts for missing values, in addition to those that isMissingText knows in columns of
+    /// numbers.
+    std::vector<std::string> missing;
     TimeLayout time;
     std::optional<LongForm> longForm;
 };

@@ -1,61 +1,26 @@
 #include "time_column.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/number_text.hpp>
+#include <vorm/evaluation/time/counted_time.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vorm::evaluation {
 namespace {
 
-std::vector<std::string> namesOf(const std::vector<ColumnHeader>& headers) {
-    std::vector<std::string> names;
-    for (const ColumnHeader& header : headers) {
-        names.push_back(header.name);
-    }
-    return names;
-}
-
-std::size_t timeCalled(const std::string& name, const std::vector<ColumnHeader>& headers,
-                       const std::string& path) {
-    for (std::size_t i = 0; i < headers.size(); ++i) {
-        if (headers[i].isCalled(name)) {
-            return i;
-        }
-    }
-    failAt({path, 1}, "has no column " + shown(name) + " for the time",
-           suggestion(name, namesOf(headers)));
-}
-
-std::size_t timeByItsName(const std::vector<ColumnHeader>& headers, const std::string& path) {
-    std::vector<std::size_t> found;
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < headers.size(); ++i) {
-        if (isCalledLikeTime(headers[i])) {
-            found.push_back(i);
-            names.push_back(headers[i].text);
-        }
-    }
-    constexpr const char* advice = "name it in the assessment file: [recording] time = \"...\"";
-    if (found.empty()) {
-        failAt({path, 1}, "has no time column among " + quotedList(namesOf(headers)), advice);
-    }
-    if (found.size() > 1) {
-        failAt({path, 1}, "any of " + quotedList(names) + " may be the time column", advice);
-    }
-    return found.front();
-}
-
 // The header's unit, or nothing where it has none.
-std::optional<TimeUnit> headerUnit(const ColumnHeader& header, const std::string& path) {
+std::optional<TimeUnit> headerUnit(const ColumnHeader& header, const SourceLocation& place) {
     const auto unit = timeUnitIn(header);
     if (!unit && !header.unit.empty()) {
         std::vector<std::string> known;
         for (const TimeUnit& each : timeUnits) {
             known.emplace_back(each.name);
         }
-        failAt({path, 1},
+        failAt(place,
                "the unit " + shown(header.unit) + " of the time column " + shown(header.text) +
                    " is not known",
                "name one of " + quotedList(known) +
@@ -64,59 +29,123 @@ std::optional<TimeUnit> headerUnit(const ColumnHeader& header, const std::string
     return unit;
 }
 
-// Times such as these count from 1970 in a unit much below a second.
-const char* likelyUnit(ExactTime asSeconds) {
-    constexpr WideInteger milliseconds = 100'000'000'000'000;
-    const ExactTime magnitude = std::max(asSeconds, -asSeconds);
-    return magnitude < milliseconds * second           ? "ms"
-           : magnitude < 1'000 * milliseconds * second ? "us"
-                                                       : "ns";
+const char* described(TimeNotation notation) {
+    switch (notation) {
+        case TimeNotation::Iso:
+            return "as dates";
+        case TimeNotation::DayFirst:
+            return "as dates, day first";
+        case TimeNotation::MonthFirst:
+            return "as dates, month first";
+        case TimeNotation::DayMonthName:
+            return "as dates with names of months";
+        case TimeNotation::Clock:
+            return "as hours, minutes and seconds";
+    }
+    return "";
+}
+
+std::string firstTextOf(const CellTexts& rows, const TimeCells& cells) {
+    for (const auto& row : rows) {
+        if (std::string text = joined(row, cells); !text.empty()) {
+            return text;
+        }
+    }
+    return {};
 }
 
 }  // namespace
 
-TimeColumn::TimeColumn(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
-                       const std::string& path)
-    : unit_(second) {
-    find(layout, headers, path);
-    if (!layout.format.empty()) {
+TimeColumn::TimeColumn(TimeCells cells, const TimeLayout& layout,
+                       const std::vector<ColumnHeader>& headers, const CellTexts& rows,
+                       const SourceLocation& place)
+    : cells_(std::move(cells)), unit_(second) {
+    name_ = quotedList(columns(headers));
+    const ColumnHeader& header = headers[column()];
+    isGuess_ = layout.columns.empty() && timeNameOf(header) == TimeName::None;
+    isPlain_ = cells_.size() == 1 && timeNameOf(header) == TimeName::Time &&
+               header.text.find(header.unit) != std::string::npos;
+    if (!layout.zone.empty()) {
+        zone_ = TimeZone::called(layout.zone);
+    }
+    if (layout.format == "serial") {
+        isSerial_ = true;
+    } else if (!layout.format.empty()) {
         format_.emplace(layout.format);
-        return;
+    } else if (layout.unit) {
+        takeUnit(layout, headers[column()], rows, place);
+    } else {
+        takeNotation(rows, place);
+        if (!notation_) {
+            takeUnit(layout, headers[column()], rows, place);
+        }
     }
-    if (columns_.size() > 1) {
-        failAt({path, 1}, "the time in the columns " + name_ + " has no format",
-               "add one, such as [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
-    }
-    const auto known = layout.unit ? layout.unit : headerUnit(headers[column()], path);
-    isUnitKnown_ = known.has_value();
-    unit_ = known ? known->length : second;
 }
 
-void TimeColumn::find(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
-                      const std::string& path) {
-    for (const std::string& name : layout.columns) {
-        columns_.push_back(timeCalled(name, headers, path));
+TimeColumn::TimeColumn(TimeCells cells, ExactTime start, ExactTime step)
+    : cells_(std::move(cells)), counted_(Counted{start, step}), unit_(second) {}
+
+void TimeColumn::takeNotation(const CellTexts& rows, const SourceLocation& place) {
+    const auto notations = commonNotations(rows, cells_);
+    if (notations.size() > 1) {
+        failAt(place,
+               shown(firstTextOf(rows, cells_)) + " in the time column " + name_ +
+                   " may begin with the day or with the month",
+               "say which: [recording] time_format = \"%d/%m/%Y %H:%M:%S\" or "
+               "\"%m/%d/%Y %H:%M:%S\"");
     }
-    if (columns_.empty()) {
-        columns_.push_back(timeByItsName(headers, path));
+    if (!notations.empty()) {
+        notation_ = notations.front();
+    } else if (cells_.size() > 1) {
+        failAt(place, "the time in the columns " + name_ + " has no format",
+               "add one, such as [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
     }
+}
+
+void TimeColumn::takeUnit(const TimeLayout& layout, const ColumnHeader& header,
+                          const CellTexts& rows, const SourceLocation& place) {
+    auto known = layout.unit ? layout.unit : headerUnit(header, place);
+    if (!known) {
+        const auto first = ExactTime::of(firstTextOf(rows, cells_), second);
+        known = first ? epochUnitOf(*first) : std::nullopt;
+        isEpoch_ = known.has_value();
+        if (first && !known && isCalledLikeDate(header)) {
+            failAt(place,
+                   "numbers such as " + shown(firstTextOf(rows, cells_)) + " in the time column " +
+                       name_ + " are no dates",
+                   "say what they are: [recording] time_format = \"serial\" for days as "
+                   "spreadsheets count them, time_format = \"%Y%m%d\", or unit = \"s\"");
+        }
+    }
+    isUnitKnown_ = known.has_value();
+    if (known) {
+        unit_ = known->length;
+        unitName_ = known->name;
+    }
+}
+
+std::vector<std::string> TimeColumn::columns(const std::vector<ColumnHeader>& headers) const {
     std::vector<std::string> names;
-    for (const std::size_t column : columns_) {
-        names.push_back(headers[column].text);
+    for (const std::size_t cell : cells_) {
+        names.push_back(headers[cell].text);
     }
-    name_ = quotedList(names);
+    return names;
+}
+
+std::optional<TimeUnit> TimeColumn::unit() const {
+    return isUnitKnown_ ? timeUnitOf(unitName_) : std::nullopt;
 }
 
 bool TimeColumn::contains(std::size_t column) const {
-    return std::find(columns_.begin(), columns_.end(), column) != columns_.end();
+    return std::find(cells_.begin(), cells_.end(), column) != cells_.end();
 }
 
 std::string_view TimeColumn::textOf(const std::vector<Cell>& cells) const {
-    if (columns_.size() == 1) {
+    if (cells_.size() == 1) {
         return cells[column()].text;
     }
     joined_.clear();
-    for (const std::size_t column : columns_) {
+    for (const std::size_t column : cells_) {
         joined_ += (joined_.empty() ? "" : " ") + std::string(cells[column].text);
     }
     return joined_;
@@ -126,7 +155,10 @@ ExactTime TimeColumn::timeOf(std::string_view text) const {
     if (text.empty()) {
         failAt({}, "the row has no time", "each row needs one");
     }
-    return format_ ? dateTime(text) : numberTime(text);
+    return format_     ? dateTime(text)
+           : notation_ ? notedTime(text)
+           : isSerial_ ? serialTime(text)
+                       : numberTime(text);
 }
 
 ExactTime TimeColumn::numberTime(std::string_view text) const {
@@ -149,8 +181,8 @@ void TimeColumn::checkMagnitude(ExactTime time, std::string_view text) const {
     constexpr ExactTime most = 100'000'000'000 * second;
     if (!isUnitKnown_ && (time > most || time < -most)) [[unlikely]] {
         failAt({}, "times such as " + std::string(text) + " are no seconds",
-               std::string("name their unit in the assessment file: [recording] unit = \"") +
-                   likelyUnit(time) + '"');
+               "name their unit in the assessment file: [recording] unit = \"" +
+                   std::string(epochUnitOf(time).value_or(*timeUnitOf("ns")).name) + '"');
     }
 }
 
@@ -162,7 +194,60 @@ ExactTime TimeColumn::dateTime(std::string_view text) const {
                    format_->text() + "'",
                "times are UTC unless %z tells an offset; a fraction may follow the seconds");
     }
-    return *time;
+    const bool tellsOffset = format_->text().find("%z") != std::string::npos;
+    return tellsOffset ? *time : inUtc(*time);
+}
+
+ExactTime TimeColumn::notedTime(std::string_view text) const {
+    const auto time = read(text, *notation_);
+    if (!time) {
+        failAt({},
+               shown(text) + " in the time column " + name_ +
+                   " is not written as the times before it, " + described(*notation_),
+               "for others: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
+    }
+    const bool isLocal = !time->hasOffset && *notation_ != TimeNotation::Clock;
+    return isLocal ? inUtc(time->time) : time->time;
+}
+
+ExactTime TimeColumn::inUtc(ExactTime local) const {
+    return zone_ ? zone_->utcOf(local) : local;
+}
+
+ExactTime TimeColumn::serialTime(std::string_view text) const {
+    const auto time = timeOfSerialDate(text);
+    if (!time) {
+        failAt({}, shown(text) + " in the time column " + name_ + " is no number of days",
+               "times of the format 'serial' are numbers such as 43374.42");
+    }
+    return inUtc(*time);
+}
+
+std::string TimeColumn::warning() const {
+    return isGuess_ && !notation_ ? name_ + " is taken for the time, in " + unitName_ +
+                                        ", since no other column increases; time = says another"
+                                  : "";
+}
+
+std::string TimeColumn::remark() const {
+    if (counted_) {
+        return "times are counted from " + counted_->start.text() + " s in steps of " +
+               counted_->step.text() + " s";
+    }
+    if (format_ || isSerial_) {
+        return "times are in " + name_;
+    }
+    if (notation_) {
+        return "times are in " + name_ + ", " + described(*notation_) +
+               (zone_ ? " in " + zone_->name() : "");
+    }
+    if (isPlain_ && !isEpoch_) {
+        return {};
+    }
+    return "times are in " + name_ + ", in " + unitName_ +
+           (isEpoch_       ? " since 1970 by their size"
+            : isUnitKnown_ ? ""
+                           : " since nothing says otherwise");
 }
 
 }  // namespace vorm::evaluation

@@ -2,25 +2,53 @@
 
 // The column, or the columns, of a table that say when its rows were recorded.
 
+#include <vorm/evaluation/table/cell_value.hpp>
 #include <vorm/evaluation/table/column_header.hpp>
 #include <vorm/evaluation/table/row_reader.hpp>
 #include <vorm/evaluation/table/table_layout.hpp>
+#include <vorm/evaluation/table/time_finding.hpp>
 #include <vorm/evaluation/time/time_format.hpp>
+#include <vorm/evaluation/time/time_zone.hpp>
 
 namespace vorm::evaluation {
 
 class TimeColumn {
 public:
-    /// Throws InputError where the table has no such column, or several may be meant.
-    TimeColumn(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
-               const std::string& path);
+    /// The time in those cells, written as in these rows. Throws InputError, which names the place
+    /// of the header, where it cannot be told how times are written.
+    TimeColumn(TimeCells cells, const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
+               const CellTexts& rows, const SourceLocation& place);
+
+    /// Times that no cell tells: of each row that much after the one before. The cells are empty.
+    TimeColumn(TimeCells cells, ExactTime start, ExactTime step);
 
     bool contains(std::size_t column) const;
     /// The column to name in messages about times.
-    std::size_t column() const { return columns_.front(); }
+    std::size_t column() const { return cells_.front(); }
+    /// `'Date' and 'Time'`.
+    const std::string& name() const { return name_; }
+    /// The names of its columns.
+    std::vector<std::string> columns(const std::vector<ColumnHeader>& headers) const;
+    /// Of numbers, where it is known.
+    std::optional<TimeUnit> unit() const;
+    /// Whether these are dates or times of day.
+    bool isOfClocks() const { return format_ || notation_; }
+    /// Whether the row has no text where the time should be.
+    bool isMissing(const std::vector<Cell>& cells) const {
+        return !counted_ && textOf(cells).empty();
+    }
 
-    /// The time of a row. Throws InputError, which names no place, for what is no time.
-    ExactTime timeOf(const std::vector<Cell>& cells) const { return timeOf(textOf(cells)); }
+    /// The time of a row, the first of which is 0. Throws InputError, which names no place, for
+    /// what is no time.
+    ExactTime timeOf(const std::vector<Cell>& cells, std::size_t row) const {
+        if (counted_) {
+            return counted_->start + static_cast<WideInteger>(row) * counted_->step;
+        }
+        if (cells[column()].hasPoint && !isOfClocks()) [[unlikely]] {
+            failForPoint(cells[column()], "the time column " + name_);
+        }
+        return timeOf(textOf(cells));
+    }
 
     /// The time that a text says; as timeOf a row.
     ExactTime timeOf(std::string_view text) const;
@@ -28,16 +56,39 @@ public:
     /// How a row writes its time. In memory that the next call may change.
     std::string_view textOf(const std::vector<Cell>& cells) const;
 
+    /// How times are written, where that was not declared: `times are in 'Date' and 'Time', as
+    /// dates, month first`. Empty for numbers in a column called time.
+    std::string remark() const;
+    /// That numbers of another name are taken for times; or empty.
+    std::string warning() const;
+
 private:
-    void find(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
-              const std::string& path);
+    struct Counted {
+        ExactTime start;
+        ExactTime step;
+    };
+
+    void takeNotation(const CellTexts& rows, const SourceLocation& place);
+    void takeUnit(const TimeLayout& layout, const ColumnHeader& header, const CellTexts& rows,
+                  const SourceLocation& place);
     ExactTime dateTime(std::string_view text) const;
+    ExactTime notedTime(std::string_view text) const;
+    ExactTime serialTime(std::string_view text) const;
     ExactTime numberTime(std::string_view text) const;
+    ExactTime inUtc(ExactTime local) const;
     void checkMagnitude(ExactTime time, std::string_view text) const;
 
-    std::vector<std::size_t> columns_;
+    TimeCells cells_;
     std::string name_;
     std::optional<TimeFormat> format_;
+    std::optional<TimeNotation> notation_;
+    std::optional<TimeZone> zone_;
+    std::optional<Counted> counted_;
+    bool isSerial_ = false;
+    bool isGuess_ = false;  // nothing but its values says that it is a time
+    bool isPlain_ = false;  // called time, in the unit that the header itself says, or in seconds
+    bool isEpoch_ = false;
+    std::string unitName_ = "s";
     ExactTime::Unit unit_;
     bool isUnitKnown_ = false;
     mutable std::string joined_;  // of the time in several columns

@@ -1,0 +1,70 @@
+// What the program tells of how recordings are read, and of what it left out.
+
+#include "program_runner.hpp"
+
+#include <nlohmann/json.hpp>
+
+namespace assess_tests {
+namespace {
+
+class ReadingNotes : public ProgramTest {
+protected:
+    ReadingNotes() {
+        write("a.toml", "[[assessment]]\nname = 'a'\nformula = 'x > 0'\n");
+        write("plain.csv", "time [s],x\n0,1\n1,2\n");
+        write("cut.csv", "Bench 7;\nTestTime;x;y\n0;1,5;1\n1;2,5;1\n2;3");
+    }
+};
+
+const std::string cutNote =
+    "note: cut.csv: cells are separated by semicolons; numbers have a decimal comma; the header is "
+    "line 2; times are in 'TestTime', in s since nothing says otherwise\n";
+const std::string cutWarning =
+    "warning: cut.csv:5: the last row has 2 of 3 cells and is left out\n";
+
+TEST_F(ReadingNotes, AreOnRequestButWarningsAreNot) {
+    struct Row {
+        const char* arguments;
+        std::string err;
+    };
+    for (const Row& row : {
+             Row{"run a.toml plain.csv", ""},
+             Row{"run a.toml plain.csv --verbose", ""},
+             Row{"run a.toml cut.csv", cutWarning},
+             Row{"run a.toml cut.csv --verbose", cutNote + cutWarning},
+             Row{"run a.toml cut.csv --verbose --quiet", ""},
+         }) {
+        const ProgramResult result = assess(row.arguments);
+        EXPECT_EQ(result.exitCode, 0) << row.arguments;
+        EXPECT_EQ(result.err, row.err) << row.arguments;
+    }
+}
+
+TEST_F(ReadingNotes, AreInTheReportsOfPrograms) {
+    const auto run = nlohmann::json::parse(assess("run a.toml cut.csv -f json").out);
+    const auto& outcome = run["recordings"][0];
+    EXPECT_EQ("note: " + outcome["read_as"][0].get<std::string>() + "\n", cutNote);
+    EXPECT_EQ("warning: " + outcome["warnings"][0].get<std::string>() + "\n", cutWarning);
+    // The row that is cut off is no sample.
+    EXPECT_EQ(outcome["assessments"][0]["to"], 1);
+
+    const auto survey = nlohmann::json::parse(assess("signals cut.csv -f json").out);
+    const auto& file = survey["recordings"][0]["files"][0];
+    EXPECT_EQ(file["read_as"].size(), 4);
+    EXPECT_EQ("warning: " + file["warnings"][0].get<std::string>() + "\n", cutWarning);
+    EXPECT_EQ(file["time_problem"], nullptr);
+}
+
+TEST_F(ReadingNotes, TellOfTimesThatWereChanged) {
+    write("back.csv", "time,x\n0,1\n2,2\n1,3\n2,4\n");
+    for (const std::string choice : {"shift", "drop", "sort"}) {
+        write("b.toml", "[recording]\ntimes_back = '" + choice + "'\nequal_times = 'last'\n" +
+                            "[[assessment]]\nname = 'b'\nformula = 'x > 0'\n");
+        const ProgramResult result = assess("run b.toml back.csv");
+        EXPECT_EQ(result.exitCode, 0) << result.err << result.out;
+        EXPECT_TRUE(result.err.starts_with("warning: back.csv: ")) << choice << result.err;
+    }
+}
+
+}  // namespace
+}  // namespace assess_tests

@@ -1,0 +1,50 @@
+#include "time_order.hpp"
+
+#include <vorm/evaluation/time/time_text.hpp>
+
+namespace vorm::evaluation {
+
+// Of a time that is before the one that was reached.
+std::optional<ExactTime> TimeOrder::nextBack(ExactTime time) {
+    ++count_;
+    switch (choice_) {
+        case TimesBack::Drop:
+            return std::nullopt;
+        case TimesBack::Shift: {
+            ExactTime later = *last_ - time + step_;
+            if (isOfClocks_) {
+                constexpr ExactTime hour = 3'600 * second;
+                const WideInteger behind = (*last_ - time).attoseconds();
+                later = (behind / hour.attoseconds() + 1) * hour;
+            }
+            shift_ += later;
+            last_ = time + later;
+            return last_;
+        }
+        case TimesBack::Refuse:
+        case TimesBack::Sort:
+        case TimesBack::Split:
+            return time;
+    }
+    return time;
+}
+
+std::string TimeOrder::warning() const {
+    const std::string times = std::to_string(count_) + (count_ == 1 ? " time" : " times");
+    const std::string rows = std::to_string(count_) + (count_ == 1 ? " row" : " rows");
+    switch (count_ == 0 ? TimesBack::Refuse : choice_) {
+        case TimesBack::Drop:
+            return rows + " before a time that was reached are left out";
+        case TimesBack::Shift:
+            return "times go back " + times + "; the last rows are " + timeWithUnit(shift_) +
+                   " later than they say";
+        case TimesBack::Sort:
+            return rows + " stand behind later ones and are sorted";
+        case TimesBack::Refuse:
+        case TimesBack::Split:
+            return {};
+    }
+    return {};
+}
+
+}  // namespace vorm::evaluation

@@ -1,0 +1,193 @@
+#include "header_search.hpp"
+
+#include <vorm/evaluation/table/unit_row.hpp>
+
+#include <algorithm>
+
+namespace vorm::evaluation {
+namespace {
+
+constexpr std::size_t scoredRows = 20;
+
+bool isNumeric(CellKind kind) {
+    return kind == CellKind::Number || kind == CellKind::CommaNumber;
+}
+
+class Scoring {
+public:
+    Scoring(const std::vector<SampleLine>& lines, bool hasComments)
+        : lines_(lines), hasComments_(hasComments) {}
+
+    double of(std::size_t header) const {
+        const SampleLine& line = lines_[header];
+        if (!has(line, CellKind::Text) || has(line, CellKind::Time) || line.problem) {
+            return 0;
+        }
+        const auto rows = rowsAfter(header);
+        double cells = 0;
+        for (std::size_t column = 0; column < line.cells.size(); ++column) {
+            if (!line.cells[column].empty()) {
+                cells += cellsOf(column, rows);
+            }
+        }
+        const auto names = static_cast<double>(widthOf(line));
+        const auto width = static_cast<double>(columnsIn(rows, widthOf(line)));
+        constexpr double poor = 0.5;
+        return cells * std::min(names, width) / std::max(names, width) *
+               (hasNumbers(line) ? poor : 1) * (line.isComment ? poor : 1);
+    }
+
+    /// Whether the line has numbers, as a line beside it has in the same columns, or stands right
+    /// under a line of as many texts.
+    bool isLikeRow(std::size_t index) const {
+        const SampleLine& line = lines_[index];
+        const SampleLine* above = index > 0 ? &lines_[index - 1] : nullptr;
+        const SampleLine* below = index + 1 < lines_.size() ? &lines_[index + 1] : nullptr;
+        return hasNumbers(line) &&
+               ((above != nullptr && (areAlike(*above, line) || isHeaderOf(*above, line))) ||
+                (below != nullptr && areAlike(*below, line)));
+    }
+
+private:
+    static bool has(const SampleLine& line, CellKind kind) {
+        return std::find(line.kinds.begin(), line.kinds.end(), kind) != line.kinds.end();
+    }
+    static bool hasNumbers(const SampleLine& line) {
+        return std::any_of(line.kinds.begin(), line.kinds.end(), isNumeric);
+    }
+
+    // The last cell is no column where rows seem to end with the delimiter, unless it has a name.
+    static std::size_t columnsIn(const std::vector<const SampleLine*>& rows, std::size_t names) {
+        std::size_t widest = 1;
+        std::size_t filled = 1;
+        for (const SampleLine* row : rows) {
+            widest = std::max(widest, row->cells.size());
+            filled = std::max(filled, widthOf(*row));
+        }
+        return filled < widest && names < widest ? widest - 1 : widest;
+    }
+
+    static bool areAlike(const SampleLine& a, const SampleLine& b) {
+        return std::equal(a.kinds.begin(), a.kinds.end(), b.kinds.begin(), b.kinds.end(),
+                          [](CellKind one, CellKind other) {
+                              return isNumeric(one) == isNumeric(other) || one == CellKind::Empty ||
+                                     other == CellKind::Empty;
+                          });
+    }
+
+    static bool isHeaderOf(const SampleLine& above, const SampleLine& line) {
+        return above.cells.size() == line.cells.size() && has(above, CellKind::Text) &&
+               !hasNumbers(above);
+    }
+
+    std::vector<const SampleLine*> rowsAfter(std::size_t header) const {
+        std::vector<const SampleLine*> rows;
+        for (std::size_t i = header + 1; i < lines_.size() && rows.size() < scoredRows; ++i) {
+            const bool isUnits = i == header + 1 && isUnitRow(lines_[i].cells);
+            if (!isUnits && !isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
+                !isEmpty(lines_[i])) {
+                rows.push_back(&lines_[i]);
+            }
+        }
+        return rows;
+    }
+
+    // Of a recording that stopped amid a row.
+    bool isCutOff(std::size_t row, std::size_t header) const {
+        return row + 1 == lines_.size() && lines_[row].cells.size() < lines_[header].cells.size();
+    }
+
+    // How many numbers and times there are in a column; none where it holds texts.
+    static double cellsOf(std::size_t column, const std::vector<const SampleLine*>& rows) {
+        double count = 0;
+        for (const SampleLine* row : rows) {
+            if (column < row->kinds.size()) {
+                const CellKind kind = row->kinds[column];
+                if (kind == CellKind::Text) {
+                    return 0;
+                }
+                count += kind == CellKind::Empty ? 0 : 1;
+            }
+        }
+        return count;
+    }
+
+    const std::vector<SampleLine>& lines_;
+    bool hasComments_;
+};
+
+}  // namespace
+
+HeaderSearch::HeaderSearch(std::string_view text, bool whole, const TableLayout& layout,
+                           const std::string& path, std::size_t most)
+    : layout_(layout) {
+    for (const char delimiter : delimiters(text)) {
+        splits_.push_back({delimiter, sampleLines(text, whole, delimiter, layout, path, most)});
+    }
+}
+
+bool HeaderSearch::hasLines() const {
+    return std::any_of(splits_.begin(), splits_.end(),
+                       [](const Split& split) { return !split.lines.empty(); });
+}
+
+bool HeaderSearch::hasComments() const {
+    const auto& lines = splits_.front().lines;
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const SampleLine& line) { return line.isComment; });
+}
+
+HeaderChoice HeaderSearch::best(bool hasComments) const {
+    HeaderChoice best;
+    for (const Split& split : splits_) {
+        const Scoring scoring(split.lines, hasComments);
+        for (std::size_t i = 0; i < split.lines.size(); ++i) {
+            if (layout_.header ? split.lines[i].number != *layout_.header : scoring.isLikeRow(i)) {
+                continue;
+            }
+            const double score = scoring.of(i);
+            if (score > best.score) {
+                best = {&split.lines, i, split.delimiter, score};
+            }
+        }
+    }
+    return best;
+}
+
+HeaderChoice HeaderSearch::fallback() const {
+    HeaderChoice choice;
+    for (const Split& split : splits_) {
+        std::size_t header = 0;
+        while (layout_.header && header + 1 < split.lines.size() &&
+               split.lines[header].number < *layout_.header) {
+            ++header;
+        }
+        const auto cells =
+            split.lines.empty() ? 0 : static_cast<double>(split.lines[header].cells.size());
+        if (cells > choice.score) {
+            choice = {&split.lines, header, split.delimiter, cells};
+        }
+    }
+    return choice;
+}
+
+std::string HeaderSearch::delimiters(std::string_view text) const {
+    constexpr std::string_view declaration = "sep=";
+    if (layout_.delimiter) {
+        return {*layout_.delimiter};
+    }
+    if (text.starts_with(declaration) && text.size() > declaration.size() &&
+        std::string_view("\r\n\"").find(text[declaration.size()]) == std::string_view::npos) {
+        return {text[declaration.size()]};
+    }
+    // Commas come last, since they may be decimal ones: of equals the first counts.
+    std::string found;
+    for (const char delimiter : {'\t', ';'}) {
+        if (text.find(delimiter) != std::string_view::npos) {
+            found += delimiter;
+        }
+    }
+    return found + ',';
+}
+
+}  // namespace vorm::evaluation
