@@ -21,8 +21,15 @@ SignalLayout signalOf(const std::string& name, std::optional<SignalType> type) {
     return signal;
 }
 
-RecordingLayout layoutOf(std::uint8_t bits) {
+RecordingLayout layoutOf(std::uint8_t bits, std::uint8_t moreBits) {
     RecordingLayout layout;
+    layout.time.timesBack = static_cast<TimesBack>(moreBits >> 2U & 3U);
+    if ((moreBits & 16U) != 0) {
+        layout.decimal = ',';
+    }
+    if ((moreBits & 32U) != 0) {
+        layout.missing = {"?"};
+    }
     layout.signals = {
         signalOf("h", SignalType::of<vorm::assessments::HalfFloat>()),
         signalOf("x",
@@ -90,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string content(reinterpret_cast<const char*>(data) + 2, size - 2);
     const bool isJson = (data[1] & 2U) != 0;
     const RecordingFile file = textFile(isJson ? "fuzz.jsonl" : "fuzz.csv", content);
-    const RecordingLayout layout = layoutOf(data[0]);
+    const RecordingLayout layout = layoutOf(data[0], data[1]);
     const ReadingOptions options = optionsOf(data[1]);
     // Damaged blocks are found as early as they are read.
     if (isCompressed(content)) {
