@@ -245,6 +245,7 @@ struct Spelling {
     }
 
     std::string number(std::string text) const {
+        text += hasCommas && text.ends_with('.') ? "0" : "";
         std::replace(text.begin(), text.end(), '.', hasCommas ? ',' : '.');
         return hasCommas && delimiter != ',' && !quotesAll ? text : cell(text);
     }

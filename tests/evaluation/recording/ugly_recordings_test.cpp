@@ -321,6 +321,7 @@ TEST(UglyRecordings, LinesAboveTheTable) {
          "v: enumeration v 0.001:on known 0.002\nw: enumeration w 0.001:off known 0.002"},
         {"Logger\ntime,v\n1970-01-01 00:00:00,a\n1970-01-01 00:00:01,b\n1970-01-01 00:0\n",
          "v: enumeration v 0:a 1:b known 1"},
+        {"t,v\n# a; b\n1,\"x,y\"\n2,\n3,\n1\n", "v: enumeration v 1:x,y known 1"},
         {"sep=\t\nt\tv\n# no value\n0\t\n1\t\n2\t\n", "v: unknown type"},
         {"t,v\n[s],[V]\n0,1\n", "v: double 0:1 known 0"},
         {"t,gear\ns,-\n0,N\n", "gear: enumeration gear 0:N known 0"},

@@ -60,7 +60,9 @@ bool hasDecimalPoint(std::string_view text) {
 
 std::optional<std::string> withDecimalPoint(std::string_view text) {
     const std::size_t comma = text.find(',');
-    if (comma == std::string_view::npos || text.find('.') != std::string_view::npos) {
+    // A comma at the end is rather a delimiter, with nothing behind it.
+    if (comma == std::string_view::npos || comma + 1 == text.size() ||
+        text.find('.') != std::string_view::npos) {
         return std::nullopt;
     }
     std::string number(text);

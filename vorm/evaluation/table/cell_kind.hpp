@@ -33,7 +33,8 @@ bool isMissingText(std::string_view text);
 /// Whether it is a number with a decimal point.
 bool hasDecimalPoint(std::string_view text);
 
-/// The number with a point in the place of its decimal comma; nothing for any other text.
+/// The number with a point in the place of its decimal comma, behind which something stands;
+/// nothing for any other text.
 std::optional<std::string> withDecimalPoint(std::string_view text);
 
 }  // namespace vorm::evaluation
