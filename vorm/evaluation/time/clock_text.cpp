@@ -22,21 +22,21 @@ bool isAtFraction(const TextCursor& cursor) {
 
 // `.25` or `,25`; nothing for a point without digits.
 std::optional<ExactTime> takeFraction(TextCursor& cursor) {
-    constexpr std::size_t secondDigits = 18;  // of attoseconds behind the point
+    constexpr std::size_t fractionDigits = 18;  // of attoseconds behind the point
     if (!cursor.take('.') && !cursor.take(',')) {
         return std::nullopt;
     }
     const std::size_t before = cursor.size();
-    auto attoseconds = cursor.takeNumber(1, secondDigits);
+    auto attoseconds = cursor.takeNumber(1, fractionDigits);
     if (!attoseconds) {
         return std::nullopt;
     }
-    for (std::size_t digits = before - cursor.size(); digits < secondDigits; ++digits) {
+    for (std::size_t digits = before - cursor.size(); digits < fractionDigits; ++digits) {
         *attoseconds *= 10;
     }
     // The first digit that no longer fits tells how to round; the others change nothing.
     *attoseconds += cursor.takeNumber(1, 1).value_or(0) >= 5 ? 1 : 0;
-    while (cursor.takeNumber(1, secondDigits)) {
+    while (cursor.takeNumber(1, fractionDigits)) {
     }
     return ExactTime(*attoseconds);
 }
