@@ -143,7 +143,7 @@ private:
                 failAt(place_,
                        (doubtful != nullptr ? shown(*doubtful) : std::string("numbers")) +
                            " may have a decimal mark or one between thousands",
-                       "say which: [recording] decimal = \"point\" or \"comma\"");
+                       R"(say which: [recording] decimal = "point" or "comma")");
             }
         }
         const bool areCommas = commas.areThere && (commas.areDecimal || !points.areThere);
