@@ -205,12 +205,18 @@ struct Table {
                 const std::string value = shownValue(column.values[row]);
                 if (!value.empty()) {
                     known = secondsText(times[row]);
-                    signal += value == last ? "" : ' ' + known + ':' + value;
+                    if (value != last) {
+                        signal.append(" ").append(known).append(":").append(value);
+                    }
                     last = value;
                 }
             }
-            all += (all.empty() ? "" : "\n") + column.name + ": " +
-                   (last.empty() ? "unknown type" : column.type + signal + " known " + known);
+            all.append(all.empty() ? "" : "\n").append(column.name).append(": ");
+            if (last.empty()) {
+                all += "unknown type";
+            } else {
+                all.append(column.type).append(signal).append(" known ").append(known);
+            }
         }
         return all;
     }
