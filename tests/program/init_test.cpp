@@ -76,25 +76,17 @@ formula = "~always[0, 100 s](State == 'rest')"
 }
 
 TEST_F(Init, QuotesWhatNeedsItWhateverColumnsAndTheirTextsAreCalled) {
-    for (const std::string name : {"a b",        "say \"\"hi\"\"",
-                                   "it's",       "x[1]",
-                                   "(x)",        "v (m/s)",
-                                   "Kühlung",    "n#1",
-                                   "# 1",        "a.b",
-                                   "1st",        "-x",
-                                   "a=b",        "back\\slash",
-                                   "\\n",        "tab\there",
-                                   "two\nlines", "bell\a",
-                                   "until",      "always",
-                                   "rise",       "true",
-                                   "not",        "double",
-                                   "int8",       "abs",
-                                   "t,1"}) {
+    for (const std::string name :
+         {"a b",  R"(say ""hi"")", "it's",       "x[1]",   "(x)",   "v (m/s)", "Kühlung",
+          "n#1",  "# 1",           "a.b",        "1st",    "-x",    "a=b",     "back\\slash",
+          "\\n",  "tab\there",     "two\nlines", "bell\a", "until", "always",  "rise",
+          "true", "not",           "double",     "int8",   "abs",   "t,1"}) {
         write("n.csv", "time,\"" + name + "\"\n0,1\n1,3\n");
         EXPECT_EQ(usableDraft("n.csv").find('?'), std::string::npos) << name;
         // The text is longer than what is cut off by messages and tables.
-        write("m.csv",
-              "time,m\n0,\"is " + name + "\"\n1,\"other " + std::string(60, '.') + name + "\"\n");
+        std::string rows = "time,m\n0,\"is ";
+        rows.append(name).append("\"\n1,\"other ").append(60, '.').append(name).append("\"\n");
+        write("m.csv", rows);
         usableDraft("m.csv");
     }
     EXPECT_EQ(shell("cp n.csv \"$(printf 'n\\351\\001.csv')\"").exitCode, 0);
@@ -107,15 +99,15 @@ TEST_F(Init, KnowsEveryKindOfValue) {
           "0,true,9007199254740993,18446744073709551615,P,1,5\n"
           "1,false,-9007199254740993,18446744073709551614,D,x,5\n");
     const std::string draft = usableDraft("k.csv");
-    for (const char* line : {
-             "bool = { type = \"bool\" }  # 2 samples",
-             "id = { type = \"int64\" }  # -9007199254740993 to 9007199254740993, 2 samples",
-             "large = { type = \"uint64\" }  # 18446744073709551614 to 18446744073709551615, "
-             "2 samples",
-             "mode = { type = \"enum\" }  # P, D; 2 samples",
-             "# mixed: mixed, 1 to 1, 2 samples",
-             "constant = { type = \"double\" }  # 5 to 5, 2 samples",
-         }) {
+    for (
+        const char* line : {
+            "bool = { type = \"bool\" }  # 2 samples",
+            "id = { type = \"int64\" }  # -9007199254740993 to 9007199254740993, 2 samples",
+            R"(large = { type = "uint64" }  # 18446744073709551614 to 18446744073709551615, 2 samples)",
+            "mode = { type = \"enum\" }  # P, D; 2 samples",
+            "# mixed: mixed, 1 to 1, 2 samples",
+            "constant = { type = \"double\" }  # 5 to 5, 2 samples",
+        }) {
         EXPECT_TRUE(holds(draft, line)) << line << "\n" << draft;
     }
     EXPECT_NE(draft.find("id <= -9007199254740993)"), std::string::npos) << draft;
