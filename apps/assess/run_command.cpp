@@ -82,19 +82,6 @@ void noteNeverTriggered(const RunOutcome& run) {
     std::cerr << "\n";
 }
 
-void noteReading(const RunOutcome& run, const Options& options) {
-    for (const RecordingOutcome& recording : run.recordings) {
-        if (options.verbose) {
-            for (const std::string& remark : recording.remarks) {
-                std::cerr << "note: " << withoutControls(remark) << "\n";
-            }
-        }
-        for (const std::string& warning : recording.warnings) {
-            std::cerr << "warning: " << withoutControls(warning) << "\n";
-        }
-    }
-}
-
 }  // namespace
 
 std::vector<std::string> runFormats() {
@@ -119,7 +106,9 @@ ExitCode runAssessments(const Options& options) {
     progress.clear();
     writeResults(options, reportOf(outcome, options));
     if (!options.quiet) {
-        noteReading(outcome, options);
+        for (const RecordingOutcome& recording : outcome.recordings) {
+            noteReading(recording.remarks, recording.warnings, options);
+        }
         noteNeverTriggered(outcome);
     }
     if (outcome.hasErrors()) {

@@ -42,12 +42,15 @@ public:
           style_(styleOf(options)),
           outcomes_{file.name, file.title, {}} {}
 
-    void add(const std::string& recording, const Explanation& explanation) {
+    void add(const Recording& recording, const Explanation& explanation) {
         if (isJson_) {
-            outcomes_.recordings.push_back(
-                {recording, std::nullopt, {explanation.outcome}, {}, {}});
+            outcomes_.recordings.push_back({recording.name,
+                                            std::nullopt,
+                                            {explanation.outcome},
+                                            recording.remarks,
+                                            recording.warnings});
         } else {
-            text_ += (text_.empty() ? "" : "\n") + recording + "\n" +
+            text_ += (text_.empty() ? "" : "\n") + recording.name + "\n" +
                      explanationReport(explanation, style_);
         }
     }
@@ -81,9 +84,11 @@ ExitCode showAssessment(const Options& options) {
     for (const RecordingSource& source : recordingsOf(options)) {
         try {
             for (const RecordingSource& part : partsOf(source, file.layout)) {
-                const Explanation explanation =
-                    explain(file, assessment, readRecordingFor(file, part, run), run);
-                shown.add(part.name(), explanation);
+                const Recording recording = readRecordingFor(file, part, run);
+                const Explanation explanation = explain(file, assessment, recording, run);
+                progress.clear();
+                noteReading(recording.remarks, recording.warnings, options);
+                shown.add(recording, explanation);
                 code = std::max(code, codeOf(explanation.outcome));
             }
         } catch (const InputError& error) {

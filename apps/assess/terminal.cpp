@@ -1,5 +1,6 @@
 #include "terminal.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 
 #include <unistd.h>
@@ -55,6 +56,22 @@ void ProgressLine::clear() {
 
 std::string messageOf(const vorm::evaluation::InputError& error) {
     return (error.problem().where.file.empty() ? "assess: " : "") + std::string(error.what());
+}
+
+void noteReading(const std::vector<std::string>& remarks, const std::vector<std::string>& warnings,
+                 const Options& options) {
+    using vorm::evaluation::withoutControls;
+    if (options.quiet) {
+        return;
+    }
+    if (options.verbose) {
+        for (const std::string& remark : remarks) {
+            std::cerr << "note: " << withoutControls(remark) << "\n";
+        }
+    }
+    for (const std::string& warning : warnings) {
+        std::cerr << "warning: " << withoutControls(warning) << "\n";
+    }
 }
 
 void writeResults(const Options& options, const std::string& results) {

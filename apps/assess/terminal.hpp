@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace assess {
 
@@ -35,6 +36,11 @@ private:
 
 /// The message of an error; of one without a file the program says who speaks.
 std::string messageOf(const vorm::evaluation::InputError& error);
+
+/// Tells on standard error what was left out or changed in reading and, where the options ask for
+/// it, how it was read; nothing where the user wants quiet.
+void noteReading(const std::vector<std::string>& remarks, const std::vector<std::string>& warnings,
+                 const Options& options);
 
 /// Writes results to the output that the options name. Throws vorm::evaluation::InputError where
 /// that fails.

@@ -33,11 +33,22 @@ TEST_F(ReadingNotes, AreOnRequestButWarningsAreNot) {
              Row{"run a.toml cut.csv", cutWarning},
              Row{"run a.toml cut.csv --verbose", cutNote + cutWarning},
              Row{"run a.toml cut.csv --verbose --quiet", ""},
+             Row{"show a.toml a cut.csv", cutWarning},
+             Row{"show a.toml a cut.csv --quiet", ""},
          }) {
         const ProgramResult result = assess(row.arguments);
         EXPECT_EQ(result.exitCode, 0) << row.arguments;
         EXPECT_EQ(result.err, row.err) << row.arguments;
     }
+}
+
+TEST_F(ReadingNotes, QuoteTimesThatGoBackAsFarAsTheyCanBeReadAgain) {
+    write("back.csv", "time [ms],x\n0,1\n2.50e2,2\n10,3\n");
+    EXPECT_NE(assess("run a.toml back.csv").out.find("from '2.50e2' in line 3 to '10'"),
+              std::string::npos);
+    EXPECT_NE(shell("cat back.csv | " VORM_ASSESS " run a.toml -")
+                  .out.find("from '0.25' in line 3 to '10'"),
+              std::string::npos);
 }
 
 TEST_F(ReadingNotes, AreInTheReportsOfPrograms) {

@@ -59,8 +59,8 @@ private:
     void addFile(const FileSurvey& file) {
         for (const std::string& remark : file.remarks) {
             addRemark(remark);
-            secondsAreAssumed_ = secondsAreAssumed_ || remark.ends_with("nothing says otherwise");
         }
+        secondsAreAssumed_ = secondsAreAssumed_ || file.isUnitAssumed;
         const TableLayout& layout = file.layout;
         const char delimiter = layout.delimiter.value_or(',');
         const std::size_t header = layout.header.value_or(1);

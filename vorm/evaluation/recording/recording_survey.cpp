@@ -87,7 +87,7 @@ private:
             return;
         }
         for (std::size_t which = 0; which < std::max<std::size_t>(timeCount(), 1); ++which) {
-            if (hasRow(which)) {
+            if (table_.hasTimeOrValue(which)) {
                 const double time = timeOf(which);
                 for (Column& column : columns_) {
                     if (column.time == which) {
@@ -100,15 +100,6 @@ private:
     }
 
     std::size_t timeCount() const { return table_.hasTime() ? table_.times().size() : 0; }
-
-    // Where columns have times of their own, some end before others.
-    bool hasRow(std::size_t which) const {
-        const auto& cells = table_.cells();
-        return timeCount() < 2 || !table_.times()[which].isMissing(cells) ||
-               std::any_of(columns_.begin(), columns_.end(), [&](const Column& column) {
-                   return column.time == which && !cells[column.cell].text.empty();
-               });
-    }
 
     // Without times rows are counted, as though each took a second.
     double timeOf(std::size_t which) {
@@ -154,7 +145,7 @@ RecordingSurvey surveyFiles(const std::vector<RecordingFile>& files,
             survey.signals.push_back(std::move(signal));
         }
         survey.files.push_back({table.file().path, table.remarks(), table.warnings(),
-                                table.layoutAsRead(), table.timeProblem()});
+                                table.layoutAsRead(), table.isUnitAssumed(), table.timeProblem()});
         table.close();
     }
     return survey;

@@ -48,7 +48,8 @@ struct FileSurvey {
     /// As far as that is not plain or declared: `the header is line 14`.
     std::vector<std::string> remarks;
     std::vector<std::string> warnings;  ///< what is left out
-    TableLayout layout;  ///< with what was found in the place of what is not declared
+    TableLayout layout;          ///< with what was found in the place of what is not declared
+    bool isUnitAssumed = false;  ///< of times: nothing says that they are in seconds
     std::optional<InputError> timeProblem;  ///< why it has no times: its rows are counted instead
 };
 

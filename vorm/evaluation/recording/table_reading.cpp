@@ -23,7 +23,7 @@ public:
 
     TableSignals read(std::size_t maximumRows) {
         for (const TimeColumn& time : table_.times()) {
-            groups_.push_back({{}, TimeOrder(layout_.time.timesBack, time.isOfClocks()), {}, 0});
+            groups_.push_back({{}, TimeOrder(layout_.time.timesBack, time.isOfClocks()), 0});
         }
         if (!table_.longColumns()) {
             requestHeaders();
@@ -49,8 +49,7 @@ private:
     struct TimeGroup {
         std::vector<std::size_t> columns;
         TimeOrder order;
-        std::string lastText;  // of the row before
-        std::size_t lastLine;
+        std::size_t lastLine;  // of the row before
     };
 
     void requestHeaders() {
@@ -112,26 +111,15 @@ private:
             return;
         }
         for (std::size_t which = 0; which < groups_.size(); ++which) {
-            if (groups_.size() == 1 || !isMissing(which)) {
+            if (table_.hasTimeOrValue(which)) {
                 takeCells(which);
             }
         }
     }
 
-    // Where columns have times of their own, some end before others.
-    bool isMissing(std::size_t which) const {
-        const auto& cells = table_.cells();
-        const auto& columns = groups_[which].columns;
-        return table_.times()[which].isMissing(cells) &&
-               std::all_of(columns.begin(), columns.end(), [&](std::size_t column) {
-                   return cells[columns_[column].cell].text.empty();
-               });
-    }
-
     void takeCells(std::size_t which) {
         TimeGroup& group = groups_[which];
-        const TimeColumn& column = table_.times()[which];
-        cell_ = column.column();
+        cell_ = table_.times()[which].column();
         const ExactTime time = table_.time(which) - origin_;
         // The part of a split file never goes back.
         const bool isRefused = layout_.time.timesBack == TimesBack::Refuse ||
@@ -143,7 +131,6 @@ private:
             append(group, *placed, table_.cells());
         }
         if (isRefused) {
-            group.lastText.assign(column.textOf(table_.cells()));
             group.lastLine = table_.line();
         }
     }
@@ -169,13 +156,27 @@ private:
         const std::string text(table_.times()[which].textOf(table_.cells()));
         problem.where = table_.where(table_.times()[which].column());
         problem.message = "the time goes back by " + timeWithUnit(reached - time) + " from " +
-                          shown(group.lastText) + " in line " + std::to_string(group.lastLine) +
-                          " to " + shown(text) + othersBack(which, time);
+                          shown(timeInLine(which, group.lastLine, reached)) + " in line " +
+                          std::to_string(group.lastLine) + " to " + shown(text) +
+                          othersBack(which, time);
         problem.advice =
             "say what to do: [recording] times_back = \"drop\" (the rows up to the time that was "
             "reached), \"sort\", \"shift\" (the rows from there on, to later times), or "
             "\"split\" (they are another recording)";
         throw InputError(std::move(problem));
+    }
+
+    // How the file writes the time of a line that it is past; of a pipe, in seconds.
+    std::string timeInLine(std::size_t which, std::size_t line, ExactTime time) const {
+        if (table_.file().canReopen) {
+            Table again(table_.file(), layout_, ByteWindow::defaultBlockSize);
+            while (again.next()) {
+                if (again.line() == line) {
+                    return std::string(again.times()[which].textOf(again.cells()));
+                }
+            }
+        }
+        return (time + origin_).text();
     }
 
     std::string othersBack(std::size_t which, ExactTime last) {
@@ -201,8 +202,9 @@ private:
         std::vector<std::optional<ExactTime>> times;
         for (std::size_t which = 0; which < groups_.size(); ++which) {
             cell_ = table_.times()[which].column();
-            const bool hasTime = groups_.size() == 1 || !isMissing(which);
-            times.push_back(hasTime ? std::optional(table_.time(which) - origin_) : std::nullopt);
+            times.push_back(table_.hasTimeOrValue(which)
+                                ? std::optional(table_.time(which) - origin_)
+                                : std::nullopt);
             if (times.back()) {
                 groups_[which].order.next(*times.back());
             }

@@ -145,6 +145,23 @@ std::size_t Table::timeOfColumn(std::size_t column) const {
     return found;
 }
 
+bool Table::hasTimeOrValue(std::size_t which) const {
+    if (times_.size() < 2 || !times_[which].isMissing(cells())) {
+        return true;
+    }
+    for (std::size_t i = 0; i < headers_.size(); ++i) {
+        if (!isTime(i) && timeOfColumn(i) == which && !cells()[i].text.empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Table::isUnitAssumed() const {
+    return std::any_of(times_.begin(), times_.end(),
+                       [](const TimeColumn& time) { return time.isUnitAssumed(); });
+}
+
 std::vector<std::string> Table::remarks() const {
     std::vector<std::string> remarks;
     if (!encoding_.empty()) {

@@ -50,6 +50,12 @@ public:
     /// Throws InputError for a row without a time.
     std::optional<ExactTime> firstTime();
 
+    /// Whether the row has that one of the times, or a value at it: where columns have times of
+    /// their own, some end before others.
+    bool hasTimeOrValue(std::size_t which) const;
+    /// Whether the unit of some of its times is a guess.
+    bool isUnitAssumed() const;
+
     /// Goes to the next row. Throws InputError where there is not even one.
     bool next();
     const std::vector<Cell>& cells() const { return rows_->cells(); }

@@ -72,6 +72,7 @@ TimeColumn::TimeColumn(TimeCells cells, const TimeLayout& layout,
         isSerial_ = true;
     } else if (!layout.format.empty()) {
         format_.emplace(layout.format);
+        tellsOffset_ = layout.format.find("%z") != std::string::npos;
     } else if (layout.unit) {
         takeUnit(layout, headers[column()], rows, place);
     } else {
@@ -194,8 +195,7 @@ ExactTime TimeColumn::dateTime(std::string_view text) const {
                    format_->text() + "'",
                "times are UTC unless %z tells an offset; a fraction may follow the seconds");
     }
-    const bool tellsOffset = format_->text().find("%z") != std::string::npos;
-    return tellsOffset ? *time : inUtc(*time);
+    return tellsOffset_ ? *time : inUtc(*time);
 }
 
 ExactTime TimeColumn::notedTime(std::string_view text) const {

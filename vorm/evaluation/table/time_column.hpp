@@ -31,6 +31,11 @@ public:
     std::vector<std::string> columns(const std::vector<ColumnHeader>& headers) const;
     /// Of numbers, where it is known.
     std::optional<TimeUnit> unit() const;
+    /// Whether these are numbers taken for seconds although neither their unit nor their name says
+    /// so.
+    bool isUnitAssumed() const {
+        return !(counted_ || format_ || isSerial_ || notation_ || isUnitKnown_ || isPlain_);
+    }
     /// Whether these are dates or times of day.
     bool isOfClocks() const { return format_ || notation_; }
     /// Whether the row has no text where the time should be.
@@ -81,6 +86,7 @@ private:
     TimeCells cells_;
     std::string name_;
     std::optional<TimeFormat> format_;
+    bool tellsOffset_ = false;  // the format does
     std::optional<TimeNotation> notation_;
     std::optional<TimeZone> zone_;
     std::optional<Counted> counted_;
