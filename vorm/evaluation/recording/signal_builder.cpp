@@ -179,6 +179,12 @@ private:
 
 }  // namespace
 
+void SignalBuilder::checkPoint(const Cell& cell) const {
+    if (!isOfTexts()) {
+        failForPoint(cell, rules().subject);
+    }
+}
+
 std::unique_ptr<SignalBuilder> makeSignalBuilder(const SignalRules& rules, const Cell& first) {
     if (rules.type && !rules.type->isEnumerated() && rules.type->isKnown()) {
         return boost::mp11::mp_with_index<boost::mp11::mp_size<assessments::ValueTypes>>(

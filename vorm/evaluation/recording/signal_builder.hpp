@@ -19,8 +19,8 @@ public:
     /// A sample. Throws InputError, which names no place, for a cell that is no value of the type,
     /// and for a time that goes back or, unless the rules allow it, repeats.
     void append(double time, const Cell& cell) {
-        if (cell.hasPoint && !isOfTexts()) [[unlikely]] {
-            failForPoint(cell, rules().subject);
+        if (cell.hasPoint) [[unlikely]] {
+            checkPoint(cell);
         }
         if (const auto step = order_.stepTo(time)) [[likely]] {
             take(*step, time, cell.text);
@@ -38,6 +38,7 @@ protected:
     const SignalRules& rules() const { return order_.rules(); }
 
 private:
+    void checkPoint(const Cell& cell) const;
     virtual bool isOfTexts() const { return false; }
     virtual void take(SampleStep step, double time, std::string_view text) = 0;
 

@@ -45,9 +45,10 @@ bool CsvReader::next() {
         if (!readRecord()) {
             return false;
         }
-    } while (!isRow());
+    } while (cells_.front().text.empty() && !isRow());
     const std::size_t count = cells_.size();
-    if (count < leastCells_ || count > mostCells_ || hasCellWithoutColumn()) {
+    if (count < leastCells_ || count > mostCells_ ||
+        (count > columns_.size() && hasCellWithoutColumn())) {
         const SourceLocation where{path_, line_};
         const std::string cells = std::to_string(count);
         const std::string columns = std::to_string(columns_.size());
@@ -76,8 +77,7 @@ bool CsvReader::isRow() const {
 
 // Rows may end with the delimiter; only a header that does so, too, lets them go on behind it.
 bool CsvReader::hasCellWithoutColumn() const {
-    return cells_.size() > columns_.size() && !columns_.back().empty() &&
-           !cells_.back().text.empty();
+    return !columns_.back().empty() && !cells_.back().text.empty();
 }
 
 bool CsvReader::readRecord() {
@@ -126,6 +126,7 @@ void CsvReader::takeDecimals() {
     numbers_.resize(cells_.size());
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         Cell& cell = cells_[i];
+        cell.hasPoint = false;
         if (auto number = withDecimalPoint(cell.text)) {
             numbers_[i] = std::move(*number);
             cell.text = numbers_[i];

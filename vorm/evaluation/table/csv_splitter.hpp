@@ -16,7 +16,8 @@ class CsvSplitter {
 public:
     explicit CsvSplitter(char delimiter) : delimiter_(delimiter) {}
 
-    /// The cells of a line without a quote.
+    /// The texts of the cells of a line without a quote; what else is known of cells that are there
+    /// already stays.
     void splitLine(std::string_view line, std::vector<Cell>& cells) const;
 
     /// The cells of the record at the beginning of the text, in it or in memory that the next call

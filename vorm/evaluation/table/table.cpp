@@ -145,10 +145,7 @@ std::size_t Table::timeOfColumn(std::size_t column) const {
     return found;
 }
 
-bool Table::hasTimeOrValue(std::size_t which) const {
-    if (times_.size() < 2 || !times_[which].isMissing(cells())) {
-        return true;
-    }
+bool Table::hasValueAt(std::size_t which) const {
     for (std::size_t i = 0; i < headers_.size(); ++i) {
         if (!isTime(i) && timeOfColumn(i) == which && !cells()[i].text.empty()) {
             return true;

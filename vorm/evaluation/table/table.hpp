@@ -52,7 +52,9 @@ public:
 
     /// Whether the row has that one of the times, or a value at it: where columns have times of
     /// their own, some end before others.
-    bool hasTimeOrValue(std::size_t which) const;
+    bool hasTimeOrValue(std::size_t which) const {
+        return times_.size() < 2 || !times_[which].isMissing(cells()) || hasValueAt(which);
+    }
     /// Whether the unit of some of its times is a guess.
     bool isUnitAssumed() const;
 
@@ -79,6 +81,7 @@ private:
     bool isLong() const { return layout_.longForm || isJson(); }
     bool goToRow();
     void countPart();
+    bool hasValueAt(std::size_t which) const;
     void findTimes();
     void findColumns();
     std::optional<TimeColumn> countedTime(const TimeCells& cells, const CellTexts& rows,
