@@ -25,7 +25,8 @@ public:
 
     /// Whether the cell, which is not empty, is surely a sample, and none is held back.
     bool isSample(const Cell& cell) const {
-        return content_ != Content::NotKnown && !isMissing(cell);
+        return content_ != Content::NotKnown &&
+               ((declared_.empty() && !mayBeMissing(cell.text)) || !isMissing(cell));
     }
 
     /// Calls take(time, cell) for the cell, and before it for those that were held back; the cell
@@ -53,12 +54,15 @@ private:
         std::string text;
     };
 
+    // Whether a text that is not empty could stand for a missing number by itself. Without a branch
+    // on the sign, which cannot be foretold of numbers.
+    static bool mayBeMissing(std::string_view text) {
+        const char first = text.front();
+        return (first == 'n') | (first == 'N') | ((text.size() == 1) & (first == '-'));
+    }
+
     bool isMissing(const Cell& cell) const {
-        const char first = cell.text.empty() ? '0' : cell.text.front();
-        // Most texts that begin so are negative numbers.
-        const bool mayBe = first == 'N' || first == 'n' || (first == '-' && cell.text.size() == 1);
-        return (mayBe && content_ == Content::Numbers && isMissingNumber(cell)) ||
-               (!declared_.empty() && isDeclared(cell));
+        return (content_ == Content::Numbers && isMissingNumber(cell)) || isDeclared(cell);
     }
 
     template <class Take>

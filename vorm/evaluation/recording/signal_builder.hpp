@@ -22,9 +22,7 @@ public:
         if (cell.hasPoint) [[unlikely]] {
             checkPoint(cell);
         }
-        if (const auto step = order_.stepTo(time)) [[likely]] {
-            take(*step, time, cell.text);
-        }
+        order_.place(time, [&](SampleStep step) { take(step, time, cell.text); });
     }
 
     /// The signal's type and its pieces with the bias of the timeline; `name` is that of an

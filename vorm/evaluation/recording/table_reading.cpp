@@ -23,7 +23,7 @@ public:
 
     TableSignals read(std::size_t maximumRows) {
         for (const TimeColumn& time : table_.times()) {
-            groups_.push_back({{}, TimeOrder(layout_.time.timesBack, time.isOfClocks()), 0});
+            groups_.push_back({TimeOrder(layout_.time.timesBack, time.isOfClocks())});
         }
         if (!table_.longColumns()) {
             requestHeaders();
@@ -45,11 +45,12 @@ public:
     }
 
 private:
-    // One of the times of the rows, and the columns that have it.
+    // One of the times of the rows, and the columns that have it, which stand side by side.
     struct TimeGroup {
-        std::vector<std::size_t> columns;
         TimeOrder order;
-        std::size_t lastLine;  // of the row before
+        std::size_t firstColumn = 0;
+        std::size_t endColumn = 0;
+        std::size_t lastLine = 0;  // of the last row with that time
     };
 
     void requestHeaders() {
@@ -64,7 +65,9 @@ private:
             }
         }
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            groups_[table_.timeOfColumn(columns_[i].cell)].columns.push_back(i);
+            TimeGroup& group = groups_[table_.timeOfColumn(columns_[i].cell)];
+            group.firstColumn = group.endColumn == 0 ? i : group.firstColumn;
+            group.endColumn = i + 1;
         }
     }
 
@@ -121,25 +124,20 @@ private:
         TimeGroup& group = groups_[which];
         cell_ = table_.times()[which].column();
         const ExactTime time = table_.time(which) - origin_;
-        // The part of a split file never goes back.
-        const bool isRefused = layout_.time.timesBack == TimesBack::Refuse ||
-                               layout_.time.timesBack == TimesBack::Split;
-        if (isRefused && group.order.goesBack(time)) [[unlikely]] {
+        if (refusesTimesBack_ && group.order.goesBack(time)) [[unlikely]] {
             failForTimesBack(which, time);
         }
         if (const auto placed = group.order.next(time)) {
             append(group, *placed, table_.cells());
         }
-        if (isRefused) {
-            group.lastLine = table_.line();
-        }
+        group.lastLine = table_.line();
     }
 
     void append(const TimeGroup& group, ExactTime time, const std::vector<Cell>& cells) {
         const double counted = timeline_.counted(time);
         extendSpan(counted);
-        for (const std::size_t index : group.columns) {
-            ColumnReading& column = columns_[index];
+        for (std::size_t i = group.firstColumn; i < group.endColumn; ++i) {
+            ColumnReading& column = columns_[i];
             const Cell& cell = cells[column.cell];
             if (!cell.text.empty()) {
                 cell_ = column.cell;
@@ -151,7 +149,7 @@ private:
     // Tells how often times go back, so that it can be decided what to do about it.
     [[noreturn]] void failForTimesBack(std::size_t which, ExactTime time) {
         const TimeGroup& group = groups_[which];
-        const ExactTime reached = *group.order.reached();
+        const ExactTime reached = group.order.reached();
         InputProblem problem;
         const std::string text(table_.times()[which].textOf(table_.cells()));
         problem.where = table_.where(table_.times()[which].column());
@@ -287,6 +285,9 @@ private:
     const Timeline& timeline_;
     const SignalSelection& selection_;
     const RecordingLayout& layout_;
+    // Those in a part of a split file never do.
+    const bool refusesTimesBack_ =
+        layout_.time.timesBack == TimesBack::Refuse || layout_.time.timesBack == TimesBack::Split;
     std::vector<ColumnHeader> available_;
     std::vector<ColumnReading> columns_;
     TextMap<std::vector<std::size_t>> byName_;

@@ -11,15 +11,16 @@ std::optional<ExactTime> TimeOrder::nextBack(ExactTime time) {
         case TimesBack::Drop:
             return std::nullopt;
         case TimesBack::Shift: {
-            ExactTime later = *last_ - time + step_;
+            ExactTime later = reached_ - time + step();
             if (isOfClocks_) {
                 constexpr ExactTime hour = 3'600 * second;
-                const WideInteger behind = (*last_ - time).attoseconds();
+                const WideInteger behind = (reached_ - time).attoseconds();
                 later = (behind / hour.attoseconds() + 1) * hour;
             }
             shift_ += later;
-            last_ = time + later;
-            return last_;
+            before_ = time + later - step();
+            reached_ = time + later;
+            return reached_;
         }
         case TimesBack::Refuse:
         case TimesBack::Sort:

@@ -14,13 +14,20 @@ public:
 
     const SignalRules& rules() const { return rules_; }
 
-    /// How a sample at that time stands to the one before it; nothing for one that does not count.
-    /// Throws InputError, which names no place, for a time that goes back or, unless the rules
-    /// allow it, repeats.
-    std::optional<SampleStep> stepTo(double time) {
-        if (!(time > last_)) [[unlikely]] {
-            return stepWithin(time);
+    /// Calls take(step) with how a sample at that time stands to the one before it; not for one
+    /// that does not count. Throws InputError, which names no place, for a time that goes back or,
+    /// unless the rules allow it, repeats.
+    template <class Take>
+    void place(double time, const Take& take) {
+        if (time > last_) [[likely]] {
+            take(stepOnTo(time));
+        } else if (const auto step = stepWithin(time)) {
+            take(*step);
         }
+    }
+
+private:
+    SampleStep stepOnTo(double time) {
         const SampleStep step = !hasSamples_                   ? SampleStep::First
                                 : time - last_ > rules_.maxGap ? SampleStep::AfterHole
                                                                : SampleStep::Next;
@@ -29,7 +36,6 @@ public:
         return step;
     }
 
-private:
     std::optional<SampleStep> stepWithin(double time) const;
 
     SignalRules rules_;

@@ -217,9 +217,7 @@ private:
         if constexpr (std::is_same_v<T, std::int32_t>) {
             checkMember(value);
         }
-        if (const auto step = order_.stepTo(time)) [[likely]] {
-            collector_.add(*step, time, value);
-        }
+        order_.place(time, [&](SampleStep step) { collector_.add(step, time, value); });
     }
 
     void checkMember(std::int32_t value) const {
