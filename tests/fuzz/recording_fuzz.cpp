@@ -30,6 +30,13 @@ RecordingLayout layoutOf(std::uint8_t bits, std::uint8_t moreBits) {
     if ((moreBits & 32U) != 0) {
         layout.missing = {"?"};
     }
+    if ((moreBits & 64U) != 0) {
+        layout.badRows = BadRows::Skip;
+        layout.firstRow = 3;
+    }
+    if ((moreBits & 128U) != 0) {
+        layout.names = {"time", "a", "e"};
+    }
     layout.signals = {
         signalOf("h", SignalType::of<vorm::assessments::HalfFloat>()),
         signalOf("x",

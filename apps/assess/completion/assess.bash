@@ -19,10 +19,11 @@ _assess() {
         --form) words="wide long" ;;
         --encoding) words="utf-8 utf-16 latin-1" ;;
         --decimal) words="point comma" ;;
+        --bad-rows) words="error skip" ;;
         --times-back) words="error drop sort shift split" ;;
         --interpolation) words="held linear" ;;
         -j | --jobs | --intervals | --values | --margin | --only) return ;;
-        --header | --missing | --zone) return ;;
+        --header | --first-row | --names | --missing | --zone) return ;;
         --time | --time-format | --name-column | --value-column | --max-gap) return ;;
     esac
     case $command in
@@ -34,7 +35,7 @@ _assess() {
         signals | init)
             options+=" --output --together --encoding --header --delimiter --decimal --missing --time"
             options+=" --unit --time-format --zone --times-back --resolution --origin --equal-times"
-            options+=" --form --name-column --value-column --interpolation --max-gap"
+            options+=" --first-row --names --bad-rows --form --name-column --value-column --interpolation --max-gap"
             [[ $command == signals ]] && options+=" --layout --format"
             ;;
         show) options+=" --format --output --together --intervals --values --margin" ;;

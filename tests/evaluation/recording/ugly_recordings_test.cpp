@@ -114,7 +114,8 @@ TEST(UglyRecordings, DatesAndClocks) {
         // Hours and minutes, or minutes and seconds.
         {"time,v\n09:39,1\n09:40,2\n", "r.csv:2:1: '09:39' in the time column 'time' is no number"},
         {"v,time\n1,1970-01-01 00:00:00\n2,yesterday\n",
-         "r.csv:2:3: '1970-01-01 00:00:00' in the time column 'time' is no number"},
+         "r.csv:3:3: 'yesterday' in the time column 'time' is not written as the times before it, "
+         "as dates"},
     });
 }
 
@@ -205,9 +206,9 @@ TEST(UglyRecordings, TimeColumns) {
         {"v,Time,w,Time\n1,0,5,10\n2,1,6,11\n",
          "r.csv:1: has a column 'Time' behind all others: it cannot be told whose times each is"},
         {"x,v\n0,5\n1,6\n", "r.csv:1: has no time column among 'x' and 'v'"},
-        {"0,5\n1,6\n2,4\n", "r.csv:1: has no time column among '0' and '5'"},
+        {"0,5\n1,6\n2,4\n", "r.csv:1: has values where the names of columns should be"},
         {"1970-01-01 00:00:00,5\n1970-01-01 00:00:01,6\n",
-         "r.csv:1: has no time column among '1970-01-01 00:00:00' and '5'"},
+         "r.csv:1: has values where the names of columns should be"},
     });
 }
 
@@ -397,6 +398,111 @@ TEST(UglyRecordings, NamesOfTimes) {
          "r.csv: times are in 'depth', in s since nothing says otherwise\n"
          "r.csv: 'depth' is taken for the time, in s, since no other column increases; time = says "
          "another"},
+    });
+}
+
+TEST(UglyRecordings, MillisecondsOfATimeStandInAColumnOfTheirOwn) {
+    const std::string rows =
+        "Date,Time,Millisec,v\n2024-01-01,00:00:01,7,5\n2024-01-01,00:00:01,250,6\n";
+    const auto named = timed([](TimeLayout& time) { time.columns = {"Date", "Time", "Millisec"}; });
+    const auto alone = timed([](TimeLayout& time) {
+        time.columns = {"Date", "Time"};
+        time.equalTimes = EqualTimes::Last;
+    });
+    const std::string read = "v: double 1704067201.007:5 1704067201.25:6 known 1704067201.25";
+    expectOutcomes({
+        {rows, read, {}, "r.csv: times are in 'Date', 'Time' and 'Millisec', as dates"},
+        {rows, read, named},
+        {rows,
+         "Millisec: double 1704067201:250 known 1704067201\nv: double 1704067201:6 known "
+         "1704067201",
+         alone},
+        {"t,ms,v\n00:00:01,7.5,5\n00:00:02,12,6\n", "v: double 1.0075:5 2.012:6 known 2.012"},
+        {"t,ms,v\n00:00:01,,5\n00:00:02,,6\n", "ms: unknown type\nv: double 1:5 2:6 known 2"},
+        {"t,ms,v\n00:00:01,7,5\n00:00:02,,6\n",
+         "r.csv:3:1: '00:00:02 without milliseconds' in the time column 't' and 'ms' is not "
+         "written as the times before it, as hours, minutes and seconds"},
+        {"t,ms,v\n00:00:01,7,5\n00:00:02,1000,6\n",
+         "r.csv:3:1: '00:00:02 1000' in the time column 't' and 'ms' is not written as the times "
+         "before it, as hours, minutes and seconds"},
+        {"t,ms,v\n1,7,5\n2,8,6\n", "ms: double 1:7 2:8 known 2\nv: double 1:5 2:6 known 2"},
+    });
+}
+
+TEST(UglyRecordings, BetweenNamesAndRowsOtherLinesMayStand) {
+    const auto from = [](std::size_t line) {
+        return layoutWith([&](RecordingLayout& layout) { layout.firstRow = line; });
+    };
+    const auto headed = [](std::size_t line, std::size_t first) {
+        return layoutWith([&](RecordingLayout& layout) {
+            layout.header = line;
+            layout.firstRow = first;
+        });
+    };
+    expectOutcomes({
+        {"time,v,mode\nSecond,Volt,-\nfloat,float,text\n0,1,on\n1,2,off\n",
+         "v: double 0:1 1:2 known 1\nmode: enumeration mode 0:on 1:off known 1",
+         {},
+         "r.csv: line 2 has the units; line 3 below the units is no row; times are in 'time', in "
+         "s"},
+        {"logger,A,B\nTIME,v,w\nms,Deg C,\n,Avg,Smp\n0,1,5\n1,2,6\n",
+         "v: double 0:1 0.001:2 known 0.001\nw: double 0:5 0.001:6 known 0.001",
+         {},
+         "r.csv: the header is line 2; line 3 has the units; line 4 below the units is no row; "
+         "times are in 'TIME', in ms"},
+        {"time,v\nfloat,int\ns,V\n0,1\n1,2\n",
+         "r.csv:2: has no time column among 'float' and 'int'"},
+        {"time,v\nfloat,int\ns,V\n0,1\n1,2\n", "v: double 0:1 1:2 known 1", headed(1, 4)},
+        {"time,v\n0,1\n1,2\n2,3\n", "v: double 1:2 2:3 known 2", from(3)},
+        {"time,v\n0,1\n1,2\n",
+         "r.csv:2: has no row in line 2, the declared first one, below this header", headed(2, 2)},
+        {"time,v\n0,1\n1,2\n",
+         "r.csv:1: has no row in line 9, the declared first one, below this header", from(9)},
+    });
+}
+
+TEST(UglyRecordings, TablesWithoutAHeaderGetDeclaredNames) {
+    const auto called = [](std::vector<std::string> names, std::size_t header = 0) {
+        return layoutWith([&](RecordingLayout& layout) {
+            layout.names = std::move(names);
+            layout.header = header == 0 ? std::nullopt : std::optional(header);
+        });
+    };
+    expectOutcomes({
+        {"0,1\n1,2\n", "r.csv:1: has values where the names of columns should be"},
+        {"0,1\n1,2\n", "v: double 0:1 1:2 known 1", called({"time", "v"}), ""},
+        {"\nrecorded on Monday\n\n0;1,5;\n\n1;2;\n", "v: double 0:1.5 1:2 known 1",
+         called({"time", "v"}),
+         "r.csv: cells are separated by semicolons; numbers have a decimal comma"},
+        {"# by a logger\n0,1\n1,2\n", "v: double 1:0 2:1 known 2", called({"v", "time"})},
+        {"t,a\n0,1\n1,2\n", "v: double 0:1 1:2 known 1", called({"time", "v"}, 1)},
+        {"0,1\n1,2\n", "r.csv: has no row of 3 cells, as many as there are names",
+         called({"time", "v", "w"})},
+        {"0,1\n1,2,3\n", "r.csv:2: has 3 cells, but the declared names are 2",
+         called({"time", "v"})},
+    });
+}
+
+TEST(UglyRecordings, RowsThatDoNotFitAreRefusedOrLeftOut) {
+    const auto skip = layoutWith([](RecordingLayout& layout) { layout.badRows = BadRows::Skip; });
+    const std::string again = "time,v\n0,1\n1,2\ntime,v\n2,3\n";
+    const std::string total = "Datum;v\n01.01.1970 00:00:01;1\n01.01.1970 00:00:02;2\nTotal;3\n";
+    expectOutcomes({
+        {again, "r.csv:4:1: 'time' in the time column 'time' is no number"},
+        {again, "v: double 0:1 1:2 2:3 known 2", skip,
+         "r.csv: a row that does not fit is left out, in line 4"},
+        {total,
+         "r.csv:4:1: 'Total' in the time column 'Datum' is not written as the times before it, as "
+         "dates, day first"},
+        {total, "v: double 1:1 2:2 known 2", skip,
+         "r.csv: cells are separated by semicolons; times are in 'Datum', as dates, day "
+         "first\nr.csv: a row that does not fit is left out, in line 4"},
+        {"time,v\n0,1\n1,2,3\n2\n3,4\nend of data\n", "r.csv:3: has 3 cells, but the header 2"},
+        {"time,v\n0,1\n1,2,3\n2\n3,4\nend of data\n", "v: double 0:1 3:4 known 3", skip,
+         "r.csv: 3 rows that do not fit are left out, the first in line 3"},
+        {"time,v\n0,1\n" + numbered(300, ",1,2") + "1,2\n", "v: double 0:1 1:2 known 1", skip,
+         "r.csv: 300 rows that do not fit are left out, the first in line 3"},
+        {"X_Value,v\n,1\n", "r.csv: has a header but no rows that fit", skip},
     });
 }
 

@@ -44,18 +44,35 @@ void readDecimal(TomlTable& table, const char* key, RecordingLayout& layout) {
     layout.decimal = chosen % 2 == 0 ? '.' : ',';
 }
 
-void readHeader(TomlTable& table, const char* key, RecordingLayout& layout) {
+std::size_t lineNumber(TomlTable& table, const char* key, const std::string& advice) {
     const toml::node& node = *table.node(key);
-    const auto number = node.is_integer() ? std::to_string(node.as_integer()->get())
-                                          : table.requiredText(key).get();
-    layout.header = numberOf<std::size_t>(number);
-    if (!layout.header || *layout.header == 0) {
-        table.fail(key, "'header' is no line", "it is the number of the header's line, 1 or more");
+    const auto text = node.is_integer() ? std::to_string(node.as_integer()->get())
+                                        : table.requiredText(key).get();
+    const auto number = numberOf<std::size_t>(text);
+    if (!number || *number == 0) {
+        table.fail(key, "'" + std::string(key) + "' is no line", advice);
     }
+    return *number;
+}
+
+void readHeader(TomlTable& table, const char* key, RecordingLayout& layout) {
+    layout.header = lineNumber(table, key, "it is the number of the header's line, 1 or more");
+}
+
+void readFirstRow(TomlTable& table, const char* key, RecordingLayout& layout) {
+    layout.firstRow = lineNumber(table, key, "it is the number of a line below the header");
+}
+
+void readNames(TomlTable& table, const char* key, RecordingLayout& layout) {
+    layout.names = *table.texts(key);
 }
 
 void readMissing(TomlTable& table, const char* key, RecordingLayout& layout) {
     layout.missing = *table.texts(key);
+}
+
+void readBadRows(TomlTable& table, const char* key, RecordingLayout& layout) {
+    layout.badRows = static_cast<BadRows>(*table.choice(key, {"error", "skip"}));
 }
 
 void readZone(TomlTable& table, const char* key, RecordingLayout& layout) {
@@ -181,10 +198,17 @@ const std::vector<LayoutReading>& layoutReadings() {
         {{"encoding", "utf-8|utf-16|latin-1", "Of the bytes of files without a byte order mark"},
          readEncoding},
         {{"header", "LINE", "The line of the header, from 1"}, readHeader},
+        {{"first_row", "LINE", "The line of the first row, where more than names stand above it"},
+         readFirstRow},
+        {{"names", "NAME", "The name of a column, for each of a table without a header", true},
+         readNames},
         {{"delimiter", "CHARACTER", "Between cells: a character, comma, semicolon or tab"},
          readDelimiter},
         {{"decimal", "point|comma", "The decimal separator of numbers"}, readDecimal},
         {{"missing", "TEXT", "A text that stands for a missing value", true}, readMissing},
+        {{"bad_rows", "error|skip",
+          "What to do with rows that do not fit the header or have no time"},
+         readBadRows},
         {{"time", "NAME", "The time column, or each of those that make up the time", true},
          readTimeColumns},
         {{"unit", "UNIT", "The unit of the times: fs, ps, ns, us, ms, s, min or h"}, readUnit},

@@ -30,22 +30,34 @@ ColumnHeader columnHeader(const std::string& text) {
     return {text, text, {}};
 }
 
-std::optional<TimeUnit> unitOfText(std::string_view text) {
-    static const std::map<std::string_view, std::string_view> spellings{
-        {"µs", "us"},       {"μs", "us"},          {"usec", "us"},  {"microseconds", "us"},
-        {"nsec", "ns"},     {"nanoseconds", "ns"}, {"msec", "ms"},  {"milliseconds", "ms"},
-        {"sec", "s"},       {"secs", "s"},         {"second", "s"}, {"seconds", "s"},
-        {"minutes", "min"}, {"hours", "h"}};
-    const auto spelling = spellings.find(text);
-    return timeUnitOf(spelling == spellings.end() ? text : spelling->second);
-}
-
 bool isUpper(char c) {
     return c >= 'A' && c <= 'Z';
 }
 
 char lower(char c) {
     return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Units by their letters, `ms`, which an upper case would change, or by their names in any case.
+std::optional<TimeUnit> unitOfText(std::string_view text) {
+    static const std::map<std::string, std::string_view> names{
+        {"µs", "us"},           {"μs", "us"},
+        {"usec", "us"},         {"microsecond", "us"},
+        {"microseconds", "us"}, {"mikrosekunden", "us"},
+        {"nsec", "ns"},         {"nanosecond", "ns"},
+        {"nanoseconds", "ns"},  {"nanosekunden", "ns"},
+        {"msec", "ms"},         {"millisecond", "ms"},
+        {"milliseconds", "ms"}, {"millisekunden", "ms"},
+        {"sec", "s"},           {"secs", "s"},
+        {"second", "s"},        {"seconds", "s"},
+        {"sekunde", "s"},       {"sekunden", "s"},
+        {"minute", "min"},      {"minutes", "min"},
+        {"minuten", "min"},     {"hour", "h"},
+        {"hours", "h"},         {"stunden", "h"}};
+    std::string name(text);
+    std::transform(name.begin(), name.end(), name.begin(), lower);
+    const auto found = names.find(name);
+    return timeUnitOf(found == names.end() ? text : found->second);
 }
 
 constexpr std::string_view separators = " _-.:#/";
@@ -191,6 +203,14 @@ TimeName timeNameOf(const ColumnHeader& header) {
 bool isCalledLikeDate(const ColumnHeader& header) {
     constexpr auto words = std::to_array<std::string_view>({"date", "datetime", "datum"});
     return holdsAny(words, wordsOf(nameWithoutUnit(header)));
+}
+
+bool isCalledLikeMilliseconds(const ColumnHeader& header) {
+    constexpr auto names =
+        std::to_array<std::string_view>({"ms", "msec", "msecs", "millis", "millisec", "millisecs",
+                                         "millisecond", "milliseconds", "millisekunden"});
+    const auto parts = wordsOf(header.text);
+    return parts.size() == 1 && holds(names, parts.front());
 }
 
 bool isCalledLikeCount(const ColumnHeader& header) {

@@ -44,6 +44,9 @@ TimeName timeNameOf(const ColumnHeader& header);
 /// Whether the column is called like one of dates.
 bool isCalledLikeDate(const ColumnHeader& header);
 
+/// Whether the column is called like the milliseconds of a time in another one.
+bool isCalledLikeMilliseconds(const ColumnHeader& header);
+
 /// Whether the column is called like one that counts rows: index, row, no or alike.
 bool isCalledLikeCount(const ColumnHeader& header);
 

@@ -30,6 +30,7 @@ CsvReader::CsvReader(std::string path, ByteWindow bytes, const Dialect& dialect)
     : RowReader(std::move(path), std::move(bytes)),
       decimal_(dialect.decimal),
       hasComments_(dialect.hasComments),
+      areNamesDeclared_(dialect.areNamesDeclared),
       leastCells_(dialect.leastCells),
       mostCells_(dialect.mostCells),
       nextLine_(dialect.rowsLine),
@@ -41,33 +42,53 @@ CsvReader::CsvReader(std::string path, ByteWindow bytes, const Dialect& dialect)
 }
 
 bool CsvReader::next() {
-    do {
+    for (;;) {
         if (!readRecord()) {
             return false;
         }
-    } while (cells_.front().text.empty() && !isRow());
-    const std::size_t count = cells_.size();
-    if (count < leastCells_ || count > mostCells_ ||
-        (count > columns_.size() && hasCellWithoutColumn())) {
-        const SourceLocation where{path_, line_};
-        const std::string cells = std::to_string(count);
-        const std::string columns = std::to_string(columns_.size());
-        // A recording that was stopped while it wrote a row ends within it.
-        if (count < leastCells_ && !readRecord()) {
-            warnings_.push_back(path_ + ":" + std::to_string(where.line) + ": the last row has " +
-                                cells + " of " + columns + " cells and is left out");
-            return false;
+        if (cells_.front().text.empty() && !isRow()) {
+            continue;
         }
-        failAt(where, "has " + cells + " cells, but the header " + columns,
-               "cells that contain the delimiter stand in quotes");
+        if (fits()) [[likely]] {
+            break;
+        }
+        if (!leavesOutBadRows_) {
+            return endAtBadRow();
+        }
+        leaveOut();
     }
-    if (count != columns_.size()) {
+    if (cells_.size() != columns_.size()) {
         cells_.resize(columns_.size());
     }
     if (decimal_ == ',') {
         takeDecimals();
     }
     return true;
+}
+
+bool CsvReader::fits() const {
+    const std::size_t count = cells_.size();
+    return count >= leastCells_ && count <= mostCells_ &&
+           (count <= columns_.size() || !hasCellWithoutColumn());
+}
+
+// A recording that was stopped while it wrote a row ends within it.
+bool CsvReader::endAtBadRow() {
+    const SourceLocation where{path_, line_};
+    const std::string cells = std::to_string(cells_.size());
+    const std::string columns = std::to_string(columns_.size());
+    if (cells_.size() < leastCells_ && !readRecord()) {
+        cutRow_ = path_ + ":" + std::to_string(where.line) + ": the last row has " + cells +
+                  " of " + columns + " cells and is left out";
+        return false;
+    }
+    failAt(where,
+           "has " + cells +
+               (areNamesDeclared_ ? " cells, but the declared names are "
+                                  : " cells, but the header ") +
+               columns,
+           "cells that contain the delimiter stand in quotes; rows that do not fit can be left "
+           "out: [recording] bad_rows = \"skip\"");
 }
 
 bool CsvReader::isRow() const {

@@ -23,11 +23,14 @@ private:
     bool readRecord();
     void splitQuoted();
     bool isRow() const;
+    bool fits() const;
+    bool endAtBadRow();
     bool hasCellWithoutColumn() const;
     void takeDecimals();
 
     char decimal_;
     bool hasComments_;
+    bool areNamesDeclared_;
     std::size_t leastCells_;
     std::size_t mostCells_;
     std::size_t nextLine_;

@@ -1,12 +1,12 @@
 #include "dialect.hpp"
 
+#include <vorm/evaluation/table/header_block.hpp>
 #include <vorm/evaluation/table/header_search.hpp>
 #include <vorm/evaluation/table/unit_row.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -30,7 +30,8 @@ public:
         dialect_.hasComments = hasComments;
         dialect_.headerLine = header_.number;
         dialect_.columns = header_.cells;
-        takeRows(choice.header);
+        dialect_.areNamesDeclared = !layout.names.empty();
+        takeRows(choice.header, layout);
         takeWidths();
         takeDecimal(choice.header, layout);
         takeBlock(choice.header);
@@ -40,24 +41,30 @@ public:
     Dialect take() { return std::move(dialect_); }
 
 private:
-    void takeRows(std::size_t header) {
-        std::size_t next = header + 1;
-        const SampleLine* last = &header_;
-        if (next < lines_.size() && isUnitRow(lines_[next].cells)) {
-            last = &lines_[next++];
-            unitLine_ = last->number;
-            for (const std::string& unit : last->cells) {
+    void takeRows(std::size_t header, const TableLayout& layout) {
+        block_ = headerBlock(lines_, header, layout);
+        if (layout.firstRow &&
+            (header_.number >= *layout.firstRow || block_.rows == lines_.size())) {
+            failAt(place_, "has no row in line " + std::to_string(*layout.firstRow) +
+                               ", the declared first one, below this header");
+        }
+        if (block_.units) {
+            for (const std::string& unit : lines_[*block_.units].cells) {
                 dialect_.units.push_back(unitIn(unit));
             }
             dialect_.units.resize(header_.cells.size());
         }
-        dialect_.rowsBegin = last->end;
-        dialect_.rowsLine = last->nextNumber;
-        for (; next < lines_.size(); ++next) {
-            const SampleLine& line = lines_[next];
+        const SampleLine& last = lines_[block_.rows - 1];
+        dialect_.rowsBegin = last.end;
+        dialect_.rowsLine = last.nextNumber;
+        for (std::size_t i = block_.rows; i < lines_.size(); ++i) {
+            const SampleLine& line = lines_[i];
             if (!isEmpty(line) && !(dialect_.hasComments && line.isComment)) {
                 rows_.push_back(&line);
             }
+        }
+        if (layout.badRows == BadRows::Skip) {
+            leaveOutBadRows(rows_);
         }
     }
 
@@ -65,15 +72,8 @@ private:
     // that ends with the delimiter lets rows go on, rows may end with it, and remarks may be left
     // out.
     void takeWidths() {
-        std::map<std::size_t, std::size_t> counts;
-        for (const SampleLine* row : rows_) {
-            ++counts[row->cells.size()];
-        }
-        const auto usual =
-            std::max_element(counts.begin(), counts.end(),
-                             [](const auto& a, const auto& b) { return a.second < b.second; });
         const std::size_t columns = header_.cells.size();
-        const std::size_t cells = usual == counts.end() ? columns : usual->first;
+        const std::size_t cells = rows_.empty() ? columns : usualWidth(rows_);
         dialect_.leastCells = dialect_.mostCells = columns;
         if (cells > columns && (header_.cells.back().empty() || endsEmpty(columns))) {
             dialect_.mostCells = cells;
@@ -211,11 +211,16 @@ private:
         if (dialect_.decimal == ',') {
             remarks.emplace_back("numbers have a decimal comma");
         }
-        if (dialect_.headerLine > 1 && !layout.header) {
+        if (dialect_.headerLine > 1 && !layout.header && layout.names.empty()) {
             remarks.push_back("the header is line " + std::to_string(dialect_.headerLine));
         }
-        if (unitLine_ > 0) {
-            remarks.push_back("line " + std::to_string(unitLine_) + " has the units");
+        if (block_.units) {
+            remarks.push_back("line " + std::to_string(lines_[*block_.units].number) +
+                              " has the units");
+        }
+        if (block_.hasUnread && !layout.firstRow) {
+            remarks.push_back("line " + std::to_string(lines_[block_.rows - 1].number) +
+                              " below the units is no row");
         }
         if (dialect_.hasComments) {
             remarks.emplace_back("lines that begin with # are comments");
@@ -244,7 +249,7 @@ private:
     const SampleLine& header_;
     SourceLocation place_;
     std::vector<const SampleLine*> rows_;
-    std::size_t unitLine_ = 0;
+    HeaderBlock block_;
     Dialect dialect_;
 };
 
@@ -253,11 +258,24 @@ private:
 std::optional<Dialect> detectDialect(std::string_view text, bool whole, const TableLayout& layout,
                                      const std::string& path) {
     for (const std::size_t most : {fewLines, manyLines}) {
-        const HeaderSearch search(text, whole, layout, path, most);
+        HeaderSearch search(text, whole, layout, path, most);
         if (!search.hasLines()) {
             return std::nullopt;
         }
         bool hasComments = search.hasComments();
+        if (!layout.names.empty()) {
+            const HeaderChoice choice = search.named();
+            if (choice.score > 0) {
+                return Description(choice, hasComments, layout, path).take();
+            }
+            if (most == manyLines) {
+                failAt({path},
+                       "has no row of " + std::to_string(layout.names.size()) +
+                           " cells, as many as there are names",
+                       "[recording] names has one for each column");
+            }
+            continue;
+        }
         HeaderChoice choice = search.best(hasComments);
         if (choice.score == 0 && hasComments) {
             hasComments = false;

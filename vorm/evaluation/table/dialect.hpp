@@ -21,8 +21,9 @@ struct Dialect {
     std::size_t rowsLine = 1;          ///< the number of that line
     std::size_t leastCells = 0;        ///< of a row
     std::size_t mostCells = 0;         ///< of a row; those without a column are not read
-    std::vector<std::string> columns;  ///< the cells of the header
-    std::vector<std::string> units;    ///< one for each column, or none at all
+    std::vector<std::string> columns;  ///< the cells of the header, or the declared names
+    bool areNamesDeclared = false;
+    std::vector<std::string> units;  ///< one for each column, or none at all
     /// Where times are counted: the first one of each column, and their distance, as decimals of
     /// seconds; empty where the header says nothing of it.
     std::vector<std::string> starts;
@@ -39,14 +40,15 @@ struct Dialect {
 /// lines stand in columns that have a name and hold nothing but numbers and times, and how many of
 /// their cells the header has names for; the first of equals is the header. A comment makes a poor
 /// header, and so does a line of numbers, which is none where it is like a row: where a line beside
-/// it has numbers in the same columns, or the one above as many texts. Behind the header a line of
-/// units may stand. Where nothing looks like a table the first line is the header. Numbers have a
-/// decimal comma where delimiters are no commas and some do, and none has a point. What the layout
-/// declares is not looked for.
+/// it has numbers in the same columns, or the one above as many texts. One that repeats a line
+/// above is neither a header nor a row. Behind the header units may stand, see headerBlock. Where
+/// nothing looks like a table the first line is the header. Numbers have a decimal comma where
+/// delimiters are no commas and some do, and none has a point. What the layout declares is not
+/// looked for; where it declares names, they head the first line that they fit.
 ///
 /// Nothing where the text has no line. Throws InputError where the header's quotes are not as they
-/// have to be. Linear in the text; at most 250 lines of it are looked at, or 10,000 where these
-/// hold no table.
+/// have to be, and where no line fits the declared names. Linear in the text; at most 250 lines of
+/// it are looked at, or 10,000 where these hold no table.
 std::optional<Dialect> detectDialect(std::string_view text, bool whole, const TableLayout& layout,
                                      const std::string& path);
 

@@ -1,8 +1,11 @@
 #include "header_search.hpp"
 
-#include <vorm/evaluation/table/unit_row.hpp>
+#include <vorm/evaluation/table/header_block.hpp>
 
 #include <algorithm>
+#include <functional>
+#include <map>
+#include <numeric>
 
 namespace vorm::evaluation {
 namespace {
@@ -15,8 +18,8 @@ bool isNumeric(CellKind kind) {
 
 class Scoring {
 public:
-    Scoring(const std::vector<SampleLine>& lines, bool hasComments)
-        : lines_(lines), hasComments_(hasComments) {}
+    Scoring(const std::vector<SampleLine>& lines, bool hasComments, const TableLayout& layout)
+        : lines_(lines), hasComments_(hasComments), layout_(layout) {}
 
     double of(std::size_t header) const {
         const SampleLine& line = lines_[header];
@@ -46,6 +49,13 @@ public:
         return hasNumbers(line) &&
                ((above != nullptr && (areAlike(*above, line) || isHeaderOf(*above, line))) ||
                 (below != nullptr && areAlike(*below, line)));
+    }
+
+    /// Whether a line above is the same, as where recordings were put behind each other.
+    bool isRepeated(std::size_t index) const {
+        return std::any_of(
+            lines_.begin(), lines_.begin() + static_cast<std::ptrdiff_t>(index),
+            [&](const SampleLine& above) { return above.cells == lines_[index].cells; });
     }
 
 private:
@@ -82,12 +92,15 @@ private:
 
     std::vector<const SampleLine*> rowsAfter(std::size_t header) const {
         std::vector<const SampleLine*> rows;
-        for (std::size_t i = header + 1; i < lines_.size() && rows.size() < scoredRows; ++i) {
-            const bool isUnits = i == header + 1 && isUnitRow(lines_[i].cells);
-            if (!isUnits && !isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
-                !isEmpty(lines_[i])) {
+        for (std::size_t i = headerBlock(lines_, header, layout_).rows;
+             i < lines_.size() && rows.size() < scoredRows; ++i) {
+            if (!isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
+                !isEmpty(lines_[i]) && lines_[i].cells != lines_[header].cells) {
                 rows.push_back(&lines_[i]);
             }
+        }
+        if (layout_.badRows == BadRows::Skip) {
+            leaveOutBadRows(rows);
         }
         return rows;
     }
@@ -114,9 +127,38 @@ private:
 
     const std::vector<SampleLine>& lines_;
     bool hasComments_;
+    const TableLayout& layout_;
 };
 
 }  // namespace
+
+std::size_t usualWidth(const std::vector<const SampleLine*>& rows) {
+    std::map<std::size_t, std::size_t> counts;
+    for (const SampleLine* row : rows) {
+        ++counts[row->cells.size()];
+    }
+    const auto usual =
+        std::max_element(counts.begin(), counts.end(),
+                         [](const auto& a, const auto& b) { return a.second < b.second; });
+    return usual == counts.end() ? 0 : usual->first;
+}
+
+void leaveOutBadRows(std::vector<const SampleLine*>& rows) {
+    const std::size_t width = usualWidth(rows);
+    std::erase_if(rows, [&](const SampleLine* row) { return row->cells.size() != width; });
+    std::vector<bool> areValues;
+    for (std::size_t column = 0; column < width; ++column) {
+        const auto count = std::count_if(rows.begin(), rows.end(), [&](const SampleLine* row) {
+            return row->kinds[column] != CellKind::Text && row->kinds[column] != CellKind::Empty;
+        });
+        areValues.push_back(2 * static_cast<std::size_t>(count) > rows.size());
+    }
+    std::erase_if(rows, [&](const SampleLine* row) {
+        return std::inner_product(
+            row->kinds.begin(), row->kinds.end(), areValues.begin(), false, std::logical_or<>(),
+            [](CellKind kind, bool isValue) { return isValue && kind == CellKind::Text; });
+    });
+}
 
 HeaderSearch::HeaderSearch(std::string_view text, bool whole, const TableLayout& layout,
                            const std::string& path, std::size_t most)
@@ -140,18 +182,69 @@ bool HeaderSearch::hasComments() const {
 HeaderChoice HeaderSearch::best(bool hasComments) const {
     HeaderChoice best;
     for (const Split& split : splits_) {
-        const Scoring scoring(split.lines, hasComments);
+        const Scoring scoring(split.lines, hasComments, layout_);
         for (std::size_t i = 0; i < split.lines.size(); ++i) {
-            if (layout_.header ? split.lines[i].number != *layout_.header : scoring.isLikeRow(i)) {
+            const std::size_t line = split.lines[i].number;
+            if ((layout_.header ? line != *layout_.header : scoring.isLikeRow(i)) ||
+                (layout_.firstRow && line >= *layout_.firstRow)) {
                 continue;
             }
             const double score = scoring.of(i);
-            if (score > best.score) {
+            if (score > best.score && (layout_.header || !scoring.isRepeated(i))) {
                 best = {&split.lines, i, split.delimiter, score};
             }
         }
     }
     return best;
+}
+
+HeaderChoice HeaderSearch::named() {
+    Split* best = nullptr;
+    std::size_t most = 0;
+    for (Split& split : splits_) {
+        if (const std::size_t count = namedRows(split).size(); count > most) {
+            most = count;
+            best = &split;
+        }
+    }
+    if (best == nullptr) {
+        return {};
+    }
+    const SampleLine& row = *namedRows(*best).front();
+    const auto at = best->lines.begin() + (&row - best->lines.data());
+    const auto header = best->lines.insert(at, headerAbove(*best, row));
+    return {&best->lines, static_cast<std::size_t>(header - best->lines.begin()), best->delimiter,
+            static_cast<double>(most)};
+}
+
+// Those that the names fit.
+std::vector<const SampleLine*> HeaderSearch::namedRows(const Split& split) const {
+    std::vector<const SampleLine*> rows;
+    for (const SampleLine& line : split.lines) {
+        const bool isBelow =
+            line.number >= layout_.firstRow.value_or(1) && line.number > layout_.header.value_or(0);
+        if (isBelow && widthOf(line) <= layout_.names.size() &&
+            line.cells.size() >= layout_.names.size() && !isOfTexts(line) && !line.isComment &&
+            !line.problem) {
+            rows.push_back(&line);
+        }
+    }
+    return rows;
+}
+
+// A line of the declared names, of no length.
+SampleLine HeaderSearch::headerAbove(const Split& split, const SampleLine& row) const {
+    SampleLine header;
+    header.cells = layout_.names;
+    header.kinds.assign(header.cells.size(), CellKind::Text);
+    header.number = header.nextNumber = 1;
+    if (&row != split.lines.data()) {
+        const SampleLine& above = *(&row - 1);
+        header.number = above.number;
+        header.nextNumber = above.nextNumber;
+        header.end = above.end;
+    }
+    return header;
 }
 
 HeaderChoice HeaderSearch::fallback() const {

@@ -14,6 +14,13 @@ struct HeaderChoice {
     double score = 0;
 };
 
+/// The number of cells that most rows have; 0 where there are none.
+std::size_t usualWidth(const std::vector<const SampleLine*>& rows);
+
+/// Leaves out the rows that do not fit to the others: those with another number of cells than most,
+/// and those with a text where most have a number or a time.
+void leaveOutBadRows(std::vector<const SampleLine*>& rows);
+
 /// Looks at that many lines of a text with each delimiter that may be meant. See detectDialect for
 /// what counts.
 class HeaderSearch {
@@ -27,6 +34,10 @@ public:
     /// The best choice; of a score of 0 where nothing looks like a table.
     HeaderChoice best(bool hasComments) const;
 
+    /// The declared names, which head the first line that has as many cells and a number or a time,
+    /// with the delimiter that makes most such lines; of a score of 0 where there is none.
+    HeaderChoice named();
+
     /// The declared line, or else the first one, with the delimiter that it has most of.
     HeaderChoice fallback() const;
 
@@ -37,6 +48,9 @@ private:
     };
 
     std::string delimiters(std::string_view text) const;
+
+    std::vector<const SampleLine*> namedRows(const Split& split) const;
+    SampleLine headerAbove(const Split& split, const SampleLine& row) const;
 
     const TableLayout& layout_;
     std::vector<Split> splits_;

@@ -39,8 +39,12 @@ public:
     /// Where a cell of the row stands.
     virtual SourceLocation where(std::size_t cell) const = 0;
 
+    /// From now on rows with too few or too many cells are left out.
+    void leaveOutBadRows() { leavesOutBadRows_ = true; }
+    /// Counts the row among those that are left out.
+    void leaveOut();
     /// What was left out.
-    const std::vector<std::string>& warnings() const { return warnings_; }
+    std::vector<std::string> warnings() const;
 
     void reportTo(std::function<void(std::size_t)> progress) {
         bytes_.reportTo(std::move(progress));
@@ -55,7 +59,12 @@ protected:
     std::vector<std::string> columns_;
     std::vector<Cell> cells_;
     std::size_t line_ = 0;
-    std::vector<std::string> warnings_;
+    bool leavesOutBadRows_ = false;
+    std::string cutRow_;  ///< what is to be said of a last one that ends early
+
+private:
+    std::size_t leftOut_ = 0;
+    std::size_t firstLeftOut_ = 0;  // its line
 };
 
 }  // namespace vorm::evaluation

@@ -109,6 +109,12 @@ bool isEmpty(const SampleLine& line) {
                        [](const std::string& cell) { return cell.empty(); });
 }
 
+bool isOfTexts(const SampleLine& line) {
+    return std::all_of(line.kinds.begin(), line.kinds.end(), [](CellKind kind) {
+        return kind == CellKind::Text || kind == CellKind::Empty;
+    });
+}
+
 std::size_t widthOf(const SampleLine& line) {
     const auto last = std::find_if(line.cells.rbegin(), line.cells.rend(),
                                    [](const std::string& cell) { return !cell.empty(); });

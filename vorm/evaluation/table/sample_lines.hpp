@@ -33,6 +33,9 @@ std::vector<SampleLine> sampleLines(std::string_view text, bool whole, char deli
 /// Whether no cell has anything in it.
 bool isEmpty(const SampleLine& line);
 
+/// Whether there is no number and no time in any cell: such a line can be no row.
+bool isOfTexts(const SampleLine& line);
+
 /// The number of cells up to the last one that is not empty.
 std::size_t widthOf(const SampleLine& line);
 

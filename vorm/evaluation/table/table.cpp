@@ -30,6 +30,13 @@ Table::Table(RecordingFile file, const TableLayout& layout, std::size_t blockSiz
         times_.clear();
         timeProblem_ = error;
     }
+    // Where times are counted, one that is left out would put all later rows at another one.
+    leavesOutBadRows_ = layout_.badRows == BadRows::Skip &&
+                        std::none_of(times_.begin(), times_.end(),
+                                     [](const TimeColumn& time) { return time.isCounted(); });
+    if (leavesOutBadRows_) {
+        rows_->leaveOutBadRows();
+    }
 }
 
 void Table::open() {
@@ -52,6 +59,9 @@ void Table::open() {
             rows_ = std::make_unique<JsonLinesReader>(file_.path, std::move(bytes));
             break;
     }
+    if (leavesOutBadRows_) {
+        rows_->leaveOutBadRows();
+    }
 }
 
 void Table::findTimes() {
@@ -66,7 +76,8 @@ void Table::findTimes() {
     }
     const auto found = vorm::evaluation::findTimes(layout_.time, headers_, rows, headerPlace());
     for (std::size_t i = 0; i < found.size(); ++i) {
-        const std::size_t end = i + 1 < found.size() ? found[i + 1].front() : headers_.size();
+        const std::size_t end =
+            i + 1 < found.size() ? found[i + 1].columns.front() : headers_.size();
         if (auto counted = countedTime(found[i], rows, end)) {
             times_.push_back(std::move(*counted));
         } else {
@@ -86,7 +97,7 @@ std::optional<TimeColumn> Table::countedTime(const TimeCells& cells, const CellT
     }
     const auto valueIn = [&](const std::vector<std::string>& values) -> std::optional<ExactTime> {
         std::optional<ExactTime> value;
-        for (std::size_t i = cells.front(); i < std::min(end, values.size()); ++i) {
+        for (std::size_t i = cells.columns.front(); i < std::min(end, values.size()); ++i) {
             const auto time = ExactTime::of(values[i], second);
             if (value && time && *time != *value) {
                 failAt({file_.path}, "has columns with several distances of times and no times",
@@ -191,7 +202,9 @@ TableLayout Table::layoutAsRead() const {
     if (dialect_) {
         layout.delimiter = dialect_->delimiter;
         layout.decimal = dialect_->decimal;
-        layout.header = dialect_->headerLine;
+        if (layout_.names.empty()) {
+            layout.header = dialect_->headerLine;
+        }
     }
     if (layout.time.columns.empty() && hasTime()) {
         layout.time.columns = times_.front().columns(headers_);
@@ -218,7 +231,8 @@ bool Table::next() {
         return true;
     }
     if (!hasRows_) {
-        failAt({file_.path}, "has a header but no rows");
+        failAt({file_.path}, warnings().empty() ? "has a header but no rows"
+                                                : "has a header but no rows that fit");
     }
     return false;
 }
@@ -228,16 +242,34 @@ bool Table::goToRow() {
         open();
     }
     ++rowsRead_;
-    if (file_.part == 0) {
-        return rows_->next();
-    }
     while (rows_->next()) {
+        if (leavesOutBadRows_ && !hasTimes()) {
+            rows_->leaveOut();
+            continue;
+        }
+        if (file_.part == 0) {
+            return true;
+        }
         countPart();
         if (part_ >= file_.part) {
             return part_ == file_.part;
         }
     }
     return false;
+}
+
+// Whether each time of the row can be read.
+bool Table::hasTimes() const {
+    try {
+        for (std::size_t which = 0; which < times_.size(); ++which) {
+            if (hasTimeOrValue(which)) {
+                time(which);
+            }
+        }
+        return true;
+    } catch (const InputError&) {
+        return false;
+    }
 }
 
 void Table::countPart() {

@@ -80,6 +80,7 @@ private:
     bool isJson() const { return form_ == TableForm::JsonLines; }
     bool isLong() const { return layout_.longForm || isJson(); }
     bool goToRow();
+    bool hasTimes() const;
     void countPart();
     bool hasValueAt(std::size_t which) const;
     void findTimes();
@@ -95,6 +96,7 @@ private:
     std::string encoding_;  // where it was told by the bytes alone
     std::unique_ptr<RowReader> rows_;
     bool hasRows_ = false;
+    bool leavesOutBadRows_ = false;
     bool isAhead_ = false;  // the row is the one that next() goes to
     std::vector<ColumnHeader> headers_;
     std::optional<Dialect> dialect_;

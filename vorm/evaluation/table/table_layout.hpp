@@ -59,6 +59,13 @@ struct LongForm {
     std::string valueColumn = "value";
 };
 
+/// What to do with rows that do not fit: with another number of cells than the header has names, or
+/// with a time that cannot be read, as where a header repeats or a total stands under the rows.
+enum class BadRows {
+    Refuse,
+    Skip  ///< they are left out, and counted in a warning
+};
+
 /// How the tables of a recording are written.
 struct TableLayout {
     // What is not declared is found by the first bytes and rows, see openBytes and detectDialect.
@@ -66,9 +73,13 @@ struct TableLayout {
     std::optional<char> delimiter;             ///< of cells
     std::optional<char> decimal;               ///< of numbers: a point or a comma
     std::optional<std::size_t> header;         ///< the line that it is, from 1
+    std::optional<std::size_t> firstRow;       ///< the line that it is, below the header
+    /// Of the columns, where the table has no header, or another one than the declared line.
+    std::vector<std::string> names;
     /// Texts for missing values, in addition to those that isMissingText knows in columns of
     /// numbers.
     std::vector<std::string> missing;
+    BadRows badRows = BadRows::Refuse;
     TimeLayout time;
     std::optional<LongForm> longForm;
 };

@@ -12,6 +12,8 @@
 namespace vorm::evaluation {
 namespace {
 
+constexpr const char* skipAdvice = "rows that do not fit can be left out: bad_rows = \"skip\"";
+
 // The header's unit, or nothing where it has none.
 std::optional<TimeUnit> headerUnit(const ColumnHeader& header, const SourceLocation& place) {
     const auto unit = timeUnitIn(header);
@@ -63,7 +65,7 @@ TimeColumn::TimeColumn(TimeCells cells, const TimeLayout& layout,
     name_ = quotedList(columns(headers));
     const ColumnHeader& header = headers[column()];
     isGuess_ = layout.columns.empty() && timeNameOf(header) == TimeName::None;
-    isPlain_ = cells_.size() == 1 && timeNameOf(header) == TimeName::Time &&
+    isPlain_ = cells_.columns.size() == 1 && timeNameOf(header) == TimeName::Time &&
                header.text.find(header.unit) != std::string::npos;
     if (!layout.zone.empty()) {
         zone_ = TimeZone::called(layout.zone);
@@ -97,7 +99,7 @@ void TimeColumn::takeNotation(const CellTexts& rows, const SourceLocation& place
     }
     if (!notations.empty()) {
         notation_ = notations.front();
-    } else if (cells_.size() > 1) {
+    } else if (cells_.columns.size() > 1) {
         failAt(place, "the time in the columns " + name_ + " has no format",
                "add one, such as [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
     }
@@ -127,7 +129,7 @@ void TimeColumn::takeUnit(const TimeLayout& layout, const ColumnHeader& header,
 
 std::vector<std::string> TimeColumn::columns(const std::vector<ColumnHeader>& headers) const {
     std::vector<std::string> names;
-    for (const std::size_t cell : cells_) {
+    for (const std::size_t cell : cells_.columns) {
         names.push_back(headers[cell].text);
     }
     return names;
@@ -138,17 +140,15 @@ std::optional<TimeUnit> TimeColumn::unit() const {
 }
 
 bool TimeColumn::contains(std::size_t column) const {
-    return std::find(cells_.begin(), cells_.end(), column) != cells_.end();
+    return std::find(cells_.columns.begin(), cells_.columns.end(), column) != cells_.columns.end();
 }
 
 std::string_view TimeColumn::textOf(const std::vector<Cell>& cells) const {
-    if (cells_.size() == 1) {
+    if (cells_.columns.size() == 1) {
         return cells[column()].text;
     }
-    joined_.clear();
-    for (const std::size_t column : cells_) {
-        joined_ += (joined_.empty() ? "" : " ") + std::string(cells[column].text);
-    }
+    join(
+        cells_, [&](std::size_t column) { return cells[column].text; }, joined_);
     return joined_;
 }
 
@@ -170,7 +170,8 @@ ExactTime TimeColumn::numberTime(std::string_view text) const {
     const auto number = numberOf<double>(text);
     if (!number) {
         failAt({}, shown(text) + " in the time column " + name_ + " is no number",
-               "for a date or a time of day: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
+               "for a date or a time of day: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"; " +
+                   std::string(skipAdvice));
     }
     if (!std::isfinite(*number)) {
         failAt({}, "the time " + shown(text) + " is not finite", "each row needs a time");
@@ -204,7 +205,8 @@ ExactTime TimeColumn::notedTime(std::string_view text) const {
         failAt({},
                shown(text) + " in the time column " + name_ +
                    " is not written as the times before it, " + described(*notation_),
-               "for others: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
+               "for others: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"; " +
+                   std::string(skipAdvice));
     }
     const bool isLocal = !time->hasOffset && *notation_ != TimeNotation::Clock;
     return isLocal ? inUtc(time->time) : time->time;

@@ -24,7 +24,7 @@ public:
 
     bool contains(std::size_t column) const;
     /// The column to name in messages about times.
-    std::size_t column() const { return cells_.front(); }
+    std::size_t column() const { return cells_.columns.front(); }
     /// `'Date' and 'Time'`.
     const std::string& name() const { return name_; }
     /// The names of its columns.
@@ -36,6 +36,8 @@ public:
     bool isUnitAssumed() const {
         return !(counted_ || format_ || isSerial_ || notation_ || isUnitKnown_ || isPlain_);
     }
+    /// Whether no cell tells them.
+    bool isCounted() const { return counted_.has_value(); }
     /// Whether these are dates or times of day.
     bool isOfClocks() const { return format_ || notation_; }
     /// Whether the row has no text where the time should be.

@@ -52,21 +52,22 @@ std::vector<TimeCells> timesOfTheirOwn(const std::vector<std::size_t>& columns,
     }
     std::vector<TimeCells> times;
     for (const std::size_t column : columns) {
-        times.push_back({column});
+        times.push_back({{column}});
     }
     return times;
 }
 
 // How the times of a column go on from row to row.
 struct Course {
-    bool isTime = false;       // every cell that is not empty is one, and there are such
-    bool isOther = false;      // some cell is none
-    std::size_t steps = 0;     // to later times
-    bool repeats = false;      // at some row
-    bool goesBack = false;     // at some row
-    bool isNumber = false;     // every cell is
-    bool isDate = false;       // days without a time of day
-    bool isTimeOfDay = false;  // or an elapsed time
+    bool isTime = false;        // every cell that is not empty is one, and there are such
+    bool isOther = false;       // some cell is none
+    bool beginsAsTime = false;  // the first cells are dates or clocks
+    std::size_t steps = 0;      // to later times
+    bool repeats = false;       // at some row
+    bool goesBack = false;      // at some row
+    bool isNumber = false;      // every cell is
+    bool isDate = false;        // days without a time of day
+    bool isTimeOfDay = false;   // or an elapsed time
 
     bool mayBeTimes() const { return isTime && steps > 0 && !goesBack; }
     // Numbers that have another name often increase; times do at every row.
@@ -86,7 +87,7 @@ public:
                                                           : std::move(named));
             }
         }
-        return {{theOneThatIncreases()}};
+        return {withMilliseconds({{theOneThatIncreases()}})};
     }
 
 private:
@@ -124,8 +125,9 @@ private:
             return true;
         }
         const Course course = courseOf(column);
-        return likeness == TimeName::Usual ? !course.isOther || dateOf(column)
-                                           : course.isTime && !course.goesBack;
+        return likeness == TimeName::Usual
+                   ? !course.isOther || course.beginsAsTime || dateOf(column)
+                   : course.isTime && !course.goesBack;
     }
 
     std::vector<TimeCells> ofNames(std::vector<std::size_t> columns) const {
@@ -133,7 +135,7 @@ private:
             return timesOfTheirOwn(columns, headers_, place_);
         }
         if (const auto pair = dateAndTime(columns)) {
-            return {*pair};
+            return {withMilliseconds(*pair)};
         }
         if (columns.size() > 1) {
             columns = thoseThatIncrease(columns);
@@ -145,7 +147,7 @@ private:
             }
             failAt(place_, "any of " + quotedList(names) + " may be the time column", timeAdvice);
         }
-        return {withDate(columns.front())};
+        return {withMilliseconds(withDate(columns.front()))};
     }
 
     bool areOfOneName(const std::vector<std::size_t>& columns) const {
@@ -166,22 +168,36 @@ private:
         if (columns.size() != 2) {
             return std::nullopt;
         }
-        for (const TimeCells& pair : {columns, TimeCells{columns[1], columns[0]}}) {
-            if (courseOf(pair[0]).isDate && isTimeOfDay(pair[1], pair[0])) {
-                return pair;
+        for (const auto& [date, time] :
+             {std::pair(columns[0], columns[1]), std::pair(columns[1], columns[0])}) {
+            if (courseOf(date).isDate && isTimeOfDay(time, date)) {
+                return TimeCells{{date, time}};
             }
         }
         return std::nullopt;
     }
 
+    // With the column to the right of the time where that has what the time lacks.
+    TimeCells withMilliseconds(TimeCells cells) const {
+        const std::size_t next = cells.columns.back() + 1;
+        if (next < headers_.size() && isCalledLikeMilliseconds(headers_[next])) {
+            TimeCells finer{cells.columns, true};
+            finer.columns.push_back(next);
+            if (!commonNotations(rows_, finer).empty()) {
+                return finer;
+            }
+        }
+        return cells;
+    }
+
     TimeCells withDate(std::size_t column) const {
         if (const auto date = dateOf(column)) {
-            return {*date, column};
+            return {{*date, column}};
         }
         if (courseOf(column).isTimeOfDay) {
             refuseDatesBeside(column);
         }
-        return {column};
+        return {{column}};
     }
 
     // Dates that cannot be read would be lost, and with them the days between times of day.
@@ -228,7 +244,7 @@ private:
     bool isTimeOfDay(std::size_t column, std::size_t date) const {
         const Course course = courseOf(column);
         return course.isTimeOfDay ||
-               (course.isOther && !commonNotations(rows_, {date, column}).empty());
+               (course.isOther && !commonNotations(rows_, {{date, column}}).empty());
     }
 
     // Dates and clocks are the time before any numbers are.
@@ -239,6 +255,12 @@ private:
         }
         if (found.size() == 1) {
             return found.front();
+        }
+        if (std::none_of(headers_.begin(), headers_.end(), [](const ColumnHeader& header) {
+                return kindOf(header.text) == CellKind::Text;
+            })) {
+            failAt(place_, "has values where the names of columns should be",
+                   R"(name them: [recording] names = ["time", "..."])");
         }
         std::vector<std::string> names;
         for (const std::size_t column : found) {
@@ -269,7 +291,7 @@ private:
     }
 
     Course courseOf(std::size_t column) const {
-        const auto notations = commonNotations(rows_, {column});
+        const auto notations = commonNotations(rows_, {{column}});
         Course course;
         std::optional<ExactTime> last;
         for (const auto& row : rows_) {
@@ -280,6 +302,7 @@ private:
             course.isTime = time.has_value();
             course.isOther = !time;
             if (!time) {
+                course.beginsAsTime = !notations.empty();
                 return course;
             }
             course.steps += last && *time > *last ? 1U : 0U;
@@ -327,18 +350,27 @@ std::vector<TimeCells> findTimes(const TimeLayout& layout, const std::vector<Col
     }
     TimeCells cells;
     for (const std::string& name : layout.columns) {
-        cells.push_back(columnsCalled(name, headers, place).front());
+        cells.columns.push_back(columnsCalled(name, headers, place).front());
     }
+    cells.endInMilliseconds = isCalledLikeMilliseconds(headers[cells.columns.back()]);
     return {cells};
+}
+
+std::string fractionOfMilliseconds(std::string_view cell) {
+    const std::size_t digits = std::min(cell.find('.'), cell.size());
+    if (digits == 0 || digits > 3) {
+        return cell.empty() ? " without milliseconds" : ' ' + std::string(cell);
+    }
+    std::string fraction = '.' + std::string(3 - digits, '0');
+    fraction += cell.substr(0, digits);
+    return fraction.append(cell.substr(std::min(digits + 1, cell.size())));
 }
 
 std::string joined(const std::vector<std::string>& row, const TimeCells& cells) {
     std::string text;
-    for (const std::size_t cell : cells) {
-        if (cell < row.size()) {
-            text += (text.empty() ? "" : " ") + row[cell];
-        }
-    }
+    join(
+        cells, [&](std::size_t cell) { return cell < row.size() ? row[cell] : std::string_view(); },
+        text);
     return text;
 }
 
@@ -352,6 +384,8 @@ std::vector<TimeNotation> commonNotations(const CellTexts& rows, const TimeCells
         const auto notations = notationsOf(text);
         if (!common) {
             common = notations;
+        } else if (notations.empty()) {
+            continue;
         }
         std::erase_if(*common, [&](TimeNotation notation) {
             return std::find(notations.begin(), notations.end(), notation) == notations.end();

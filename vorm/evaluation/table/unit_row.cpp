@@ -28,8 +28,20 @@ bool isBracketed(std::string_view cell) {
                                (cell.front() == '(' && cell.back() == ')'));
 }
 
+// Names of units, whatever their case, as some programs write them out.
+constexpr auto unitNames = std::to_array<std::string_view>({
+    "volt",    "volts", "ampere", "amperes", "amp",    "amps",    "watt",    "watts",  "ohm",
+    "ohms",    "hertz", "kelvin", "celsius", "degree", "degrees", "deg c",   "deg f",  "percent",
+    "prozent", "meter", "meters", "metre",   "metres", "newton",  "newtons", "pascal", "grad",
+});
+
 bool isUnit(std::string_view cell) {
-    return isBracketed(cell) || std::find(units.begin(), units.end(), cell) != units.end();
+    std::string name(cell);
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    return isBracketed(cell) || std::find(units.begin(), units.end(), cell) != units.end() ||
+           std::find(unitNames.begin(), unitNames.end(), name) != unitNames.end() ||
+           (cell.size() > 2 && timeUnitIn({name, name, name}));
 }
 
 // Of one letter some are units as well.

@@ -1,0 +1,21 @@
+#pragma once
+
+// Where the header of a table ends: units, and what else programs write between names and rows.
+
+#include <vorm/evaluation/table/sample_lines.hpp>
+
+namespace vorm::evaluation {
+
+struct HeaderBlock {
+    std::optional<std::size_t> units;  ///< the line that has them
+    std::size_t rows = 0;              ///< the first line behind the header
+    bool hasUnread = false;            ///< whether a line in between is neither names nor units
+};
+
+/// The block that begins with the line of names. It ends before the declared first row. Else a line
+/// that looks like units belongs to it, and behind that one more line of as many texts, none of
+/// which names a time: such a line has no time and can be no row.
+HeaderBlock headerBlock(const std::vector<SampleLine>& lines, std::size_t header,
+                        const TableLayout& layout);
+
+}  // namespace vorm::evaluation
