@@ -4,6 +4,7 @@
 #include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/number_text.hpp>
 #include <vorm/evaluation/time/counted_time.hpp>
+#include <vorm/evaluation/time/likely_format.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -45,6 +46,16 @@ const char* described(TimeNotation notation) {
             return "as hours, minutes and seconds";
     }
     return "";
+}
+
+// In quotes; one to be adapted for a text that tells none.
+std::string proposedFormats(std::string_view text) {
+    const auto dayFirst = likelyFormat(text, ShortDate::DayFirst);
+    const auto monthFirst = likelyFormat(text, ShortDate::MonthFirst);
+    const std::string one =
+        '"' + (dayFirst ? *dayFirst : monthFirst.value_or("%Y-%m-%d %H:%M:%S")) + '"';
+    return dayFirst && monthFirst && dayFirst != monthFirst ? one + " or \"" + *monthFirst + '"'
+                                                            : one;
 }
 
 std::string firstTextOf(const CellTexts& rows, const TimeCells& cells) {
@@ -91,17 +102,18 @@ TimeColumn::TimeColumn(TimeCells cells, ExactTime start, ExactTime step)
 void TimeColumn::takeNotation(const CellTexts& rows, const SourceLocation& place) {
     const auto notations = commonNotations(rows, cells_);
     if (notations.size() > 1) {
-        failAt(place,
-               shown(firstTextOf(rows, cells_)) + " in the time column " + name_ +
-                   " may begin with the day or with the month",
-               "say which: [recording] time_format = \"%d/%m/%Y %H:%M:%S\" or "
-               "\"%m/%d/%Y %H:%M:%S\"");
+        failAt(
+            place,
+            shown(firstTextOf(rows, cells_)) + " in the time column " + name_ +
+                " may begin with the day or with the month",
+            "say which: [recording] time_format = " + proposedFormats(firstTextOf(rows, cells_)));
     }
     if (!notations.empty()) {
         notation_ = notations.front();
     } else if (cells_.columns.size() > 1) {
         failAt(place, "the time in the columns " + name_ + " has no format",
-               "add one, such as [recording] time_format = \"%Y-%m-%d %H:%M:%S\"");
+               "add one, such as [recording] time_format = " +
+                   proposedFormats(firstTextOf(rows, cells_)));
     }
 }
 
@@ -170,8 +182,8 @@ ExactTime TimeColumn::numberTime(std::string_view text) const {
     const auto number = numberOf<double>(text);
     if (!number) {
         failAt({}, shown(text) + " in the time column " + name_ + " is no number",
-               "for a date or a time of day: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"; " +
-                   std::string(skipAdvice));
+               "for a date or a time of day: [recording] time_format = " + proposedFormats(text) +
+                   "; " + std::string(skipAdvice));
     }
     if (!std::isfinite(*number)) {
         failAt({}, "the time " + shown(text) + " is not finite", "each row needs a time");
@@ -205,7 +217,7 @@ ExactTime TimeColumn::notedTime(std::string_view text) const {
         failAt({},
                shown(text) + " in the time column " + name_ +
                    " is not written as the times before it, " + described(*notation_),
-               "for others: [recording] time_format = \"%Y-%m-%d %H:%M:%S\"; " +
+               "for others: [recording] time_format = " + proposedFormats(text) + "; " +
                    std::string(skipAdvice));
     }
     const bool isLocal = !time->hasOffset && *notation_ != TimeNotation::Clock;

@@ -3,6 +3,7 @@
 #include <vorm/evaluation/table/cell_kind.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/time/likely_format.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
@@ -210,10 +211,11 @@ private:
                            " beside the times in " + shown(headers_[column].text) +
                            " is no date that can be told",
                        "say how both are written: [recording] time = [\"" + headers_[i].text +
-                           "\", \"" + headers_[column].text +
-                           "\"] and time_format = \"%d.%m.%y %H:%M:%S\"; or that the times stand "
-                           "alone: time = \"" +
-                           headers_[column].text + "\"");
+                           "\", \"" + headers_[column].text + "\"] and time_format = \"" +
+                           likelyFormat(text + ' ' + firstTextIn(column), ShortDate::DayFirst)
+                               .value_or("%d.%m.%y %H:%M:%S") +
+                           "\"; or that the times stand alone: time = \"" + headers_[column].text +
+                           "\"");
             }
         }
     }

@@ -7,6 +7,15 @@
 
 namespace vorm::evaluation {
 
+inline bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Of English.
+inline bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
 /// How many characters a UTF-8 text has: continuation bytes belong to the character before them.
 inline std::size_t charactersIn(std::string_view text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {

@@ -1,5 +1,6 @@
 #include "exact_time.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <algorithm>
@@ -44,10 +45,6 @@ struct Decimal {
     int exponent = 0;
     bool isNegative = false;
 };
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 // Reads digits of a decimal; those that no longer fit are far below an attosecond, or the number
 // is beyond the range.

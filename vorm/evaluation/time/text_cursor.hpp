@@ -2,6 +2,8 @@
 
 // For what reads the texts of times piece by piece. What a cursor cannot take it leaves.
 
+#include <vorm/evaluation/text/characters.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -82,9 +84,6 @@ public:
 
 private:
     static constexpr char caseBit = 'a' ^ 'A';
-
-    static bool isDigit(char c) { return c >= '0' && c <= '9'; }
-    static bool isLetter(char c) { return (c | caseBit) >= 'a' && (c | caseBit) <= 'z'; }
 
     std::string_view rest_;
 };
