@@ -39,31 +39,37 @@ endfunction()
 set(VORM_COMPILE_TOGETHER OFF CACHE STRING
     "Compile small sources of a folder as one: OFF, ON, or REVERSED for the last one first")
 
-# Lets the sources of a folder, but for some that are large, be compiled several at a time where a
-# build starts from nothing: most of the time of each goes to what it includes. Each compiles alone all
-# the same: what one lacks and another includes before it is missed in one of the two orders.
-function(vorm_compile_together target folder)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "BUT")
+# Lets sources of a target be compiled several at a time where a build starts from nothing: most of the
+# time of each goes to what it includes. Each compiles alone all the same: what one lacks and another
+# includes before it is missed in one of the two orders.
+function(vorm_compile_at_a_time target name most)
     set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
     if(VORM_COMPILE_TOGETHER)
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
     endif()
-    get_target_property(others ${target} SOURCES)
-    set(sources ${others})
-    list(FILTER sources INCLUDE REGEX "^${folder}/[^/]*$")
-    list(TRANSFORM arg_BUT PREPEND "${folder}/")
-    list(REMOVE_ITEM sources ${arg_BUT} "")
+    set(sources ${ARGN})
     if(VORM_COMPILE_TOGETHER STREQUAL REVERSED)
+        get_target_property(others ${target} SOURCES)
         list(REMOVE_ITEM others ${sources})
         list(REVERSE sources)
         set_target_properties(${target} PROPERTIES SOURCES "${others};${sources}")
     endif()
     list(LENGTH sources count)
-    math(EXPR groups "(${count} + 7) / 8")
+    math(EXPR groups "(${count} + ${most} - 1) / ${most}")
     set(index 0)
     foreach(source IN LISTS sources)
         math(EXPR group "${index} * ${groups} / ${count}")
-        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${folder}_${group})
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${name}_${group})
         math(EXPR index "${index} + 1")
     endforeach()
+endfunction()
+
+# The same for the sources of a folder, but for some that are large.
+function(vorm_compile_together target folder)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "BUT")
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "^${folder}/[^/]*$")
+    list(TRANSFORM arg_BUT PREPEND "${folder}/")
+    list(REMOVE_ITEM sources ${arg_BUT} "")
+    vorm_compile_at_a_time(${target} ${folder} 8 ${sources})
 endfunction()

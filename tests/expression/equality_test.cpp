@@ -9,7 +9,7 @@ namespace vorm::test {
 namespace {
 
 template <class Policy>
-bool same(const Expression& a, const Expression& b) {
+bool equal(const Expression& a, const Expression& b) {
     return ExpressionEqual<Policy>()(a, b);
 }
 
@@ -35,7 +35,7 @@ TYPED_TEST(ExpressionEquality, IsThatOfTheMeaningAndEqualFormulasHashAlike) {
         const Expression b = *rc::gen::arbitrary<bool>() ? anyFormula(levels) : Expression(a);
         const bool expected = TestFixture::meaning(a) == TestFixture::meaning(b);
         RC_CLASSIFY(expected);
-        RC_ASSERT(same<TypeParam>(a, b) == expected);
+        RC_ASSERT(equal<TypeParam>(a, b) == expected);
         RC_ASSERT((hashOf<TypeParam>(a) == hashOf<TypeParam>(b)) == expected);
     }));
 }
@@ -46,7 +46,7 @@ TYPED_TEST(ExpressionEquality, OfNodesIsThatOfTheirFormulas) {
         const Expression b = *rc::gen::arbitrary<bool>() ? anyFormula(3) : Expression(a);
         const typename ExpressionEqual<TypeParam>::Visitor nodes;
         const typename ExpressionHash<TypeParam>::Visitor hash;
-        RC_ASSERT(boost::apply_visitor(nodes, a, b) == same<TypeParam>(a, b));
+        RC_ASSERT(boost::apply_visitor(nodes, a, b) == equal<TypeParam>(a, b));
         RC_ASSERT(boost::apply_visitor(hash, a) == hashOf<TypeParam>(a));
     }));
 }
@@ -79,7 +79,7 @@ TYPED_TEST(ExpressionEquality, ComparesWhatEachKindHoldsAndNoNames) {
         {unary_op(VORM_OP::Not, x, "~"), unary_op(VORM_OP::Not, x, "not"), true},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(same<TypeParam>(row.a, row.b), row.equal) << row.a << " and " << row.b;
+        EXPECT_EQ(equal<TypeParam>(row.a, row.b), row.equal) << row.a << " and " << row.b;
         EXPECT_EQ(hashOf<TypeParam>(row.a) == hashOf<TypeParam>(row.b), row.equal);
     }
 }
@@ -126,13 +126,13 @@ TEST(ExpressionAliases, StandForTheirBodiesOnlyModuloAliases) {
     const Expression body = factory.Or(factory.Not(a), b);
     const Expression nested = alias(alias(implies, "outer"), "outermost");
     for (const Expression& other : {body, nested}) {
-        EXPECT_TRUE(same<ModuloAliases>(implies, other));
+        EXPECT_TRUE(equal<ModuloAliases>(implies, other));
         EXPECT_EQ(hashOf<ModuloAliases>(implies), hashOf<ModuloAliases>(other));
-        EXPECT_FALSE(same<Inclusive>(implies, other));
+        EXPECT_FALSE(equal<Inclusive>(implies, other));
         EXPECT_NE(hashOf<Inclusive>(implies), hashOf<Inclusive>(other));
     }
     const Expression rise = factory.Rise(1, nanOf(3), a);
-    EXPECT_TRUE(same<Inclusive>(rise, factory.Rise(1, nanOf(4), signal(1, "renamed"))));
+    EXPECT_TRUE(equal<Inclusive>(rise, factory.Rise(1, nanOf(4), signal(1, "renamed"))));
 }
 
 TEST(ExpressionAliases, CompareTheirArgumentsKindForKind) {
@@ -145,10 +145,10 @@ TEST(ExpressionAliases, CompareTheirArgumentsKindForKind) {
             EXPECT_EQ(boost::apply_visitor(visitor, a, b), a.which() == b.which());
         }
     }
-    EXPECT_TRUE(same<Inclusive>(alias(x, "->"), alias(x, copy.c_str())));
-    EXPECT_FALSE(same<Inclusive>(alias(x, "->"), alias(x, "->", "->")));
-    EXPECT_FALSE(same<Inclusive>(alias(x, "->"), alias(x, x)));
-    EXPECT_FALSE(same<Inclusive>(alias(x, x), alias(x, "->")));
+    EXPECT_TRUE(equal<Inclusive>(alias(x, "->"), alias(x, copy.c_str())));
+    EXPECT_FALSE(equal<Inclusive>(alias(x, "->"), alias(x, "->", "->")));
+    EXPECT_FALSE(equal<Inclusive>(alias(x, "->"), alias(x, x)));
+    EXPECT_FALSE(equal<Inclusive>(alias(x, x), alias(x, "->")));
 }
 
 }  // namespace

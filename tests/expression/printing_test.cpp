@@ -112,10 +112,10 @@ TEST(ExpressionText, DoesNotDependOnTheLocale) {
         std::string do_grouping() const override { return "\3"; }
     };
     const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
-    ExpressionFactory factory;
-    const std::string text = to_string(
-        alias(factory.Shift(0.5, factory.Constant(12345.5)), 1000, factory.Constant(12345.5)));
-    const std::string shifted = to_string(factory.Shift(0.5, factory.Constant<int>(12345)));
+    ExpressionFactory f;
+    const std::string text =
+        to_string(alias(f.Shift(0.5, f.Constant(12345.5)), 1000, f.Constant(12345.5)));
+    const std::string shifted = to_string(f.Shift(0.5, f.Constant<int>(12345)));
     std::locale::global(before);
     EXPECT_EQ(text, "100012345.5");
     EXPECT_EQ(shifted, "Shift[0.5](12345)");

@@ -10,7 +10,7 @@
 namespace vorm::test {
 namespace {
 
-bool same(const Expression& a, const Expression& b) {
+bool sameTree(const Expression& a, const Expression& b) {
     return ExpressionEqual<Inclusive>()(a, b);
 }
 
@@ -83,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(DeepExpression, EveryOperationGetsThroughTheDeepestTree) {
     const Expression tree = build(maximumExpressionLevels);
     Expression copy(tree);
-    EXPECT_TRUE(same(copy, tree));
+    EXPECT_TRUE(sameTree(copy, tree));
     EXPECT_TRUE(ExpressionEqual<ModuloAliases>()(copy, tree));
     EXPECT_EQ(ExpressionHash<Inclusive>()(copy), ExpressionHash<Inclusive>()(tree));
     EXPECT_EQ(ExpressionHash<ModuloAliases>()(copy), ExpressionHash<ModuloAliases>()(tree));
@@ -98,7 +98,7 @@ TEST_P(DeepExpression, EveryOperationGetsThroughTheDeepestTree) {
     copy = signal(1);
     copy = tree;
     const Expression moved(std::move(copy));
-    EXPECT_TRUE(same(moved, tree));
+    EXPECT_TRUE(sameTree(moved, tree));
 }
 
 TEST_P(DeepExpression, OneLevelMoreIsRefused) {

@@ -180,13 +180,13 @@ TEST_F(SteepLines, CombineIntoWhatTheyAreAtEveryTime) {
         const auto b = right.toTrace();
         const auto smaller = a.And(b);
         const auto greater = a.Or(b);
-        const auto sum = a.Function(b, [](double x, double y) { return x + y; });
-        for (const double time : readings(sum, events)) {
+        const auto added = a.Function(b, [](double x, double y) { return x + y; });
+        for (const double time : readings(added, events)) {
             const Rational x = exactAt(left, time);
             const Rational y = exactAt(right, time);
             expectNear(smaller, time, std::min(x, y));
             expectNear(greater, time, std::max(x, y));
-            expectNear(sum, time, x + y);
+            expectNear(added, time, x + y);
         }
     }
 }

@@ -17,7 +17,7 @@
 namespace vorm::test {
 namespace {
 
-struct Pair {
+struct Operands {
     Signal phi;
     Signal psi;
 
@@ -31,11 +31,11 @@ struct Pair {
     }
 };
 
-Pair anyPair(int low, int high) {
+Operands anyOperands(int low, int high) {
     const TimeBase base{true, *rc::gen::element(0.0, -5.0, 46408.5, 1.7e9)};
-    Pair pair{anySignal(held, base, low, high), anySignal(held, base, low, high)};
-    RC_LOG() << "phi " << pair.phi << "\npsi " << pair.psi << '\n';
-    return pair;
+    Operands operands{anySignal(held, base, low, high), anySignal(held, base, low, high)};
+    RC_LOG() << "phi " << operands.phi << "\npsi " << operands.psi << '\n';
+    return operands;
 }
 
 // The signal with a few values that are not known.
@@ -61,9 +61,9 @@ double endOf(const TimedTrace_T<T>& trace) {
 // min(phi(t), sup over t' in [t, t + d] of min(psi(t'), inf of phi over [t, t'))), by scanning for
 // t' all times at which it can be attained, t and the sample times. From psi's end on phi alone
 // decides if it does not end before.
-double untilAt(const Pair& pair, double t, double d) {
-    const auto phi = pair.phi.toTrace();
-    const auto psi = pair.psi.toTrace();
+double untilAt(const Operands& operands, double t, double d) {
+    const auto phi = operands.phi.toTrace();
+    const auto psi = operands.psi.toTrace();
     const double phiEnd = endOf(phi);
     const double psiEnd = endOf(psi);
     std::set<double> samples;
@@ -82,37 +82,38 @@ double untilAt(const Pair& pair, double t, double d) {
         }
         const bool psiEnds =
             d == infinity && phiEnd >= psiEnd && time == psiEnd && samples.count(time) == 1;
-        best = psiEnds ? best : greater(best, lesser(pair.psi.at(time), infimum));
-        infimum = psiEnds ? infimum : lesser(infimum, pair.phi.at(time));
+        best = psiEnds ? best : greater(best, lesser(operands.psi.at(time), infimum));
+        infimum = psiEnds ? infimum : lesser(infimum, operands.phi.at(time));
     }
     if (d == infinity && phiEnd >= psiEnd) {
         best = greater(best, infimum);
     }
-    return lesser(pair.phi.at(t), best);
+    return lesser(operands.phi.at(t), best);
 }
 
 RC_GTEST_PROP(QuantitativeUntil, AgreesWithItsDefinition, ()) {
-    Pair pair = anyPair(-3, 3);
+    Operands operands = anyOperands(-3, 3);
     if (*rc::gen::arbitrary<bool>()) {
-        loseValues(pair.phi);
-        loseValues(pair.psi);
-        RC_LOG() << "with holes: phi " << pair.phi << "\npsi " << pair.psi << '\n';
+        loseValues(operands.phi);
+        loseValues(operands.psi);
+        RC_LOG() << "with holes: phi " << operands.phi << "\npsi " << operands.psi << '\n';
     }
     const double d = *rc::gen::element(infinity, 0.25 * *rc::gen::inRange(0, 40));
-    const auto phi = pair.phi.toTrace();
-    const auto psi = pair.psi.toTrace();
+    const auto phi = operands.phi.toTrace();
+    const auto psi = operands.psi.toTrace();
     const auto result = phi.Until(psi, d);
     RC_LOG() << "d " << d << ' ' << testing::PrintToString(result) << '\n';
-    const double lastTime = d == infinity ? pair.known() : pair.known() - d;
-    if (!pair.overlap() || pair.phi.start() > psi.points.back().time || lastTime < pair.start()) {
+    const double lastTime = d == infinity ? operands.known() : operands.known() - d;
+    if (!operands.overlap() || operands.phi.start() > psi.points.back().time ||
+        lastTime < operands.start()) {
         RC_ASSERT(result.points.empty() && result.lastKnownTime == -infinity);
         return;
     }
     RC_ASSERT(result.lastKnownTime == lastTime);
     RC_ASSERT(strictlyIncreasing(result));
-    for (double t : pair.times()) {
+    for (double t : operands.times()) {
         if (t <= lastTime) {
-            RC_ASSERT(support::sameValue(*result.valueAt(t), untilAt(pair, t, d)));
+            RC_ASSERT(support::sameValue(*result.valueAt(t), untilAt(operands, t, d)));
         }
     }
 }
@@ -134,14 +135,14 @@ struct InForce {
 };
 
 RC_GTEST_PROP(UntimedUntil, IsTheQuantitativeUntilOfZeroAndOne, ()) {
-    const Pair pair = anyPair(0, 1);
-    const auto phi = pair.phi.toTrace<bool>();
-    const auto psi = pair.psi.toTrace<bool>();
+    const Operands operands = anyOperands(0, 1);
+    const auto phi = operands.phi.toTrace<bool>();
+    const auto psi = operands.psi.toTrace<bool>();
     const auto result = phi.UntimedUntil(psi);
     RC_LOG() << testing::PrintToString(result) << '\n';
     for (const auto* operand : {&phi, &psi}) {
         for (const auto& [time, value, derivative] : operand->points) {
-            if (pair.overlap() && time >= pair.start()) {
+            if (operands.overlap() && time >= operands.start()) {
                 const InForce left(phi, time);
                 const InForce right(psi, time);
                 RC_ASSERT(InForce(result, time).value ==
@@ -149,47 +150,47 @@ RC_GTEST_PROP(UntimedUntil, IsTheQuantitativeUntilOfZeroAndOne, ()) {
             }
         }
     }
-    RC_ASSERT(result.points.empty() == !pair.overlap());
-    RC_ASSERT(result.lastKnownTime == (pair.overlap() ? pair.known() : -infinity));
-    for (double t : pair.overlap() ? pair.times() : std::vector<double>()) {
-        RC_ASSERT(*result.valueAt(t) == (untilAt(pair, t, infinity) == 1));
+    RC_ASSERT(result.points.empty() == !operands.overlap());
+    RC_ASSERT(result.lastKnownTime == (operands.overlap() ? operands.known() : -infinity));
+    for (double t : operands.overlap() ? operands.times() : std::vector<double>()) {
+        RC_ASSERT(*result.valueAt(t) == (untilAt(operands, t, infinity) == 1));
     }
 }
 
 RC_GTEST_PROP(BoundedUntil, OfBoolsAgreesWithNumbersAndWithTheDefinition, ()) {
-    const Pair pair = anyPair(0, 1);
+    const Operands operands = anyOperands(0, 1);
     const double a = 0.25 * *rc::gen::inRange(0, 12);
     const double b = a + 0.25 * *rc::gen::inRange(0, 12);
-    const auto flags = pair.phi.toTrace<bool>().Until(pair.psi.toTrace<bool>(), a, b);
-    const auto phi = pair.phi.toTrace();
-    const auto psi = pair.psi.toTrace();
+    const auto flags = operands.phi.toTrace<bool>().Until(operands.psi.toTrace<bool>(), a, b);
+    const auto phi = operands.phi.toTrace();
+    const auto psi = operands.psi.toTrace();
     const auto numbers = phi.Until(psi, a, b);
     RC_LOG() << "a " << a << " b " << b << ' ' << testing::PrintToString(flags) << '\n';
-    if (pair.phi.start() <= psi.points.back().time) {
+    if (operands.phi.start() <= psi.points.back().time) {
         RC_ASSERT(numbers.lastKnownTime == flags.lastKnownTime);
-        for (double t : pair.overlap() ? pair.times() : std::vector<double>()) {
+        for (double t : operands.overlap() ? operands.times() : std::vector<double>()) {
             const std::optional<bool> flag = flags.valueAt(t);
             RC_ASSERT(numbers.valueAt(t) == (flag ? std::optional<double>(*flag) : std::nullopt));
         }
     }
     // psi at some time of [t + a, t + b], before which phi holds from t on. At times from which
     // the whole window is known to both.
-    for (double t : pair.times()) {
-        if (flags.points.empty() || t < pair.start() || t + b > pair.known()) {
+    for (double t : operands.times()) {
+        if (flags.points.empty() || t < operands.start() || t + b > operands.known()) {
             continue;
         }
         bool expected = false;
-        for (double time : withMiddles(pair.psi.times, t + a, t + b)) {
-            double infimum = pair.phi.at(t);
-            for (double before : pair.phi.times) {
-                infimum =
-                    before > t && before < time ? std::min(infimum, pair.phi.at(before)) : infimum;
+        for (double time : withMiddles(operands.psi.times, t + a, t + b)) {
+            double infimum = operands.phi.at(t);
+            for (double before : operands.phi.times) {
+                infimum = before > t && before < time ? std::min(infimum, operands.phi.at(before))
+                                                      : infimum;
             }
-            expected = expected || (pair.psi.at(time) == 1 && infimum == 1);
+            expected = expected || (operands.psi.at(time) == 1 && infimum == 1);
         }
         // The bounded form asks phi for [t, t + a] whole.
-        for (double before : withMiddles(pair.phi.times, t, t + a)) {
-            expected = expected && pair.phi.at(before) == 1;
+        for (double before : withMiddles(operands.phi.times, t, t + a)) {
+            expected = expected && operands.phi.at(before) == 1;
         }
         RC_ASSERT(*flags.valueAt(t) == expected);
     }

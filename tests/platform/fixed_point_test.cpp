@@ -1,3 +1,5 @@
+#include "support/numbers.hpp"
+
 #include <vorm/assessments/platform/fixed_point.hpp>
 
 #include <boost/multiprecision/cpp_int.hpp>
@@ -21,8 +23,8 @@ namespace {
 
 using boost::multiprecision::cpp_int;
 using boost::multiprecision::cpp_rational;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using test::infinity;
+using test::nan;
 
 static_assert(!std::is_convertible_v<double, FixedPoint>);
 
@@ -419,7 +421,6 @@ TEST(NumericTypeDescriptor, RefusesWhatIsNoType) {
         std::string fault, remedy;
     };
     using enum NumericScaling;
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const Row& row : std::vector<Row>{
              {BinaryPoint, 0, 1, 0, 0, "word length 0", "give 1 to 128"},
              {BinaryPoint, 129, 1, 0, 0, "word length 129", "give 1 to 128"},
@@ -444,7 +445,6 @@ TEST(NumericTypeDescriptor, RefusesWhatIsNoType) {
 
 TEST(FixedPoint, RefusesWhatHasNoValue) {
     const FixedPointMath wrapping(RoundingMode::Nearest, OverflowMode::Wrap);
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     expectRefusal([&] { FixedPoint(nan, s8f1); }, "s8f1 has no NaN", "leave the sample out");
     expectRefusal([&] { FixedPoint(nan, s8f1, wrapping); }, "has no NaN", "give a number");
     for (const double value : {infinity, -infinity}) {

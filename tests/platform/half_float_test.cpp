@@ -1,3 +1,5 @@
+#include "support/numbers.hpp"
+
 #include <vorm/assessments/platform/half_float.hpp>
 
 #include <gtest/gtest.h>
@@ -5,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <sstream>
 #include <type_traits>
 #include <vector>
@@ -13,8 +14,8 @@
 namespace vorm::platform {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using test::infinity;
+using test::nan;
 
 static_assert(std::is_trivially_copyable_v<HalfFloat> && sizeof(HalfFloat) == 2);
 static_assert(!std::is_convertible_v<double, HalfFloat> &&

@@ -2,6 +2,8 @@
 
 // Traces as short literals, and readable differences between traces.
 
+#include "support/numbers.hpp"
+
 #include <vorm/assessments/trace/timed_trace.hpp>
 
 #include <gtest/gtest.h>
@@ -50,8 +52,6 @@ namespace vorm::test {
 
 using namespace vorm::assessments;
 
-inline constexpr double infinity = std::numeric_limits<double>::infinity();
-inline constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 /// The neighbours of a representable time.
 inline double after(double time) {
     return std::nextafter(time, infinity);

@@ -2,6 +2,8 @@
 
 #include <vorm/evaluation/assessment/layout_keys.hpp>
 
+#include <functional>
+
 namespace vorm::evaluation::test {
 namespace {
 
@@ -12,129 +14,66 @@ RecordingLayout layoutOf(const std::string& key, const Texts& texts) {
     return evaluation::layoutWith({}, {{key, texts, "--" + key}});
 }
 
+using L = const RecordingLayout&;
+
 // A key, one value, and another one; each with whether a layout has it.
 struct Row {
     const char* key;
     Texts before;
-    bool (*isBefore)(const RecordingLayout&);
+    std::function<bool(L)> isBefore;
     Texts after;
-    bool (*isAfter)(const RecordingLayout&);
+    std::function<bool(L)> isAfter;
 };
 
-using L = const RecordingLayout&;
+// What is read is the one value or the other.
+template <class Read, class Value>
+Row valueRow(const char* key, const Texts& before, const Texts& after, const Value& one,
+             const Value& other, Read read) {
+    return {key, before, [=](L l) { return read(l) == one; }, after,
+            [=](L l) { return read(l) == other; }};
+}
+
+// The same, where it is the text that was given.
+template <class Read>
+Row textRow(const char* key, const std::string& before, const std::string& after, Read read) {
+    return valueRow(key, {before}, {after}, before, after, read);
+}
 
 const std::vector<Row> rows{
-    {"encoding",
-     {"latin-1"},
-     [](L l) { return l.encoding == DeclaredEncoding::Latin1; },
-     {"utf-8"},
-     [](L l) { return l.encoding == DeclaredEncoding::Utf8; }},
-    {"header",
-     {"14"},
-     [](L l) { return l.header == 14U; },
-     {"1"},
-     [](L l) { return l.header == 1U; }},
-    {"first_row",
-     {"4"},
-     [](L l) { return l.firstRow == 4U; },
-     {"2"},
-     [](L l) { return l.firstRow == 2U; }},
-    {"names",
-     {"a", "b"},
-     [](L l) {
-         return l.names == Texts{"a", "b"};
-     },
-     {"c"},
-     [](L l) { return l.names == Texts{"c"}; }},
-    {"bad_rows",
-     {"skip"},
-     [](L l) { return l.badRows == BadRows::Skip; },
-     {"error"},
-     [](L l) { return l.badRows == BadRows::Refuse; }},
-    {"decimal",
-     {"comma"},
-     [](L l) { return l.decimal == ','; },
-     {"point"},
-     [](L l) { return l.decimal == '.'; }},
-    {"missing",
-     {"?", "none"},
-     [](L l) {
-         return l.missing == Texts{"?", "none"};
-     },
-     {"x"},
-     [](L l) { return l.missing == Texts{"x"}; }},
-    {"zone",
-     {"Europe/Berlin"},
-     [](L l) { return l.time.zone == "Europe/Berlin"; },
-     {"UTC"},
-     [](L l) { return l.time.zone == "UTC"; }},
-    {"times_back",
-     {"split"},
-     [](L l) { return l.time.timesBack == TimesBack::Split; },
-     {"drop"},
-     [](L l) { return l.time.timesBack == TimesBack::Drop; }},
-    {"delimiter",
-     {";"},
-     [](L l) { return l.delimiter == ';'; },
-     {"|"},
-     [](L l) { return l.delimiter == '|'; }},
-    {"time",
-     {"Date", "Clock"},
-     [](L l) {
-         return l.time.columns == Texts{"Date", "Clock"};
-     },
-     {"T"},
-     [](L l) { return l.time.columns == Texts{"T"}; }},
-    {"unit",
-     {"ms"},
-     [](L l) { return l.time.unit.value().name == "ms"; },
-     {"h"},
-     [](L l) { return l.time.unit.value().name == "h"; }},
-    {"time_format",
-     {"%H:%M"},
-     [](L l) { return l.time.format == "%H:%M"; },
-     {""},
-     [](L l) { return l.time.format.empty(); }},
-    {"resolution",
-     {"ps"},
-     [](L l) { return l.time.resolution.name == "ps"; },
-     {"s"},
-     [](L l) { return l.time.resolution.name == "s"; }},
-    {"origin",
-     {"-46408.6"},
-     [](L l) { return std::get<TimeOrigin::At>(l.time.origin).time == "-46408.6"; },
-     {"first"},
-     [](L l) { return std::holds_alternative<TimeOrigin::FirstSample>(l.time.origin); }},
-    {"equal_times",
-     {"last"},
-     [](L l) { return l.time.equalTimes == EqualTimes::Last; },
-     {"error"},
-     [](L l) { return l.time.equalTimes == EqualTimes::Refuse; }},
-    {"form",
-     {"long"},
-     [](L l) { return l.longForm.has_value(); },
-     {"long"},
-     [](L l) { return l.longForm.has_value(); }},
-    {"name_column",
-     {"n"},
-     [](L l) { return l.longForm.value().nameColumn == "n"; },
-     {"N"},
-     [](L l) { return l.longForm.value().nameColumn == "N"; }},
-    {"value_column",
-     {"v"},
-     [](L l) { return l.longForm.value().valueColumn == "v"; },
-     {"V"},
-     [](L l) { return l.longForm.value().valueColumn == "V"; }},
-    {"interpolation",
-     {"linear"},
-     [](L l) { return l.interpolation == INTERPOLATION_METHOD::LINEAR; },
-     {"held"},
-     [](L l) { return l.interpolation == INTERPOLATION_METHOD::ZOH; }},
-    {"max_gap",
-     {"0.5"},
-     [](L l) { return l.maxGap.value().text() == "0.5"; },
-     {"20 ms"},
-     [](L l) { return l.maxGap.value().text() == "0.02"; }},
+    valueRow("encoding", {"latin-1"}, {"utf-8"}, DeclaredEncoding::Latin1, DeclaredEncoding::Utf8,
+             [](L l) { return l.encoding; }),
+    valueRow("header", {"14"}, {"1"}, 14U, 1U, [](L l) { return l.header; }),
+    valueRow("first_row", {"4"}, {"2"}, 4U, 2U, [](L l) { return l.firstRow; }),
+    valueRow("names", {"a", "b"}, {"c"}, Texts{"a", "b"}, Texts{"c"}, [](L l) { return l.names; }),
+    valueRow("bad_rows", {"skip"}, {"error"}, BadRows::Skip, BadRows::Refuse,
+             [](L l) { return l.badRows; }),
+    valueRow("decimal", {"comma"}, {"point"}, ',', '.', [](L l) { return l.decimal; }),
+    valueRow("missing", {"?", "none"}, {"x"}, Texts{"?", "none"}, Texts{"x"},
+             [](L l) { return l.missing; }),
+    textRow("zone", "Europe/Berlin", "UTC", [](L l) { return l.time.zone; }),
+    valueRow("times_back", {"split"}, {"drop"}, TimesBack::Split, TimesBack::Drop,
+             [](L l) { return l.time.timesBack; }),
+    valueRow("delimiter", {";"}, {"|"}, ';', '|', [](L l) { return l.delimiter; }),
+    valueRow("time", {"Date", "Clock"}, {"T"}, Texts{"Date", "Clock"}, Texts{"T"},
+             [](L l) { return l.time.columns; }),
+    textRow("unit", "ms", "h", [](L l) { return l.time.unit.value().name; }),
+    textRow("time_format", "%H:%M", "", [](L l) { return l.time.format; }),
+    textRow("resolution", "ps", "s", [](L l) { return l.time.resolution.name; }),
+    textRow("origin", "-46408.6", "first",
+            [](L l) {
+                const auto* const at = std::get_if<TimeOrigin::At>(&l.time.origin);
+                const bool isFirst = std::holds_alternative<TimeOrigin::FirstSample>(l.time.origin);
+                return at != nullptr ? at->time : isFirst ? "first" : "";
+            }),
+    valueRow("equal_times", {"last"}, {"error"}, EqualTimes::Last, EqualTimes::Refuse,
+             [](L l) { return l.time.equalTimes; }),
+    valueRow("form", {"long"}, {"long"}, true, true, [](L l) { return l.longForm.has_value(); }),
+    textRow("name_column", "n", "N", [](L l) { return l.longForm.value().nameColumn; }),
+    textRow("value_column", "v", "V", [](L l) { return l.longForm.value().valueColumn; }),
+    valueRow("interpolation", {"linear"}, {"held"}, INTERPOLATION_METHOD::LINEAR,
+             INTERPOLATION_METHOD::ZOH, [](L l) { return l.interpolation; }),
+    valueRow("max_gap", {"0.5"}, {"20 ms"}, std::string("0.5"), std::string("0.02"),
+             [](L l) { return l.maxGap.value().text(); }),
 };
 
 TEST(LayoutKeys, EachChangesWhatItSaysAndNothingElse) {

@@ -44,12 +44,12 @@ Orders ordersOf(const TimedTrace_T<double>& left, const TimedTrace_T<double>& ri
 
 using Wide = boost::multiprecision::int128_t;
 
-constexpr double origin = 1048576;    // 2^20, so that a step of time is 2^-32
-constexpr double halfStep = 0x1p-33;  // the unit of exact times
-const double lastTime = origin + 60;
+constexpr double firstTime = 1048576;  // 2^20, so that a step of time is 2^-32
+constexpr double halfStep = 0x1p-33;   // the unit of exact times
+const double lastTime = firstTime + 60;
 
 Wide exactly(double time) {
-    return static_cast<Wide>((time - origin) / halfStep);
+    return static_cast<Wide>((time - firstTime) / halfStep);
 }
 
 // The sign of the difference of two lines through whole numbers at a number of half steps.
@@ -79,7 +79,7 @@ Signal anyLine() {
         times.insert(*rc::gen::inRange(1, 60));
     }
     for (const int time : times) {
-        line.times.push_back(origin + time);
+        line.times.push_back(firstTime + time);
         line.values.push_back(*rc::gen::inRange(-9, 10));
     }
     line.known = lastTime;
@@ -97,11 +97,11 @@ RC_GTEST_PROP(Comparison, OfLinesIsThatOfExactNumbers, ()) {
             times.insert({before(point.time), point.time, after(point.time)});
         }
     }
-    for (double time = origin; time <= lastTime; time += 0.5) {
+    for (double time = firstTime; time <= lastTime; time += 0.5) {
         times.insert(time);
     }
     for (const double time : times) {
-        if (!(origin < time && time < lastTime)) {
+        if (!(firstTime < time && time < lastTime)) {
             continue;
         }
         const auto isSample = [time](const Signal& line) {
@@ -113,7 +113,7 @@ RC_GTEST_PROP(Comparison, OfLinesIsThatOfExactNumbers, ()) {
         const int later = exactSign(left, right, exact + 1);
         const bool isNearCrossing = sign != 0 && (earlier != sign || later != sign);
         const int order = orders.at(time);
-        RC_LOG() << time - origin << ": " << order << " is " << sign << '\n';
+        RC_LOG() << time - firstTime << ": " << order << " is " << sign << '\n';
         if (!isNearCrossing || (isSample(left) && isSample(right))) {
             RC_ASSERT(order == sign || (isNearCrossing && order == 0));
         } else {

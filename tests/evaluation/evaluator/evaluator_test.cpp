@@ -20,7 +20,7 @@ using evaluation::TracePieces;
 using evaluation::Truth;
 
 constexpr auto boolean = evaluation::Meaning::Boolean;
-constexpr auto least = evaluation::Meaning::LeastRobustness;
+constexpr auto leastRobustness = evaluation::Meaning::LeastRobustness;
 
 class EvaluatorTest : public testing::Test {
 protected:
@@ -104,7 +104,7 @@ TEST_F(EvaluatorTest, EnumerationsCompareWithinTheirOwn) {
     const Expression drive = member("Mode", 2);
     EXPECT_TRUE(
         same(only(factory_.Eq(signal, drive)).get<bool>(), truth({{0, false}, {1, true}}, 3)));
-    const auto certainty = only(factory_.Neq(signal, drive), least).get<double>();
+    const auto certainty = only(factory_.Neq(signal, drive), leastRobustness).get<double>();
     EXPECT_TRUE(same(certainty.extractWindow(0, 3, 0), trace("0:inf 1:-inf", 3)));
     EXPECT_TRUE(mentions(evaluated(factory_.Eq(signal, member("Gear", 2))), "'Mode' and 'Gear'"));
     EXPECT_TRUE(mentions(evaluated(factory_.Lt(signal, drive)), "'Mode'"));
@@ -172,7 +172,7 @@ TEST_F(EvaluatorTest, BooleansAreCertainAlsoBesideLines) {
         {factory_.Globally(0, 1, factory_.Or(p, above)), {{0, -1}, {1.5, 0.5}, {2, infinity}}},
     };
     for (const Row& row : rows) {
-        const TimedTrace result = only(row.formula, least);
+        const TimedTrace result = only(row.formula, leastRobustness);
         for (const auto& [time, value] : row.expected) {
             EXPECT_EQ(result.get<double>().valueAt(time), value) << row.formula << " at " << time;
         }
@@ -289,7 +289,7 @@ TEST_F(EvaluatorTest, WithoutSamplesTruthIsOpenAndNumbersAreNowhere) {
 TEST_F(EvaluatorTest, SignalsAreSharedAndConstantsStayConstant) {
     const Expression x = add("x", trace("0:1 1:2", 3));
     EXPECT_EQ(evaluated(x).pieces, signals_.begin()->second);
-    EXPECT_EQ(evaluated(x, least).pieces, signals_.begin()->second);
+    EXPECT_EQ(evaluated(x, leastRobustness).pieces, signals_.begin()->second);
     const Expression sum = factory_.Plus(factory_.Constant(1.0), factory_.Constant(2.0));
     EXPECT_TRUE(same(only(factory_.Globally(0, 5, sum)).get<double>(), TimedTrace_T<double>(3.0)));
 }
@@ -309,8 +309,8 @@ TEST_F(EvaluatorTest, EachSubFormulaIsEvaluatedOnceForEachMeaning) {
                                                     done.push_back(count);
                                                     EXPECT_EQ(total, 11U);
                                                 }};
-    const auto results =
-        evaluate({{&first, boolean}, {&second, boolean}, {&second, least}}, lookup(), options);
+    const auto results = evaluate(
+        {{&first, boolean}, {&second, boolean}, {&second, leastRobustness}}, lookup(), options);
     EXPECT_EQ(lookups_, 1U);
     EXPECT_EQ(done.size(), 11U);
     EXPECT_EQ(done.back(), 11U);
@@ -362,9 +362,9 @@ TEST_F(EvaluatorTest, FailuresNameTheWayToTheFault) {
     const Expression shown = factory_.Implies(p, factory_.Gt(clash, factory_.Constant(1.0)));
     const Expression sound = factory_.Not(p);
     for (const unsigned jobs : {1U, 4U}) {
-        const auto results =
-            evaluate({{&shown, boolean}, {&sound, boolean}, {&clash, boolean}, {&shown, least}},
-                     lookup(), {jobs, {}});
+        const auto results = evaluate(
+            {{&shown, boolean}, {&sound, boolean}, {&clash, boolean}, {&shown, leastRobustness}},
+            lookup(), {jobs, {}});
         const std::vector<std::string> names = chain(results[0]);
         ASSERT_EQ(names.size(), 4U);
         EXPECT_EQ(names[0], to_string(shown));

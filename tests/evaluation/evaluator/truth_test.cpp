@@ -19,19 +19,19 @@ using evaluation::truthOf;
 // Values from minus infinity on and from each of four times one apart.
 using Values = std::array<int, 5>;
 
-constexpr double origin = 256;  // all times in one binade
+constexpr double truthStart = 256;  // all times in one binade
 
 Truth truthFrom(const Values& values) {
     Truth truth(static_cast<std::int8_t>(values[0]));
     for (std::size_t i = 1; i < values.size(); ++i) {
-        truth.push_back({origin + static_cast<double>(i), static_cast<std::int8_t>(values[i])});
+        truth.push_back({truthStart + static_cast<double>(i), static_cast<std::int8_t>(values[i])});
     }
     truth.lastKnownTime = infinity;
     return truth;
 }
 
 int at(const Values& values, double time) {
-    const double index = std::clamp(std::floor(time - origin), 0.0, 4.0);
+    const double index = std::clamp(std::floor(time - truthStart), 0.0, 4.0);
     return values[static_cast<std::size_t>(index)];
 }
 
@@ -84,7 +84,7 @@ TEST(Truth, WindowsAreDecidedByWhatIsKnown) {
         for (const auto& [a, b] : {std::pair{0.0, 1.0}, {1.0, 3.0}, {-2.0, 1.0}, {-3.0, -1.0}}) {
             const Truth eventually = truth.Eventually(a, b);
             const Truth globally = truth.Globally(a, b);
-            for (double time = origin - 4; time <= origin + 8; time += 0.5) {
+            for (double time = truthStart - 4; time <= truthStart + 8; time += 0.5) {
                 // Seen from the window's begin on.
                 const double from = time + a;
                 ASSERT_EQ(*eventually.valueAt(time), until(always, values, from, 0, b - a));
@@ -101,7 +101,7 @@ TEST(Truth, UntilIsDecidedByWhatIsKnown) {
             const Truth psi = truthFrom(goal);
             for (const auto& [a, b] : {std::pair{0.0, 0.0}, {0.0, 2.0}, {1.0, 2.0}}) {
                 const Truth actual = phi.Until(psi, a, b);
-                for (double time = origin - 2; time <= origin + 5; time += 0.5) {
+                for (double time = truthStart - 2; time <= truthStart + 5; time += 0.5) {
                     ASSERT_EQ(*actual.valueAt(time), until(condition, goal, time, a, b))
                         << testing::PrintToString(phi) << testing::PrintToString(psi) << time;
                 }
@@ -117,7 +117,7 @@ TEST(Truth, JustBeforeAndJustAfter) {
         const Truth after = epsilonShifted(truth, -1);
         bool hasBegun = values[0] != 0;
         for (std::size_t i = 1; i < values.size(); ++i) {
-            const double time = origin + static_cast<double>(i);
+            const double time = truthStart + static_cast<double>(i);
             const bool isFirst = !hasBegun && values[i] != 0;
             ASSERT_EQ(*before.valueAt(time), isFirst          ? values[i]
                                              : values[i] == 0 ? 0

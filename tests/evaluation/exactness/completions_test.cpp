@@ -8,8 +8,6 @@
 namespace vorm::evaluation::test {
 namespace {
 
-constexpr int formulasPerRecording = 5;
-
 /// A signal that is known at all times: its ends go on for ever.
 Quantity anyFilling(bool isTruth) {
     Samples filling;
@@ -85,7 +83,7 @@ TEST(Completions, NeverContradictTheEngine) {
     const int formulas = vorm::test::triesOf("VORM_COMPLETED_FORMULAS", 300);
     const int completions = vorm::test::triesOf("VORM_COMPLETIONS", 5);
     vorm::test::checkTimes(formulas / formulasPerRecording, [&] {
-        const RandomCase random = anyCase(formulasPerRecording);
+        const RandomCase random = anyCase();
         const World recorded = worldOf(random.recording);
         const std::vector<Reported> reported = assessed(random.texts());
         for (std::size_t i = 0; i < reported.size(); ++i) {

@@ -118,14 +118,16 @@ private:
     }
 };
 
-inline RandomCase anyCase(std::size_t requirements) {
+inline constexpr int formulasPerRecording = 8;
+
+inline RandomCase anyCase() {
     RandomCase result;
     result.recording = anyRecording();
     result.writing = anyTimeWriting(result.recording.grid);
     // JSON has no NaN.
     const std::size_t forms = result.recording.hasNans() ? 2 : 3;
     result.form = static_cast<Form>(anyIndex(forms));
-    for (std::size_t i = 0; i < requirements; ++i) {
+    for (int i = 0; i < formulasPerRecording; ++i) {
         result.requirements.push_back(anyRequirement(result.recording));
     }
     return result;

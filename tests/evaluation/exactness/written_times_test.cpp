@@ -78,10 +78,6 @@ std::vector<Way> ways() {
     };
 }
 
-// a and b are held, x is a line from 0 at tick 0 to 10 at tick 10.
-constexpr const char* a = "00010001000";
-constexpr const char* b = "00001000010";
-
 struct Requirement {
     const char* formula;  ///< with bounds in ticks: `{3}`
     const char* outcome;  ///< with failing times in ticks
@@ -131,6 +127,9 @@ std::string formulaText(const Way& way, const std::string& formula, std::size_t 
 }
 
 Texts textsOf(const Way& way, std::size_t choice) {
+    // These are held, x is a line from 0 at tick 0 to 10 at tick 10.
+    constexpr const char* a = "00010001000";
+    constexpr const char* b = "00001000010";
     Texts texts;
     texts.recording = "time,a,b,x\n";
     for (std::size_t tick = 0; tick <= 10; ++tick) {

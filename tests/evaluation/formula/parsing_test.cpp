@@ -1,3 +1,5 @@
+#include "evaluation/formula/refusals.hpp"
+
 #include <vorm/evaluation/formula/formula.hpp>
 
 #include <gtest/gtest.h>
@@ -175,59 +177,42 @@ TEST(Parsing, NamesAreThoseThatMayBeSignals) {
     EXPECT_EQ(formula.names(), (std::set<std::string>{"Mode", "N", "limit", "q q", "x"}));
 }
 
-struct Refusal {
-    std::string text;
-    std::string marked;  // the part of the text that the failure is about
-    std::string message;
-    std::string advice;
-};
-
 TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
-    for (const Refusal& refusal : std::vector<Refusal>{
-             {"", "", "expected an operand, found the end of the formula",
-              "write a formula such as always[0, 5 s](speed < 20)"},
-             {"x >", "", "expected an operand, found the end of the formula", ""},
-             {"x y", "y", "expected an operator, found 'y'", ""},
-             {"p adn q", "adn", "expected an operator, found 'adn'", "did you mean 'and'?"},
-             {"x = 5", "=", "expected an operator, found the character '='", "write == to compare"},
-             {"x \x01", "\x01", "expected an operator, found the character '\\x01'", ""},
-             {"1 < x < 5", "<", "comparisons do not chain", "write two, such as a < b & b < c"},
-             {"p & (x > 5", "(", "this '(' is not closed", "add ')'"},
-             {"(x > 5]", "]", "expected ')', found ']'", "the '(' of `(x > 5` is not closed"},
-             {"x > 5)", ")", "expected an operator, found ')'", "nothing is open here"},
-             {"always(p)", "always", "'always' needs an interval", "write always[0, 5 s](...)"},
-             {"p until q", "until", "'until' needs an interval", "write p until[0, 5 s] q"},
-             {"Shift(x)", "Shift", "'Shift' needs a distance in time", "write Shift[2 s](x)"},
-             {"x Fall 5", "Fall", "'Fall' needs a distance in time", "write Fall[2 s](x, 5)"},
-             {"until[0, 1] q", "until", "expected an operand before 'until', found 'until'", ""},
-             {"allways[0, 5](x)", "allways", "unknown operator 'allways'",
-              "did you mean 'always'?"},
-             {"control[0] > 1", "control", "unknown operator 'control'",
-              "names with brackets are quoted, for example \"control[0]\""},
-             {"G[0] p", "]", "expected ',' and the end of the interval, found ']'",
-              "an interval is written [0, 5 s]"},
-             {"G[0, 5 sec] p", "sec", "expected a unit of time, found 'sec'",
-              "the units are fs, ps, ns, us, ms, s, min and h"},
-             {"p & and", "and", "expected an operand, found 'and'",
-              "quote the name of a signal: \"and\""},
-             {"x > \"a", "\"a", "this quote is not closed", "add \""},
-             {R"("a\q")", R"("a\q")", "unknown escape after '\\' in quotes",
-              "write \\\\ for a backslash"},
-             {"x Rise [2] 5", "2", "expected the distance behind a 0, found '2'",
-              "write Rise[2 s](x, 5) or Fall[2 s](x, 5)"},
-             {"fixed(1, 2)", "2", "expected a fixed-point type, found '2'",
-              "for example \"u16f4\""},
-         }) {
-        try {
-            const ParsedFormula formula(refusal.text);
-            ADD_FAILURE() << refusal.text << " is read";
-        } catch (const FormulaError& error) {
-            EXPECT_EQ(error.problem().message, refusal.message) << refusal.text;
-            EXPECT_EQ(error.problem().advice, refusal.advice) << refusal.text;
-            EXPECT_EQ(refusal.text.substr(error.span().begin, error.span().length), refusal.marked)
-                << refusal.text;
-        }
-    }
+    expectRefusals(
+        {
+            {"", "", "expected an operand, found the end of the formula",
+             "write a formula such as always[0, 5 s](speed < 20)"},
+            {"x >", "", "expected an operand, found the end of the formula", ""},
+            {"x y", "y", "expected an operator, found 'y'", ""},
+            {"p adn q", "adn", "expected an operator, found 'adn'", "did you mean 'and'?"},
+            {"x = 5", "=", "expected an operator, found the character '='", "write == to compare"},
+            {"x \x01", "\x01", "expected an operator, found the character '\\x01'", ""},
+            {"1 < x < 5", "<", "comparisons do not chain", "write two, such as a < b & b < c"},
+            {"p & (x > 5", "(", "this '(' is not closed", "add ')'"},
+            {"(x > 5]", "]", "expected ')', found ']'", "the '(' of `(x > 5` is not closed"},
+            {"x > 5)", ")", "expected an operator, found ')'", "nothing is open here"},
+            {"always(p)", "always", "'always' needs an interval", "write always[0, 5 s](...)"},
+            {"p until q", "until", "'until' needs an interval", "write p until[0, 5 s] q"},
+            {"Shift(x)", "Shift", "'Shift' needs a distance in time", "write Shift[2 s](x)"},
+            {"x Fall 5", "Fall", "'Fall' needs a distance in time", "write Fall[2 s](x, 5)"},
+            {"until[0, 1] q", "until", "expected an operand before 'until', found 'until'", ""},
+            {"allways[0, 5](x)", "allways", "unknown operator 'allways'", "did you mean 'always'?"},
+            {"control[0] > 1", "control", "unknown operator 'control'",
+             "names with brackets are quoted, for example \"control[0]\""},
+            {"G[0] p", "]", "expected ',' and the end of the interval, found ']'",
+             "an interval is written [0, 5 s]"},
+            {"G[0, 5 sec] p", "sec", "expected a unit of time, found 'sec'",
+             "the units are fs, ps, ns, us, ms, s, min and h"},
+            {"p & and", "and", "expected an operand, found 'and'",
+             "quote the name of a signal: \"and\""},
+            {"x > \"a", "\"a", "this quote is not closed", "add \""},
+            {R"("a\q")", R"("a\q")", "unknown escape after '\\' in quotes",
+             "write \\\\ for a backslash"},
+            {"x Rise [2] 5", "2", "expected the distance behind a 0, found '2'",
+             "write Rise[2 s](x, 5) or Fall[2 s](x, 5)"},
+            {"fixed(1, 2)", "2", "expected a fixed-point type, found '2'", "for example \"u16f4\""},
+        },
+        [](const std::string& text) { ParsedFormula{text}; });
 }
 
 TEST(Parsing, ErrorsAreInputErrorsWithTheirPlaceInTheText) {

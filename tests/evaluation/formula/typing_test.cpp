@@ -1,3 +1,5 @@
+#include "evaluation/formula/refusals.hpp"
+
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/evaluation/formula/enumeration_literal.hpp>
@@ -120,98 +122,83 @@ TEST(Typing, DefinitionsStandForTheirText) {
     EXPECT_EQ(formula.signals, (std::set<std::string>{"n", "p"}));
 }
 
-struct Refusal {
-    std::string text;
-    std::string marked;
-    std::string message;
-    std::string advice;
-};
-
 TEST(Typing, WhatDoesNotFitIsRefusedWithAdvice) {
-    for (const Refusal& refusal : std::vector<Refusal>{
-             {"n > 300", "300", "300 is no value of int8 (-128 to 127)", "write double(n) > 300"},
-             {"-(300) < n", "300", "300 is no value of int8 (-128 to 127)",
-              "write -(300) < double(n)"},
-             {"n > 1.5", "1.5", "1.5 is no value of int8 (-128 to 127)", "write double(n) > 1.5"},
-             {"n > nan", "nan", "nan is no value of int8 (-128 to 127)", "write double(n) > nan"},
-             {"u > -1", "-1", "-1 is no value of uint64 (0 to 18446744073709551615)",
-              "write double(u) > -1"},
-             {"i > 9223372036854775808", "9223372036854775808",
-              "9223372036854775808 is no value of int64 (-9223372036854775808 to "
-              "9223372036854775807)",
-              "write double(i) > 9223372036854775808"},
-             {"x > 9007199254740993", "9007199254740993",
-              "9007199254740993 is no value of double (the nearest is 9007199254740992)", ""},
-             {"y > 16777217", "16777217", "16777217 is no value of float (the nearest is 16777216)",
-              "write double(y) > 16777217"},
-             {"h > 65520", "65520", "65520 is no value of half (past the largest one)",
-              "write double(h) > 65520"},
-             {"x > 1e400", "1e400", "1e400 is no value of double (past the largest one)", ""},
-             {"f > 0.1", "0.1", "0.1 is no value of fixed (the nearest is 0.100006103515625)",
-              "write double(f) > 0.1"},
-             {"x > n", "x > n", "`x` is double, but `n` is int8", "write x > double(n)"},
-             {"p == 5", "p == 5", "`p` is bool, but `5` is a number", ""},
-             {"x + p", "p", "`p` is bool, but '+' needs a number", ""},
-             {"p & x", "x", "`x` is double, but '&' needs bool", "compare it, for example `x > 0`"},
-             {"always[0, 1] (x + 1)", "x + 1", "`x + 1` is double, but 'always' needs bool",
-              "compare it, for example `x + 1 > 0`"},
-             {"~5", "5", "`5` is a number, but '~' needs bool", "compare it, for example `5 > 0`"},
-             {"x * x", "x * x", "neither `x` nor `x` is a constant",
-              "signals are multiplied by literals only"},
-             {"x * double(Rise[1 s](x, 5))", "x * double(Rise[1 s](x, 5))",
-              "neither `x` nor `double(Rise[1 s](x, 5))` is a constant",
-              "signals are multiplied by literals only"},
-             {"x * double(x > 1)", "x * double(x > 1)",
-              "neither `x` nor `double(x > 1)` is a constant",
-              "signals are multiplied by literals only"},
-             {"x * double(p & true)", "x * double(p & true)",
-              "neither `x` nor `double(p & true)` is a constant",
-              "signals are multiplied by literals only"},
-             {"gear < 'N'", "gear", "`gear` is enumeration Gear, but '<' needs an order",
-              "compare it by == or ~="},
-             {"gear == \"Q\"", "\"Q\"", "'Q' is no member of enumeration Gear",
-              "its members are 'N', 'R', 'P.1' and 'x'"},
-             {"gear == 'P_1'", "'P_1'", "'P_1' is no member of enumeration Gear",
-              "did you mean 'P.1'?"},
-             {"gear == \"x\"", "\"x\"", "\"x\" is a signal and also a member of enumeration Gear",
-              "write 'x' for the member"},
-             {"gear == door", "gear == door",
-              "`gear` is enumeration Gear, but `door` is enumeration Door", ""},
-             {"x == 'N'", "'N'", "'N' is a member of an enumeration, but double is none",
-              "members are compared with signals of their enumeration"},
-             {"5 ~= 'N'", "'N'", "'N' is a member of an enumeration, but a number is none",
-              "members are compared with signals of their enumeration"},
-             {"'N' & p", "'N'", "'N' is a member of an enumeration",
-              "members are compared with signals of their enumeration"},
-             {"int8(gear)", "gear",
-              "`gear` is enumeration Gear, but 'int8' needs a number, a bool or a verdict",
-              "compare it with a member by =="},
-             {"sped > 5", "sped", "unknown signal 'sped'", "did you mean 'speed'?"},
-             {"x == \"sped\"", "\"sped\"", "unknown signal 'sped'", "did you mean 'speed'?"},
-             {"G[2, 1] p", "[2, 1]", "the interval ends before it begins", "swap its ends"},
-             {"G[0, inf] p", "[0, inf]", "a time is finite",
-              "end the interval with the longest time that matters"},
-             {"p until[-1, 1] p", "[-1, 1]", "an until does not look back",
-              "begin the interval at 0"},
-             {"fixed(300, \"u8f0\") == f", "fixed(300, \"u8f0\")",
-              "300 is no stored integer of u8f0",
-              "write the stored integer and the type: fixed(24, \"u16f4\")"},
-             {"fixed(3, \"\") == f", "fixed(3, \"\")",
-              "Fixed-point type: the word length 0 cannot be used; give 1 to 128 bits",
-              "write the stored integer and the type: fixed(24, \"u16f4\")"},
-             {"fixed(3, \"u8f01\") == f", "fixed(3, \"u8f01\")", "'u8f01' is no fixed-point type",
-              "write the stored integer and the type: fixed(24, \"u16f4\")"},
-         }) {
-        try {
-            buildFormula(ParsedFormula(refusal.text), names());
-            ADD_FAILURE() << refusal.text << " is built";
-        } catch (const FormulaError& error) {
-            EXPECT_EQ(error.problem().message, refusal.message) << refusal.text;
-            EXPECT_EQ(error.problem().advice, refusal.advice) << refusal.text;
-            EXPECT_EQ(refusal.text.substr(error.span().begin, error.span().length), refusal.marked)
-                << refusal.text;
-        }
-    }
+    expectRefusals(
+        {
+            {"n > 300", "300", "300 is no value of int8 (-128 to 127)", "write double(n) > 300"},
+            {"-(300) < n", "300", "300 is no value of int8 (-128 to 127)",
+             "write -(300) < double(n)"},
+            {"n > 1.5", "1.5", "1.5 is no value of int8 (-128 to 127)", "write double(n) > 1.5"},
+            {"n > nan", "nan", "nan is no value of int8 (-128 to 127)", "write double(n) > nan"},
+            {"u > -1", "-1", "-1 is no value of uint64 (0 to 18446744073709551615)",
+             "write double(u) > -1"},
+            {"i > 9223372036854775808", "9223372036854775808",
+             "9223372036854775808 is no value of int64 (-9223372036854775808 to "
+             "9223372036854775807)",
+             "write double(i) > 9223372036854775808"},
+            {"x > 9007199254740993", "9007199254740993",
+             "9007199254740993 is no value of double (the nearest is 9007199254740992)", ""},
+            {"y > 16777217", "16777217", "16777217 is no value of float (the nearest is 16777216)",
+             "write double(y) > 16777217"},
+            {"h > 65520", "65520", "65520 is no value of half (past the largest one)",
+             "write double(h) > 65520"},
+            {"x > 1e400", "1e400", "1e400 is no value of double (past the largest one)", ""},
+            {"f > 0.1", "0.1", "0.1 is no value of fixed (the nearest is 0.100006103515625)",
+             "write double(f) > 0.1"},
+            {"x > n", "x > n", "`x` is double, but `n` is int8", "write x > double(n)"},
+            {"p == 5", "p == 5", "`p` is bool, but `5` is a number", ""},
+            {"x + p", "p", "`p` is bool, but '+' needs a number", ""},
+            {"p & x", "x", "`x` is double, but '&' needs bool", "compare it, for example `x > 0`"},
+            {"always[0, 1] (x + 1)", "x + 1", "`x + 1` is double, but 'always' needs bool",
+             "compare it, for example `x + 1 > 0`"},
+            {"~5", "5", "`5` is a number, but '~' needs bool", "compare it, for example `5 > 0`"},
+            {"x * x", "x * x", "neither `x` nor `x` is a constant",
+             "signals are multiplied by literals only"},
+            {"x * double(Rise[1 s](x, 5))", "x * double(Rise[1 s](x, 5))",
+             "neither `x` nor `double(Rise[1 s](x, 5))` is a constant",
+             "signals are multiplied by literals only"},
+            {"x * double(x > 1)", "x * double(x > 1)",
+             "neither `x` nor `double(x > 1)` is a constant",
+             "signals are multiplied by literals only"},
+            {"x * double(p & true)", "x * double(p & true)",
+             "neither `x` nor `double(p & true)` is a constant",
+             "signals are multiplied by literals only"},
+            {"gear < 'N'", "gear", "`gear` is enumeration Gear, but '<' needs an order",
+             "compare it by == or ~="},
+            {"gear == \"Q\"", "\"Q\"", "'Q' is no member of enumeration Gear",
+             "its members are 'N', 'R', 'P.1' and 'x'"},
+            {"gear == 'P_1'", "'P_1'", "'P_1' is no member of enumeration Gear",
+             "did you mean 'P.1'?"},
+            {"gear == \"x\"", "\"x\"", "\"x\" is a signal and also a member of enumeration Gear",
+             "write 'x' for the member"},
+            {"gear == door", "gear == door",
+             "`gear` is enumeration Gear, but `door` is enumeration Door", ""},
+            {"x == 'N'", "'N'", "'N' is a member of an enumeration, but double is none",
+             "members are compared with signals of their enumeration"},
+            {"5 ~= 'N'", "'N'", "'N' is a member of an enumeration, but a number is none",
+             "members are compared with signals of their enumeration"},
+            {"'N' & p", "'N'", "'N' is a member of an enumeration",
+             "members are compared with signals of their enumeration"},
+            {"int8(gear)", "gear",
+             "`gear` is enumeration Gear, but 'int8' needs a number, a bool or a verdict",
+             "compare it with a member by =="},
+            {"sped > 5", "sped", "unknown signal 'sped'", "did you mean 'speed'?"},
+            {"x == \"sped\"", "\"sped\"", "unknown signal 'sped'", "did you mean 'speed'?"},
+            {"G[2, 1] p", "[2, 1]", "the interval ends before it begins", "swap its ends"},
+            {"G[0, inf] p", "[0, inf]", "a time is finite",
+             "end the interval with the longest time that matters"},
+            {"p until[-1, 1] p", "[-1, 1]", "an until does not look back",
+             "begin the interval at 0"},
+            {"fixed(300, \"u8f0\") == f", "fixed(300, \"u8f0\")",
+             "300 is no stored integer of u8f0",
+             "write the stored integer and the type: fixed(24, \"u16f4\")"},
+            {"fixed(3, \"\") == f", "fixed(3, \"\")",
+             "Fixed-point type: the word length 0 cannot be used; give 1 to 128 bits",
+             "write the stored integer and the type: fixed(24, \"u16f4\")"},
+            {"fixed(3, \"u8f01\") == f", "fixed(3, \"u8f01\")", "'u8f01' is no fixed-point type",
+             "write the stored integer and the type: fixed(24, \"u16f4\")"},
+        },
+        [](const std::string& text) { buildFormula(ParsedFormula(text), names()); });
 }
 
 TEST(Typing, FailuresOfDefinitionsSayWhichOne) {

@@ -12,11 +12,6 @@
 namespace vorm::evaluation::test {
 namespace {
 
-template <class T>
-T anyOf(const std::vector<T>& values) {
-    return *rc::gen::elementOf(values);
-}
-
 int anyIn(int begin, int end) {
     return *rc::gen::inRange(begin, end);
 }
@@ -54,8 +49,8 @@ Column anyColumn(std::size_t index, std::size_t rows) {
         {"mode",
          "-",
          "enumeration ",
-         {"", "off", "A B", "say \"no\"", "x,y", "1;2 apples", "tab\tin"}},
-        {"lamp", "", "bool", {"", "true", "false"}}};
+         {"", "off", "A B", "say \"no\"", "x,y", "1;2 apples", "tab\tin", "two\nlines", "é;."}},
+        {"\"lamp\"; left", "", "bool", {"", "true", "false"}}};
     Column column = anyOf(kinds);
     column.name += static_cast<char>('a' + index);
     column.type += column.type == "enumeration " ? column.name : "";
@@ -168,6 +163,9 @@ std::int64_t anyStart(Notation notation) {
     switch (notation) {
         case Notation::Epoch:
             return 1'600'000'000'000 + anyIn(0, 1'000'000);
+        // The comma of 568,001 may be one between thousands.
+        case Notation::Seconds:
+            return 1'000'000LL + anyIn(0, 86'400'000);
         default:
             return anyIn(0, 80) * 86'400'000LL + anyIn(0, 86'400'000);
     }
@@ -234,20 +232,22 @@ struct Spelling {
     bool hasComments = anyIn(0, 3) == 0;
     bool hasBlankLines = anyIn(0, 4) == 0;
     bool isLastLineWhole = isChosen();
+    bool timesStandLast = anyIn(0, 4) == 0;
+    std::string blanks = anyOf<std::string>({"", "", " "});
     std::string begin = anyOf<std::string>({"", "\xEF\xBB\xBF"});
     std::string lineEnd = anyOf<std::string>({"\n", "\r\n"});
     std::string missing = anyOf<std::string>({"", "NA", "n/a", "-"});
 
     std::string cell(const std::string& text) const {
         const bool needsQuotes = text.find_first_of(",;\t|\"\n") != std::string::npos;
-        if (!needsQuotes && !quotesAll) {
-            return text;
+        if (!needsQuotes && !quotesAll && anyIn(0, 8) != 0) {
+            return blanks + text + blanks;
         }
         std::string quoted = "\"";
         for (const char c : text) {
             quoted += c == '"' ? "\"\"" : std::string(1, c);
         }
-        return quoted + '"';
+        return blanks + quoted + '"' + blanks;
     }
 
     std::string number(std::string text) const {
@@ -280,15 +280,18 @@ struct Spelling {
     std::string table(const Table& table) const {
         std::string text = begin;
         text += isDeclaredAbove ? "sep=" + std::string(1, delimiter) + lineEnd : preamble();
-        std::vector<std::string> names = timeNames(table.notation);
-        std::vector<std::string> units(names.size(), "");
-        for (std::string& name : names) {
+        std::vector<std::string> times = timeNames(table.notation);
+        for (std::string& name : times) {
             name = cell(name);
         }
+        std::vector<std::string> names;
+        std::vector<std::string> units;
         for (const Column& column : table.columns) {
             names.push_back(cell(column.name));
             units.push_back(cell(column.unit));
         }
+        units = row(std::vector<std::string>(times.size()), units);
+        names = row(times, names);
         text += line(names, endsWithDelimiter && headerEndsSo);
         const bool isAnyKnown =
             std::any_of(table.columns.begin(), table.columns.end(),
@@ -303,17 +306,26 @@ struct Spelling {
         return text.substr(0, text.size() - end);
     }
 
-    std::vector<std::string> cellsOf(const Table& table, std::size_t row) const {
-        std::vector<std::string> cells;
-        for (const std::string& time : timeCells(table.times[row], table.notation)) {
-            cells.push_back(table.notation == Notation::Points ? cell(time) : number(time));
+    std::vector<std::string> cellsOf(const Table& table, std::size_t index) const {
+        std::vector<std::string> times = timeCells(table.times[index], table.notation);
+        for (std::string& time : times) {
+            time = table.notation == Notation::Points ? cell(time) : number(time);
         }
+        std::vector<std::string> cells;
         for (const Column& column : table.columns) {
-            const std::string& value = column.values[row];
+            const std::string& value = column.values[index];
             const bool isText = column.type.starts_with("enum");
             cells.push_back(isText ? cell(value) : value.empty() ? cell(missing) : number(value));
         }
-        return cells;
+        return row(times, cells);
+    }
+
+    std::vector<std::string> row(std::vector<std::string> times,
+                                 std::vector<std::string> others) const {
+        std::vector<std::string>& first = timesStandLast ? others : times;
+        const std::vector<std::string>& second = timesStandLast ? times : others;
+        first.insert(first.end(), second.begin(), second.end());
+        return first;
     }
 };
 
@@ -332,6 +344,9 @@ RC_GTEST_PROP(Dialects, LeaveOutARowThatIsCutOff, ()) {
     const Table table = Table::any();
     Spelling spelling;
     spelling.isLastLineWhole = true;
+    // What is left of a row is no blank line.
+    spelling.timesStandLast = false;
+    spelling.blanks = "";
     auto cells = spelling.cellsOf(table, table.times.size() - 1);
     cells.resize(static_cast<std::size_t>(anyIn(1, static_cast<int>(cells.size()))));
     std::string& last = cells.back();

@@ -5,15 +5,15 @@
 namespace vorm::evaluation::test {
 namespace {
 
-struct Case {
+struct ErrorCase {
     std::string content;
     std::string message;  // its beginning
     std::string advice;   // a part of it
     RecordingLayout layout = {};
 };
 
-void expectErrors(const std::vector<Case>& cases, const std::string& path = "r.csv") {
-    for (const Case& row : cases) {
+void expectErrors(const std::vector<ErrorCase>& cases, const std::string& path = "r.csv") {
+    for (const ErrorCase& row : cases) {
         SCOPED_TRACE(row.content);
         for (const std::size_t blockSize : {std::size_t{2}, ByteWindow::defaultBlockSize}) {
             const std::string error =

@@ -3,14 +3,14 @@
 namespace vorm::evaluation::test {
 namespace {
 
-struct Case {
+struct ReadingCase {
     std::string content;
     std::string expected;
     RecordingLayout layout = {};
 };
 
-void expectRead(const std::vector<Case>& cases, const std::string& path = "r.csv") {
-    for (const Case& row : cases) {
+void expectRead(const std::vector<ReadingCase>& cases, const std::string& path = "r.csv") {
+    for (const ReadingCase& row : cases) {
         SCOPED_TRACE(row.content);
         // Where blocks end must not matter, whatever stands there.
         for (const std::size_t blockSize : {std::size_t{1}, std::size_t{5}, std::size_t{1} << 18}) {

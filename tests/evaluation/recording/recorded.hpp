@@ -8,6 +8,7 @@
 #include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
 
 #include <string>
 #include <vector>
@@ -62,6 +63,12 @@ inline std::string textOf(const Recording& recording) {
         text += (text.empty() ? "" : "\n") + textOf(signal, recording.timeline);
     }
     return text;
+}
+
+/// A random one of the values.
+template <class T>
+T anyOf(const std::vector<T>& values) {
+    return *rc::gen::elementOf(values);
 }
 
 inline Recording read(const std::string& content, const RecordingLayout& layout = {},

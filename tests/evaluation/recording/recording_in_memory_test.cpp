@@ -22,11 +22,6 @@ using assessments::ValueType;
 using assessments::Verdict;
 
 template <class T>
-T anyOf(const std::vector<T>& values) {
-    return *rc::gen::elementOf(values);
-}
-
-template <class T>
 T anyValue() {
     if constexpr (std::is_same_v<T, bool>) {
         return *rc::gen::arbitrary<bool>();

@@ -3,7 +3,7 @@
 namespace vorm::evaluation::test {
 namespace {
 
-std::string textOf(const SignalSurvey& survey) {
+std::string surveyText(const SignalSurvey& survey) {
     return survey.name + ": " + survey.type + ' ' + std::to_string(survey.samples) + '/' +
            std::to_string(survey.empty) + '/' + std::to_string(survey.nans) + " from " +
            survey.first.text() + " to " + survey.last.text() + " median " +
@@ -15,7 +15,7 @@ std::string textOf(const SignalSurvey& survey) {
 std::string surveyOf(const std::string& content, const RecordingLayout& layout = {}) {
     std::string text;
     for (const SignalSurvey& survey : surveyFiles({textFile("r.csv", content)}, layout).signals) {
-        text += (text.empty() ? "" : "\n") + textOf(survey);
+        text += (text.empty() ? "" : "\n") + surveyText(survey);
     }
     return text;
 }
@@ -160,7 +160,7 @@ TEST(RecordingSurvey, TellsMembersAsTheyAppear) {
 TEST(RecordingSurvey, CountsTheRowsOfWhatHasNoTimes) {
     const RecordingSurvey survey =
         surveyFiles({textFile("r.csv", "a,b\n1,x\n2,y\n0,x\n")}, RecordingLayout());
-    EXPECT_EQ(textOf(survey.signals.at(0)),
+    EXPECT_EQ(surveyText(survey.signals.at(0)),
               "a: double 3/0/0 from 0 to 2 median 1 longest 1 at 0 holes 0 equal 0 back 0");
     EXPECT_EQ(survey.signals.at(1).members, (std::vector<std::string>{"x", "y"}));
     ASSERT_TRUE(survey.files.at(0).timeProblem);

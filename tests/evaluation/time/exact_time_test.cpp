@@ -1,3 +1,5 @@
+#include "support/numbers.hpp"
+
 #include <vorm/evaluation/text/shortest_number.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
@@ -9,14 +11,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace vorm::evaluation {
 namespace {
 
 using Rational = boost::multiprecision::cpp_rational;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using vorm::test::infinity;
 
 std::string read(const std::string& decimal, ExactTime unit = second) {
     const auto time = ExactTime::of(decimal, unit);
@@ -134,7 +135,7 @@ RC_GTEST_PROP(ExactTime, ReadsBackItsTextsAndItsSeconds, ()) {
 TEST(ExactTime, OfADoubleIsItsShortestDecimal) {
     EXPECT_EQ(ExactTime::ofSeconds(0.3)->text(), "0.3");
     EXPECT_EQ(ExactTime::ofSeconds(-1700000000.1)->text(), "-1700000000.1");
-    EXPECT_EQ(ExactTime::ofSeconds(std::numeric_limits<double>::infinity()), std::nullopt);
+    EXPECT_EQ(ExactTime::ofSeconds(infinity), std::nullopt);
     EXPECT_EQ(ExactTime::ofSeconds(1e300), std::nullopt);
     // Eight times what is read still fit.
     const ExactTime longest = ExactTime::ofSeconds(2e19).value();
@@ -169,7 +170,7 @@ TEST(TimeText, PrefersWhatWasWritten) {
     texts.add(1e8, "100 ms");
     EXPECT_EQ(texts.of(1e8), "0.1");
     EXPECT_EQ(texts.of(2e8), "200 ms");
-    EXPECT_EQ(texts.of(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(texts.of(infinity), "inf");
 }
 
 }  // namespace

@@ -30,8 +30,8 @@ public:
                        ? std::stoi(match[static_cast<std::size_t>(group)].str())
                        : 0;
         };
-        const test::Date date{number(yearMonthDay_[0]), number(yearMonthDay_[1]),
-                              number(yearMonthDay_[2])};
+        const vorm::test::Date date{number(yearMonthDay_[0]), number(yearMonthDay_[1]),
+                                    number(yearMonthDay_[2])};
         const bool isInHalves = match[9].matched;
         int hour = number(5);
         const bool isTime = isInHalves ? hour >= 1 && hour <= 12 : hour <= 24;
@@ -39,8 +39,8 @@ public:
             hour = hour % 12 + (match[9] == "P" || match[9] == "p" ? 12 : 0);
         }
         const int minutes = number(12) * 60 + number(13);
-        if (!test::isDate(date) || !isTime || number(6) > 59 || number(7) > 60 || number(13) > 59 ||
-            minutes > 14 * 60) {
+        if (!vorm::test::isDate(date) || !isTime || number(6) > 59 || number(7) > 60 ||
+            number(13) > 59 || minutes > 14 * 60) {
             return std::nullopt;
         }
         const int sinceMidnight = (hour * 60 + number(6)) * 60 + number(7);
@@ -48,7 +48,7 @@ public:
         if (hour == 24 && (sinceMidnight > 24 * 3600 || fraction > 0)) {
             return std::nullopt;
         }
-        const WideInteger seconds = WideInteger{test::daysSince1970(date)} * 24 * 3600 +
+        const WideInteger seconds = WideInteger{vorm::test::daysSince1970(date)} * 24 * 3600 +
                                     sinceMidnight - (match[11] == "-" ? -minutes : minutes) * 60;
         return LocalTime{seconds * second + ExactTime(fraction),
                          match[10].matched || match[11].matched};

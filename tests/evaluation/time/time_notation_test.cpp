@@ -12,7 +12,7 @@
 namespace vorm::evaluation {
 namespace {
 
-using test::Date;
+using vorm::test::Date;
 
 // As `1625038759.25 UTC`; none where nothing is read.
 std::string shown(const std::optional<LocalTime>& time) {
@@ -161,9 +161,9 @@ std::vector<Spelling> spellingsOf(const Date& date) {
 
 // Where one text is two days, both are notations of it.
 TEST(TimeNotation, ReadsEachDayOfTwoCenturies) {
-    const WideInteger dayZero = test::daysSince1970({1900, 1, 1});
+    const WideInteger dayZero = vorm::test::daysSince1970({1900, 1, 1});
     WideInteger day = dayZero;
-    for (Date date{1900, 1, 1}; date.year < 2101; date = test::dayAfter(date)) {
+    for (Date date{1900, 1, 1}; date.year < 2101; date = vorm::test::dayAfter(date)) {
         const LocalTime expected{day * oneDay};
         for (const Spelling& spelling : spellingsOf(date)) {
             ASSERT_EQ(shown(read(spelling.text, spelling.notation)), shown(expected))
@@ -232,13 +232,13 @@ void addAnyOffset(WrittenTime& time) {
 
 RC_GTEST_PROP(TimeNotation, ReadsAnyDateAndTime, ()) {
     Date date{*rc::gen::inRange(1, 10'000), *rc::gen::inRange(1, 13), 0};
-    date.day = *rc::gen::inRange(1, test::daysOf(date.year, date.month) + 1);
+    date.day = *rc::gen::inRange(1, vorm::test::daysOf(date.year, date.month) + 1);
     WrittenTime time = anyTimeOfDay();
     if (*rc::gen::arbitrary<bool>()) {
         addAnyOffset(time);
     }
     const LocalTime expected{
-        ExactTime(test::daysSince1970(date) * oneDay.attoseconds() + time.attoseconds),
+        ExactTime(vorm::test::daysSince1970(date) * oneDay.attoseconds() + time.attoseconds),
         time.hasOffset};
     for (const Spelling& spelling : spellingsOf(date)) {
         const std::string text = spelling.text + time.text;

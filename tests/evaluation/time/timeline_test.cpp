@@ -1,3 +1,5 @@
+#include "support/numbers.hpp"
+
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/time/time_format.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
@@ -6,12 +8,11 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace vorm::evaluation {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using vorm::test::infinity;
 
 ExactTime seconds(const std::string& decimal) {
     return *ExactTime::of(decimal, second);
