@@ -401,6 +401,28 @@ TEST(UglyRecordings, NamesOfTimes) {
     });
 }
 
+TEST(UglyRecordings, NumbersThatMayBeOtherTimesAreRefused) {
+    expectOutcomes({
+        {"Zeit (min);T;v\n0;20,1;5\n1;20,4;6\n",
+         "r.csv:1: any of 'Zeit (min)' and 'T' may be the time column"},
+        {"Seconds,T,v\n0,20.1,5\n1,20.4,6\n",
+         "r.csv:1: any of 'Seconds' and 'T' may be the time column"},
+        {"Time (min),T,v\n0,20.1,5\n1,20.4,6\n",
+         "T: double 0:20.1 60:20.4 known 60\nv: double 0:5 60:6 known 60"},
+        {"T,v\n0,5\n1,6\n", "v: double 0:5 1:6 known 1"},
+        {"DATE,TIME,v\n240301,100000,5\n240301,100001,6\n",
+         "r.csv:1: '100000' in the time column 'TIME' may be hours, minutes and seconds, or a "
+         "number of seconds"},
+        {"TIME,v\n095958,5\n095959,6\n",
+         "r.csv:1: '095958' in the time column 'TIME' may be hours, minutes and seconds, or a "
+         "number of seconds"},
+        {"TIME,v\n95958,5\n95959,6\n", "v: double 95958:5 95959:6 known 95959"},
+        {"time [s],v\n095958,5\n095959,6\n", "v: double 95958:5 95959:6 known 95959"},
+        {"TIME,v\n095958,5\n100000,6\n", "v: double 35998:5 36000:6 known 36000",
+         formatted("%H%M%S")},
+    });
+}
+
 TEST(UglyRecordings, MillisecondsOfATimeStandInAColumnOfTheirOwn) {
     const std::string rows =
         "Date,Time,Millisec,v\n2024-01-01,00:00:01,7,5\n2024-01-01,00:00:01,250,6\n";
@@ -417,14 +439,19 @@ TEST(UglyRecordings, MillisecondsOfATimeStandInAColumnOfTheirOwn) {
          "Millisec: double 1704067201:250 known 1704067201\nv: double 1704067201:6 known "
          "1704067201",
          alone},
-        {"t,ms,v\n00:00:01,7.5,5\n00:00:02,12,6\n", "v: double 1.0075:5 2.012:6 known 2.012"},
+        {"t,msec,v\n00:00:01,7.5,5\n00:00:02,12,6\n", "v: double 1.0075:5 2.012:6 known 2.012"},
         {"t,ms,v\n00:00:01,,5\n00:00:02,,6\n", "ms: unknown type\nv: double 1:5 2:6 known 2"},
-        {"t,ms,v\n00:00:01,7,5\n00:00:02,,6\n",
-         "r.csv:3:1: '00:00:02 without milliseconds' in the time column 't' and 'ms' is not "
+        {"t,msec,v\n00:00:01,7,5\n00:00:02,,6\n",
+         "r.csv:3:1: '00:00:02 without milliseconds' in the time column 't' and 'msec' is not "
          "written as the times before it, as hours, minutes and seconds"},
-        {"t,ms,v\n00:00:01,7,5\n00:00:02,1000,6\n",
-         "r.csv:3:1: '00:00:02 1000' in the time column 't' and 'ms' is not written as the times "
+        {"t,msec,v\n00:00:01,7,5\n00:00:02,1000,6\n",
+         "r.csv:3:1: '00:00:02 1000' in the time column 't' and 'msec' is not written as the times "
          "before it, as hours, minutes and seconds"},
+        {"Time,mSec,v\n9:59:59 AM,900,5\n10:00:00 AM,0,6\n",
+         "v: double 35999.9:5 36000:6 known 36000"},
+        {"t,ms,v\n00:00:01,7,5\n00:00:01,8,6\n", "v: double 1.007:5 1.008:6 known 1.008"},
+        {"t,ms,v\n00:00:01,7,5\n00:00:02,8,6\n",
+         "ms: double 1:7 2:8 known 2\nv: double 1:5 2:6 known 2"},
         {"t,ms,v\n1,7,5\n2,8,6\n", "ms: double 1:7 2:8 known 2\nv: double 1:5 2:6 known 2"},
     });
 }
@@ -451,9 +478,13 @@ TEST(UglyRecordings, BetweenNamesAndRowsOtherLinesMayStand) {
          "r.csv: the header is line 2; line 3 has the units; line 4 below the units is no row; "
          "times are in 'TIME', in ms"},
         {"time,v\nfloat,int\ns,V\n0,1\n1,2\n",
-         "r.csv:2: has no time column among 'float' and 'int'"},
+         "r.csv:2:1: 'float' in the time column 'time' is no number"},
         {"time,v\nfloat,int\ns,V\n0,1\n1,2\n", "v: double 0:1 1:2 known 1", headed(1, 4)},
         {"time,v\n0,1\n1,2\n2,3\n", "v: double 1:2 2:3 known 2", from(3)},
+        {"time,mode,door\ns,,\n0 s,drive,OPEN\n1,drive,shut\n",
+         "r.csv:3:1: '0 s' in the time column 'time' is no number"},
+        {"time,v,w\nOVERLOAD,ERR,ERR\n1,2,3\n2,3,4\n",
+         "r.csv:2:1: 'OVERLOAD' in the time column 'time' is no number"},
         {"time,v\n0,1\n1,2\n",
          "r.csv:2: has no row in line 2, the declared first one, below this header", headed(2, 2)},
         {"time,v\n0,1\n1,2\n",
@@ -478,6 +509,8 @@ TEST(UglyRecordings, TablesWithoutAHeaderGetDeclaredNames) {
         {"t,a\n0,1\n1,2\n", "v: double 0:1 1:2 known 1", called({"time", "v"}, 1)},
         {"0,1\n1,2\n", "r.csv: has no row of 3 cells, as many as there are names",
          called({"time", "v", "w"})},
+        {"10:00,OPEN\n10:00:01,shut\n", "r.csv:1:1: '10:00' in the time column 'time' is no number",
+         called({"time", "door"})},
         {"0,1\n1,2,3\n", "r.csv:2: has 3 cells, but the declared names are 2",
          called({"time", "v"})},
     });
@@ -502,6 +535,15 @@ TEST(UglyRecordings, RowsThatDoNotFitAreRefusedOrLeftOut) {
          "r.csv: 3 rows that do not fit are left out, the first in line 3"},
         {"time,v\n0,1\n" + numbered(300, ",1,2") + "1,2\n", "v: double 0:1 1:2 known 1", skip,
          "r.csv: 300 rows that do not fit are left out, the first in line 3"},
+        {"time,v,w\n0,1,2\ntime,w,v\n1,1,2\n2,3,4\n",
+         "r.csv:3:1: 'time' in the time column 'time' is no number"},
+        {"time,v,w\n0,1,2\ntime,w,v\n1,1,2\n2,3,4\n",
+         "r.csv:3: looks like a header other than the one of the table", skip},
+        {"time,v\n0,1\ntime,v,w\n1,1,2\n2,3,4\n",
+         "r.csv:1: looks like the header, and so does line 3", skip},
+        {"time,v\ns,km/h\n0,1\ntime,v\ns,km/h\n1,1\n", "v: double 0:1 known 1", skip},
+        {"time,v\ns,km/h\n0,1\ntime,v\ns,m/s\n1,1\n",
+         "r.csv:5: looks like a header other than the one of the table", skip},
         {"X_Value,v\n,1\n", "r.csv: has a header but no rows that fit", skip},
     });
 }

@@ -183,7 +183,7 @@ TimeName timeNameOf(const ColumnHeader& header) {
         {"date",       "datetime",   "dateandtime",     "datum",     "zeit",      "zeitstempel",
          "zeitpunkt",  "uhrzeit",    "testtime",        "totaltime", "runtime",   "logtime",
          "recordtime", "sampletime", "measurementtime", "utctime",   "localtime", "systemtime",
-         "timeofday",  "utc",        "epoch",           "xvalue"});
+         "timeofday",  "utc",        "epoch",           "xvalue",    "seconds",   "sekunden"});
     constexpr auto words =
         std::to_array<std::string_view>({"time", "timestamp", "date", "datetime", "zeit"});
     const auto parts = wordsOf(nameWithoutUnit(header));
@@ -206,11 +206,14 @@ bool isCalledLikeDate(const ColumnHeader& header) {
 }
 
 bool isCalledLikeMilliseconds(const ColumnHeader& header) {
-    constexpr auto names =
-        std::to_array<std::string_view>({"ms", "msec", "msecs", "millis", "millisec", "millisecs",
-                                         "millisecond", "milliseconds", "millisekunden"});
-    const auto parts = wordsOf(header.text);
-    return parts.size() == 1 && holds(names, parts.front());
+    constexpr auto names = std::to_array<std::string_view>(
+        {"ms", "msec", "msecs", "millis", "millisec", "millisecs", "millisecond", "milliseconds",
+         "millisekunde", "millisekunden"});
+    std::string whole;
+    for (const std::string& part : wordsOf(header.text)) {
+        whole += part;
+    }
+    return holds(names, whole);
 }
 
 bool isCalledLikeCount(const ColumnHeader& header) {

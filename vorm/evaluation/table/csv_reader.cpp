@@ -37,6 +37,7 @@ CsvReader::CsvReader(std::string path, ByteWindow bytes, const Dialect& dialect)
       recordSize_(dialect.rowsBegin),
       splitter_(dialect.delimiter) {
     columns_ = dialect.columns;
+    units_ = dialect.units;
     while (bytes_.rest().size() < recordSize_ && bytes_.readOn()) {
     }
 }

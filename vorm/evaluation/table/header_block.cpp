@@ -1,18 +1,31 @@
 #include "header_block.hpp"
 
-#include <vorm/evaluation/table/column_header.hpp>
 #include <vorm/evaluation/table/unit_row.hpp>
 
 #include <algorithm>
+#include <array>
 
 namespace vorm::evaluation {
 namespace {
 
-// Such as the types of the columns, or how their values were made.
-bool isUnreadBelow(const SampleLine& units, const SampleLine& line) {
-    return line.cells.size() == units.cells.size() && isOfTexts(line) && !isEmpty(line) &&
-           std::none_of(line.cells.begin(), line.cells.end(), [](const std::string& cell) {
-               return timeNameOf({cell, cell, {}}) != TimeName::None;
+// What tells how the values of columns are stored or were made.
+bool isKind(std::string cell) {
+    constexpr auto kinds = std::to_array<std::string_view>(
+        {"float", "float32", "float64", "double",  "single",   "real",    "int",     "int8",
+         "int16", "int32",   "int64",   "uint8",   "uint16",   "uint32",  "uint64",  "integer",
+         "long",  "short",   "byte",    "word",    "dword",    "bool",    "boolean", "string",
+         "text",  "char",    "enum",    "date",    "datetime", "smp",     "sample",  "avg",
+         "mean",  "average", "min",     "minimum", "max",      "maximum", "std",     "tot",
+         "total", "sum",     "raw",     "value",   "number",   "numeric"});
+    std::transform(cell.begin(), cell.end(), cell.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    return std::find(kinds.begin(), kinds.end(), cell) != kinds.end();
+}
+
+bool areKinds(const SampleLine& line) {
+    return !isEmpty(line) &&
+           std::all_of(line.cells.begin(), line.cells.end(), [](const std::string& cell) {
+               return kindOf(cell) == CellKind::Empty || isKind(cell);
            });
 }
 
@@ -31,8 +44,7 @@ HeaderBlock headerBlock(const std::vector<SampleLine>& lines, std::size_t header
         }
     } else if (isLine() && isUnitRow(lines[block.rows].cells)) {
         block.units = block.rows++;
-        const bool isUnread = isLine() && isUnreadBelow(lines[*block.units], lines[block.rows]) &&
-                              lines[block.rows].cells.size() == lines[header].cells.size();
+        const bool isUnread = isLine() && areKinds(lines[block.rows]);
         block.rows += isUnread ? 1 : 0;
     }
     block.hasUnread = block.rows > header + 1 + (block.units ? 1 : 0);

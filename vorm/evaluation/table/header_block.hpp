@@ -13,8 +13,8 @@ struct HeaderBlock {
 };
 
 /// The block that begins with the line of names. It ends before the declared first row. Else a line
-/// that looks like units belongs to it, and behind that one more line of as many texts, none of
-/// which names a time: such a line has no time and can be no row.
+/// that looks like units belongs to it, and behind that one of the kinds of the columns, such as
+/// `float` or `Avg`.
 HeaderBlock headerBlock(const std::vector<SampleLine>& lines, std::size_t header,
                         const TableLayout& layout);
 

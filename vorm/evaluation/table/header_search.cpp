@@ -90,12 +90,15 @@ private:
                !hasNumbers(above);
     }
 
+    // Below a name of a time texts alone are no row; else they may be the names.
     std::vector<const SampleLine*> rowsAfter(std::size_t header) const {
+        const bool isOfTimes = namesTime(lines_[header]);
         std::vector<const SampleLine*> rows;
         for (std::size_t i = headerBlock(lines_, header, layout_).rows;
              i < lines_.size() && rows.size() < scoredRows; ++i) {
             if (!isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
-                !isEmpty(lines_[i]) && lines_[i].cells != lines_[header].cells) {
+                !(isOfTimes && isOfTexts(lines_[i])) && !isEmpty(lines_[i]) &&
+                lines_[i].cells != lines_[header].cells) {
                 rows.push_back(&lines_[i]);
             }
         }
@@ -162,7 +165,7 @@ void leaveOutBadRows(std::vector<const SampleLine*>& rows) {
 
 HeaderSearch::HeaderSearch(std::string_view text, bool whole, const TableLayout& layout,
                            const std::string& path, std::size_t most)
-    : layout_(layout) {
+    : layout_(layout), path_(path) {
     for (const char delimiter : delimiters(text)) {
         splits_.push_back({delimiter, sampleLines(text, whole, delimiter, layout, path, most)});
     }
@@ -195,7 +198,30 @@ HeaderChoice HeaderSearch::best(bool hasComments) const {
             }
         }
     }
+    if (best.score > 0 && !layout_.header) {
+        refuseHeaderAbove(best);
+    }
     return best;
+}
+
+void HeaderSearch::refuseHeaderAbove(const HeaderChoice& best) const {
+    const auto& lines = *best.lines;
+    const auto& names = lines[best.header].cells;
+    const auto isShared = [&](const std::string& cell) {
+        return isNameOfTime(cell) && std::find(names.begin(), names.end(), cell) != names.end();
+    };
+    for (std::size_t i = 0; i + 1 < best.header; ++i) {
+        const SampleLine& above = lines[i];
+        if (isOfTexts(above) && !isOfTexts(lines[i + 1]) &&
+            lines[i + 1].cells.size() == above.cells.size() &&
+            std::any_of(above.cells.begin(), above.cells.end(), isShared)) {
+            const std::string line = std::to_string(lines[best.header].number);
+            failAt(
+                {path_, above.number}, "looks like the header, and so does line " + line,
+                "split the file between them, or say which is to be read: [recording] header = " +
+                    line);
+        }
+    }
 }
 
 HeaderChoice HeaderSearch::named() {
@@ -224,8 +250,7 @@ std::vector<const SampleLine*> HeaderSearch::namedRows(const Split& split) const
         const bool isBelow =
             line.number >= layout_.firstRow.value_or(1) && line.number > layout_.header.value_or(0);
         if (isBelow && widthOf(line) <= layout_.names.size() &&
-            line.cells.size() >= layout_.names.size() && !isOfTexts(line) && !line.isComment &&
-            !line.problem) {
+            line.cells.size() >= layout_.names.size() && !line.isComment && !line.problem) {
             rows.push_back(&line);
         }
     }

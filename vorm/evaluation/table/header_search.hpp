@@ -31,11 +31,12 @@ public:
     bool hasLines() const;
     bool hasComments() const;
 
-    /// The best choice; of a score of 0 where nothing looks like a table.
+    /// The best choice; of a score of 0 where nothing looks like a table. Throws InputError where a
+    /// header above it has rows and the same time: these would be lost.
     HeaderChoice best(bool hasComments) const;
 
-    /// The declared names, which head the first line that has as many cells and a number or a time,
-    /// with the delimiter that makes most such lines; of a score of 0 where there is none.
+    /// The declared names, which head the first line that has as many cells, with the delimiter
+    /// that makes most such lines; of a score of 0 where there is none.
     HeaderChoice named();
 
     /// The declared line, or else the first one, with the delimiter that it has most of.
@@ -47,12 +48,14 @@ private:
         std::vector<SampleLine> lines;
     };
 
+    void refuseHeaderAbove(const HeaderChoice& best) const;
     std::string delimiters(std::string_view text) const;
 
     std::vector<const SampleLine*> namedRows(const Split& split) const;
     SampleLine headerAbove(const Split& split, const SampleLine& row) const;
 
     const TableLayout& layout_;
+    const std::string& path_;
     std::vector<Split> splits_;
 };
 

@@ -1,9 +1,28 @@
 #include "row_reader.hpp"
 
+#include <vorm/evaluation/table/sample_lines.hpp>
+#include <vorm/evaluation/table/unit_row.hpp>
+
 namespace vorm::evaluation {
 
 void RowReader::leaveOut() {
+    if (isOtherHeader()) {
+        failAt({path_, line_}, "looks like a header other than the one of the table",
+               "rows below it would be read under the names and units above: split the file here");
+    }
     firstLeftOut_ = leftOut_++ == 0 ? line_ : firstLeftOut_;
+}
+
+bool RowReader::isOtherHeader() const {
+    SampleLine line;
+    std::vector<std::string> units;
+    for (const Cell& cell : cells_) {
+        line.cells.emplace_back(cell.text);
+        line.kinds.push_back(kindOf(cell.text));
+        units.push_back(unitIn(cell.text));
+    }
+    return isOfTexts(line) && ((namesTime(line) && line.cells != columns_) ||
+                               (isUnitRow(line.cells) && units != units_));
 }
 
 std::vector<std::string> RowReader::warnings() const {

@@ -41,7 +41,8 @@ public:
 
     /// From now on rows with too few or too many cells are left out.
     void leaveOutBadRows() { leavesOutBadRows_ = true; }
-    /// Counts the row among those that are left out.
+    /// Counts the row among those that are left out. Throws InputError for one that looks like
+    /// another header or other units, which rows below it would be read without.
     void leaveOut();
     /// What was left out.
     std::vector<std::string> warnings() const;
@@ -60,9 +61,12 @@ protected:
     std::vector<Cell> cells_;
     std::size_t line_ = 0;
     bool leavesOutBadRows_ = false;
-    std::string cutRow_;  ///< what is to be said of a last one that ends early
+    std::vector<std::string> units_;  ///< below the names
+    std::string cutRow_;              ///< what is to be said of a last one that ends early
 
 private:
+    bool isOtherHeader() const;
+
     std::size_t leftOut_ = 0;
     std::size_t firstLeftOut_ = 0;  // its line
 };

@@ -1,5 +1,6 @@
 #include "sample_lines.hpp"
 
+#include <vorm/evaluation/table/column_header.hpp>
 #include <vorm/evaluation/table/csv_splitter.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 
@@ -113,6 +114,15 @@ bool isOfTexts(const SampleLine& line) {
     return std::all_of(line.kinds.begin(), line.kinds.end(), [](CellKind kind) {
         return kind == CellKind::Text || kind == CellKind::Empty;
     });
+}
+
+bool isNameOfTime(const std::string& cell) {
+    const TimeName name = timeNameOf(columnHeaders({cell}).front());
+    return name == TimeName::Time || name == TimeName::Usual;
+}
+
+bool namesTime(const SampleLine& line) {
+    return std::any_of(line.cells.begin(), line.cells.end(), isNameOfTime);
 }
 
 std::size_t widthOf(const SampleLine& line) {

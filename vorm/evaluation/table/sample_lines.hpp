@@ -36,6 +36,12 @@ bool isEmpty(const SampleLine& line);
 /// Whether there is no number and no time in any cell: such a line can be no row.
 bool isOfTexts(const SampleLine& line);
 
+/// Whether the cell is one of the usual names of times.
+bool isNameOfTime(const std::string& cell);
+
+/// Whether some cell is.
+bool namesTime(const SampleLine& line);
+
 /// The number of cells up to the last one that is not empty.
 std::size_t widthOf(const SampleLine& line);
 

@@ -50,6 +50,9 @@ const char* described(TimeNotation notation) {
 
 // In quotes; one to be adapted for a text that tells none.
 std::string proposedFormats(std::string_view text) {
+    if (likelyFormat(text, ShortDate::DayFirst) == "%H:%M") {
+        return R"("%H:%M" or "%M:%S")";
+    }
     const auto dayFirst = likelyFormat(text, ShortDate::DayFirst);
     const auto monthFirst = likelyFormat(text, ShortDate::MonthFirst);
     const std::string one =
@@ -91,8 +94,27 @@ TimeColumn::TimeColumn(TimeCells cells, const TimeLayout& layout,
     } else {
         takeNotation(rows, place);
         if (!notation_) {
+            refuseClockDigits(headers, rows, place);
             takeUnit(layout, headers[column()], rows, place);
         }
+    }
+}
+
+// 95958 and 100000 are a second apart where they are hours, minutes and seconds.
+void TimeColumn::refuseClockDigits(const std::vector<ColumnHeader>& headers, const CellTexts& rows,
+                                   const SourceLocation& place) const {
+    const std::string text = firstTextOf(rows, cells_);
+    const std::string whole = text.substr(0, text.find('.'));
+    const bool isClock = whole.size() == 6 && std::all_of(whole.begin(), whole.end(), isDigit) &&
+                         whole < "240000" && whole[2] < '6' && whole[4] < '6';
+    const bool hasDate = std::any_of(headers.begin(), headers.end(), [&](const auto& header) {
+        return &header != &headers[column()] && isCalledLikeDate(header);
+    });
+    if (isClock && !timeUnitIn(headers[column()]) && (hasDate || whole.front() == '0')) {
+        failAt(place,
+               shown(text) + " in the time column " + name_ +
+                   " may be hours, minutes and seconds, or a number of seconds",
+               R"(say which: [recording] time_format = "%H%M%S" or unit = "s")");
     }
 }
 
@@ -166,7 +188,7 @@ std::string_view TimeColumn::textOf(const std::vector<Cell>& cells) const {
 
 ExactTime TimeColumn::timeOf(std::string_view text) const {
     if (text.empty()) {
-        failAt({}, "the row has no time", "each row needs one");
+        failAt({}, "the row has no time", "each row needs one; " + std::string(skipAdvice));
     }
     return format_     ? dateTime(text)
            : notation_ ? notedTime(text)

@@ -76,6 +76,8 @@ private:
     };
 
     void takeNotation(const CellTexts& rows, const SourceLocation& place);
+    void refuseClockDigits(const std::vector<ColumnHeader>& headers, const CellTexts& rows,
+                           const SourceLocation& place) const;
     void takeUnit(const TimeLayout& layout, const ColumnHeader& header, const CellTexts& rows,
                   const SourceLocation& place);
     ExactTime dateTime(std::string_view text) const;

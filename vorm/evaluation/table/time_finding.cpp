@@ -84,7 +84,7 @@ public:
     std::vector<TimeCells> find() const {
         for (const TimeName likeness : {TimeName::Time, TimeName::Usual, TimeName::Some}) {
             if (auto named = namedLike(likeness); !named.empty()) {
-                return ofNames(likeness == TimeName::Time ? withDates(std::move(named))
+                return ofNames(likeness == TimeName::Time ? withoutTemperatures(std::move(named))
                                                           : std::move(named));
             }
         }
@@ -102,21 +102,24 @@ private:
         return found;
     }
 
-    // A `t` can be a temperature: where others have dates, it is one of several that may be the
-    // time.
-    std::vector<std::size_t> withDates(std::vector<std::size_t> columns) const {
-        if (std::all_of(columns.begin(), columns.end(), [this](std::size_t column) {
-                return headers_[column].name.size() == 1 && headers_[column].unit.empty() &&
-                       courseOf(column).isNumber;
-            })) {
-            for (const std::size_t column : namedLike(TimeName::Usual)) {
-                const Course course = courseOf(column);
-                if (!course.isNumber && course.mayBeTimes()) {
-                    columns.push_back(column);
-                }
-            }
-            std::sort(columns.begin(), columns.end());
+    // A `T` is a temperature where others are called like times. Where these may be the time or
+    // not, it is one of several that may be, and so is a `t`.
+    std::vector<std::size_t> withoutTemperatures(std::vector<std::size_t> columns) const {
+        const auto mayBeTemperature = [this](std::size_t column) {
+            return headers_[column].name.size() == 1 && !timeUnitIn(headers_[column]) &&
+                   courseOf(column).isNumber;
+        };
+        if (!std::all_of(columns.begin(), columns.end(), mayBeTemperature)) {
+            std::erase_if(columns,
+                          [&](std::size_t column) { return headers_[column].name == "T"; });
+            return columns;
         }
+        for (const std::size_t column : namedLike(TimeName::Usual)) {
+            if (courseOf(column).mayBeTimes()) {
+                columns.push_back(column);
+            }
+        }
+        std::sort(columns.begin(), columns.end());
         return columns;
     }
 
@@ -184,7 +187,9 @@ private:
         if (next < headers_.size() && isCalledLikeMilliseconds(headers_[next])) {
             TimeCells finer{cells.columns, true};
             finer.columns.push_back(next);
-            if (!commonNotations(rows_, finer).empty()) {
+            // A column `ms` is the duration of something, unless the times alone repeat.
+            const bool isSure = headers_[next].name != "ms" || courseOf(cells).repeats;
+            if (isSure && !commonNotations(rows_, finer).empty() && !courseOf(finer).goesBack) {
                 return finer;
             }
         }
@@ -292,15 +297,18 @@ private:
         return kindOf(header.text) == CellKind::Text && !hasOtherUnit && !isCalledLikeCount(header);
     }
 
-    Course courseOf(std::size_t column) const {
-        const auto notations = commonNotations(rows_, {{column}});
+    Course courseOf(std::size_t column) const { return courseOf(TimeCells{{column}}); }
+
+    Course courseOf(const TimeCells& cells) const {
+        const auto notations = commonNotations(rows_, cells);
         Course course;
         std::optional<ExactTime> last;
         for (const auto& row : rows_) {
-            if (column >= row.size() || row[column].empty()) {
+            const std::string text = joined(row, cells);
+            if (text.empty()) {
                 continue;
             }
-            const auto time = timeOf(row[column], notations);
+            const auto time = timeOf(text, notations);
             course.isTime = time.has_value();
             course.isOther = !time;
             if (!time) {
@@ -315,7 +323,7 @@ private:
         const bool isClock = !notations.empty() && notations.front() == TimeNotation::Clock;
         course.isNumber = course.isTime && notations.empty();
         course.isTimeOfDay = course.isTime && isClock;
-        course.isDate = course.isTime && !notations.empty() && !isClock && areDays(column);
+        course.isDate = course.isTime && !notations.empty() && !isClock && areDays(cells);
         return course;
     }
 
@@ -328,9 +336,9 @@ private:
         return time ? std::optional(time->time) : std::nullopt;
     }
 
-    bool areDays(std::size_t column) const {
+    bool areDays(const TimeCells& cells) const {
         return std::all_of(rows_.begin(), rows_.end(), [&](const auto& row) {
-            return column >= row.size() || row[column].find(':') == std::string::npos;
+            return joined(row, cells).find(':') == std::string::npos;
         });
     }
 
@@ -358,14 +366,18 @@ std::vector<TimeCells> findTimes(const TimeLayout& layout, const std::vector<Col
     return {cells};
 }
 
-std::string fractionOfMilliseconds(std::string_view cell) {
+void addMilliseconds(std::string& time, std::string_view cell) {
     const std::size_t digits = std::min(cell.find('.'), cell.size());
     if (digits == 0 || digits > 3) {
-        return cell.empty() ? " without milliseconds" : ' ' + std::string(cell);
+        time += cell.empty() ? " without milliseconds" : ' ' + std::string(cell);
+        return;
     }
     std::string fraction = '.' + std::string(3 - digits, '0');
     fraction += cell.substr(0, digits);
-    return fraction.append(cell.substr(std::min(digits + 1, cell.size())));
+    fraction += cell.substr(std::min(digits + 1, cell.size()));
+    const std::size_t last = time.rfind(' ');
+    const bool endsInHalf = last != std::string::npos && isLetter(time[last + 1]);
+    time.insert(endsInHalf ? last : time.size(), fraction);
 }
 
 std::string joined(const std::vector<std::string>& row, const TimeCells& cells) {

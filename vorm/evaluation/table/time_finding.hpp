@@ -30,8 +30,9 @@ struct TimeCells {
 std::vector<TimeCells> findTimes(const TimeLayout& layout, const std::vector<ColumnHeader>& headers,
                                  const CellTexts& rows, const SourceLocation& place);
 
-/// What stands behind whole seconds: `.007` for `7`; what makes no time of them for other texts.
-std::string fractionOfMilliseconds(std::string_view cell);
+/// Puts milliseconds behind the seconds of a time: `.007` for `7`, in front of the half of the day;
+/// what makes no time of it where the cell has other texts.
+void addMilliseconds(std::string& time, std::string_view cell);
 
 /// The cells of a row as one text: behind each other with a blank between them, and milliseconds as
 /// the fraction of a second. textIn(column) is the text of a cell.
@@ -41,7 +42,7 @@ void join(const TimeCells& cells, const TextIn& textIn, std::string& text) {
     for (const std::size_t column : cells.columns) {
         const std::string_view cell = textIn(column);
         if (cells.endInMilliseconds && column == cells.columns.back() && !text.empty()) {
-            text += fractionOfMilliseconds(cell);
+            addMilliseconds(text, cell);
         } else {
             text.append(text.empty() ? "" : " ").append(cell);
         }
