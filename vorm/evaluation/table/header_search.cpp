@@ -90,14 +90,15 @@ private:
                !hasNumbers(above);
     }
 
-    // Below a name of a time texts alone are no row; else they may be the names.
+    // Below a name of a time texts alone are no row, unless they name another one; else they may be
+    // the names.
     std::vector<const SampleLine*> rowsAfter(std::size_t header) const {
         const bool isOfTimes = namesTime(lines_[header]);
         std::vector<const SampleLine*> rows;
         for (std::size_t i = headerBlock(lines_, header, layout_).rows;
              i < lines_.size() && rows.size() < scoredRows; ++i) {
             if (!isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
-                !(isOfTimes && isOfTexts(lines_[i])) && !isEmpty(lines_[i]) &&
+                !(isOfTimes && isNoRowOf(lines_[header], lines_[i])) && !isEmpty(lines_[i]) &&
                 lines_[i].cells != lines_[header].cells) {
                 rows.push_back(&lines_[i]);
             }
@@ -106,6 +107,10 @@ private:
             leaveOutBadRows(rows);
         }
         return rows;
+    }
+
+    static bool isNoRowOf(const SampleLine& header, const SampleLine& line) {
+        return isOfTexts(line) && (!namesTime(line) || nameOneTime(header, line));
     }
 
     // Of a recording that stopped amid a row.
@@ -206,15 +211,13 @@ HeaderChoice HeaderSearch::best(bool hasComments) const {
 
 void HeaderSearch::refuseHeaderAbove(const HeaderChoice& best) const {
     const auto& lines = *best.lines;
-    const auto& names = lines[best.header].cells;
-    const auto isShared = [&](const std::string& cell) {
-        return isNameOfTime(cell) && std::find(names.begin(), names.end(), cell) != names.end();
-    };
     for (std::size_t i = 0; i + 1 < best.header; ++i) {
         const SampleLine& above = lines[i];
-        if (isOfTexts(above) && !isOfTexts(lines[i + 1]) &&
-            lines[i + 1].cells.size() == above.cells.size() &&
-            std::any_of(above.cells.begin(), above.cells.end(), isShared)) {
+        const std::size_t row =
+            isOfTexts(above) ? headerBlock(lines, i, layout_).rows : best.header;
+        if (row < best.header && !isOfTexts(lines[row]) &&
+            lines[row].cells.size() == above.cells.size() &&
+            nameOneTime(above, lines[best.header])) {
             const std::string line = std::to_string(lines[best.header].number);
             failAt(
                 {path_, above.number}, "looks like the header, and so does line " + line,

@@ -97,6 +97,19 @@ private:
     std::size_t number_ = 1;
 };
 
+// Without their units.
+std::vector<std::string> timeNames(const SampleLine& line) {
+    std::vector<std::string> names;
+    for (const std::string& cell : line.cells) {
+        const ColumnHeader header = columnHeaders({cell}).front();
+        const TimeName name = timeNameOf(header);
+        if (name == TimeName::Time || name == TimeName::Usual) {
+            names.push_back(header.name);
+        }
+    }
+    return names;
+}
+
 }  // namespace
 
 std::vector<SampleLine> sampleLines(std::string_view text, bool whole, char delimiter,
@@ -116,13 +129,15 @@ bool isOfTexts(const SampleLine& line) {
     });
 }
 
-bool isNameOfTime(const std::string& cell) {
-    const TimeName name = timeNameOf(columnHeaders({cell}).front());
-    return name == TimeName::Time || name == TimeName::Usual;
+bool namesTime(const SampleLine& line) {
+    return !timeNames(line).empty();
 }
 
-bool namesTime(const SampleLine& line) {
-    return std::any_of(line.cells.begin(), line.cells.end(), isNameOfTime);
+bool nameOneTime(const SampleLine& a, const SampleLine& b) {
+    const auto names = timeNames(a);
+    const auto others = timeNames(b);
+    return std::find_first_of(names.begin(), names.end(), others.begin(), others.end()) !=
+           names.end();
 }
 
 std::size_t widthOf(const SampleLine& line) {

@@ -36,11 +36,11 @@ bool isEmpty(const SampleLine& line);
 /// Whether there is no number and no time in any cell: such a line can be no row.
 bool isOfTexts(const SampleLine& line);
 
-/// Whether the cell is one of the usual names of times.
-bool isNameOfTime(const std::string& cell);
-
-/// Whether some cell is.
+/// Whether some cell is one of the usual names of times.
 bool namesTime(const SampleLine& line);
+
+/// Whether both lines have such a name, whatever the units.
+bool nameOneTime(const SampleLine& a, const SampleLine& b);
 
 /// The number of cells up to the last one that is not empty.
 std::size_t widthOf(const SampleLine& line);
