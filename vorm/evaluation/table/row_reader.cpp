@@ -15,14 +15,14 @@ void RowReader::leaveOut() {
 
 bool RowReader::isOtherHeader() const {
     SampleLine line;
-    std::vector<std::string> units;
+    std::vector<std::string> withoutBrackets;
     for (const Cell& cell : cells_) {
         line.cells.emplace_back(cell.text);
         line.kinds.push_back(kindOf(cell.text));
-        units.push_back(unitIn(cell.text));
+        withoutBrackets.push_back(unitIn(cell.text));
     }
     return isOfTexts(line) && ((namesTime(line) && line.cells != columns_) ||
-                               (isUnitRow(line.cells) && units != units_));
+                               (isUnitRow(line.cells) && withoutBrackets != units_));
 }
 
 std::vector<std::string> RowReader::warnings() const {
