@@ -409,6 +409,10 @@ TEST(UglyRecordings, NumbersThatMayBeOtherTimesAreRefused) {
          "r.csv:1: any of 'Seconds' and 'T' may be the time column"},
         {"Time (min),T,v\n0,20.1,5\n1,20.4,6\n",
          "T: double 0:20.1 60:20.4 known 60\nv: double 0:5 60:6 known 60"},
+        {"T [s],t,v\n0,20,1\n1,21,2\n", "r.csv:1: any of 'T [s]' and 't' may be the time column"},
+        {"Date,Time,v\n20210630,95958,1\n20210630,95959,2\n",
+         "r.csv:1: '95958' in the time column 'Time' may be hours, minutes and seconds, or a "
+         "number of seconds"},
         {"T,v\n0,5\n1,6\n", "v: double 0:5 1:6 known 1"},
         {"DATE,TIME,v\n240301,100000,5\n240301,100001,6\n",
          "r.csv:1: '100000' in the time column 'TIME' may be hours, minutes and seconds, or a "
@@ -478,7 +482,7 @@ TEST(UglyRecordings, BetweenNamesAndRowsOtherLinesMayStand) {
          "r.csv: the header is line 2; line 3 has the units; line 4 below the units is no row; "
          "times are in 'TIME', in ms"},
         {"time,v\nfloat,int\ns,V\n0,1\n1,2\n",
-         "r.csv:2:1: 'float' in the time column 'time' is no number"},
+         "r.csv:2: has no time column among 'float' and 'int'"},
         {"time,v\nfloat,int\ns,V\n0,1\n1,2\n", "v: double 0:1 1:2 known 1", headed(1, 4)},
         {"time,v\n0,1\n1,2\n2,3\n", "v: double 1:2 2:3 known 2", from(3)},
         {"time,mode,door\ns,,\n0 s,drive,OPEN\n1,drive,shut\n",
@@ -507,6 +511,8 @@ TEST(UglyRecordings, TablesWithoutAHeaderGetDeclaredNames) {
          "r.csv: cells are separated by semicolons; numbers have a decimal comma"},
         {"# by a logger\n0,1\n1,2\n", "v: double 1:0 2:1 known 2", called({"v", "time"})},
         {"t,a\n0,1\n1,2\n", "v: double 0:1 1:2 known 1", called({"time", "v"}, 1)},
+        {"0,1,2,3\n1,1,2,3\n2,1,2\n", "r.csv:1: has 4 cells, but the declared names are 3",
+         called({"time", "a", "b"})},
         {"0,1\n1,2\n", "r.csv: has no row of 3 cells, as many as there are names",
          called({"time", "v", "w"})},
         {"10:00,OPEN\n10:00:01,shut\n", "r.csv:1:1: '10:00' in the time column 'time' is no number",
@@ -548,6 +554,18 @@ TEST(UglyRecordings, RowsThatDoNotFitAreRefusedOrLeftOut) {
         {"time,v\ns,km/h\n0,1\ntime,v\ns,km/h\n1,1\n", "v: double 0:1 known 1", skip},
         {"time,v\ns,km/h\n0,1\ntime,v\ns,m/s\n1,1\n",
          "r.csv:5: looks like a header other than the one of the table", skip},
+        {"time,a\n0,1\n1,2\nTime,b\n0,5\n1,6\n2,7\n",
+         "r.csv:4:1: 'Time' in the time column 'time' is no number"},
+        {"time,a\n0,1,\n1,2,\n2,3,\ntime,a,b\n0,5,1\n1,6,1\n2,7,1\n3,7,1\n",
+         "r.csv:1: looks like the header, and so does line 5"},
+        {"time,gear\n0,P\n1,R\n,N\n2,D\n", "gear: enumeration gear 0:P 1:R 2:D known 2", skip,
+         "r.csv: a row that does not fit is left out, in line 4"},
+        {"Room,Person,Place\nSeconds,Volts,Amps\n0,5,1\n1,6,2\n",
+         "Volts: double 0:5 1:6 known 1\nAmps: double 0:1 1:2 known 1"},
+        {"Run,Time\nLab 3,noon\nclock,v\n09:00:00,1\n09:00:01,2\n",
+         "v: double 32400:1 32401:2 known 32401"},
+        {"Name,Time\nDate,2021-06-30\nTime,a,b\n0,1,3\n1,2,3\n",
+         "a: double 0:1 1:2 known 1\nb: double 0:3 known 1"},
         {"X_Value,v\n,1\n", "r.csv: has a header but no rows that fit", skip},
     });
 }

@@ -36,13 +36,18 @@ HeaderBlock headerBlock(const std::vector<SampleLine>& lines, std::size_t header
     HeaderBlock block;
     block.rows = header + 1;
     const auto isLine = [&] { return block.rows < lines.size(); };
+    // `Seconds` is a unit only where the line above has names of its own.
+    const auto areUnits = [&] {
+        return isUnitRow(lines[block.rows].cells) &&
+               (namesTime(lines[header]) || !namesTime(lines[block.rows]));
+    };
     if (layout.firstRow) {
         for (; isLine() && lines[block.rows].number < *layout.firstRow; ++block.rows) {
-            if (!block.units && isUnitRow(lines[block.rows].cells)) {
+            if (!block.units && areUnits()) {
                 block.units = block.rows;
             }
         }
-    } else if (isLine() && isUnitRow(lines[block.rows].cells)) {
+    } else if (isLine() && areUnits()) {
         block.units = block.rows++;
         const bool isUnread = isLine() && areKinds(lines[block.rows]);
         block.rows += isUnread ? 1 : 0;

@@ -90,16 +90,18 @@ private:
                !hasNumbers(above);
     }
 
-    // Below a name of a time texts alone are no row, unless they name another one; else they may be
-    // the names.
+    // Below a header that names a time a line of texts is no row right under it or behind rows,
+    // unless it names another time; elsewhere texts may be the names.
     std::vector<const SampleLine*> rowsAfter(std::size_t header) const {
         const bool isOfTimes = namesTime(lines_[header]);
         std::vector<const SampleLine*> rows;
         for (std::size_t i = headerBlock(lines_, header, layout_).rows;
              i < lines_.size() && rows.size() < scoredRows; ++i) {
+            const bool isBehindRow = !rows.empty() && !isOfTexts(*rows.front());
+            const bool isFirst = rows.empty() && i + 1 < lines_.size() && !isOfTexts(lines_[i + 1]);
             if (!isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
-                !(isOfTimes && isNoRowOf(lines_[header], lines_[i])) && !isEmpty(lines_[i]) &&
-                lines_[i].cells != lines_[header].cells) {
+                !(isOfTimes && (isBehindRow || isFirst) && isNoRowOf(lines_[header], lines_[i])) &&
+                !isEmpty(lines_[i]) && lines_[i].cells != lines_[header].cells) {
                 rows.push_back(&lines_[i]);
             }
         }
@@ -211,13 +213,10 @@ HeaderChoice HeaderSearch::best(bool hasComments) const {
 
 void HeaderSearch::refuseHeaderAbove(const HeaderChoice& best) const {
     const auto& lines = *best.lines;
-    for (std::size_t i = 0; i + 1 < best.header; ++i) {
+    for (std::size_t i = 0; i < best.header; ++i) {
         const SampleLine& above = lines[i];
-        const std::size_t row =
-            isOfTexts(above) ? headerBlock(lines, i, layout_).rows : best.header;
-        if (row < best.header && !isOfTexts(lines[row]) &&
-            lines[row].cells.size() == above.cells.size() &&
-            nameOneTime(above, lines[best.header])) {
+        if (isOfTexts(above) && nameOneTime(above, lines[best.header]) &&
+            hasRows(best, i, above.cells.size())) {
             const std::string line = std::to_string(lines[best.header].number);
             failAt(
                 {path_, above.number}, "looks like the header, and so does line " + line,
@@ -227,11 +226,28 @@ void HeaderSearch::refuseHeaderAbove(const HeaderChoice& best) const {
     }
 }
 
+// Whether rows stand between that line and the header. A single one with texts in it is rather what
+// is told about the recording.
+bool HeaderSearch::hasRows(const HeaderChoice& best, std::size_t above, std::size_t width) {
+    std::size_t rows = 0;
+    std::size_t withoutTexts = 0;
+    for (std::size_t i = above + 1; i < best.header; ++i) {
+        const SampleLine& line = (*best.lines)[i];
+        const bool isRow = line.cells.size() >= width && !isOfTexts(line);
+        rows += isRow ? 1 : 0;
+        withoutTexts += isRow && std::find(line.kinds.begin(), line.kinds.end(), CellKind::Text) ==
+                                     line.kinds.end()
+                            ? 1
+                            : 0;
+    }
+    return rows > 1 || withoutTexts > 0;
+}
+
 HeaderChoice HeaderSearch::named() {
     Split* best = nullptr;
     std::size_t most = 0;
     for (Split& split : splits_) {
-        if (const std::size_t count = namedRows(split).size(); count > most) {
+        if (const std::size_t count = linesThatFitNames(split); count > most) {
             most = count;
             best = &split;
         }
@@ -239,25 +255,34 @@ HeaderChoice HeaderSearch::named() {
     if (best == nullptr) {
         return {};
     }
-    const SampleLine& row = *namedRows(*best).front();
+    const SampleLine& row = firstRowOf(*best);
     const auto at = best->lines.begin() + (&row - best->lines.data());
     const auto header = best->lines.insert(at, headerAbove(*best, row));
     return {&best->lines, static_cast<std::size_t>(header - best->lines.begin()), best->delimiter,
             static_cast<double>(most)};
 }
 
-// Those that the names fit.
-std::vector<const SampleLine*> HeaderSearch::namedRows(const Split& split) const {
-    std::vector<const SampleLine*> rows;
-    for (const SampleLine& line : split.lines) {
-        const bool isBelow =
-            line.number >= layout_.firstRow.value_or(1) && line.number > layout_.header.value_or(0);
-        if (isBelow && widthOf(line) <= layout_.names.size() &&
-            line.cells.size() >= layout_.names.size() && !line.isComment && !line.problem) {
-            rows.push_back(&line);
-        }
-    }
-    return rows;
+std::size_t HeaderSearch::linesThatFitNames(const Split& split) const {
+    return static_cast<std::size_t>(std::count_if(
+        split.lines.begin(), split.lines.end(),
+        [this](const SampleLine& line) { return isBelowHeader(line) && fitsNames(line); }));
+}
+
+bool HeaderSearch::isBelowHeader(const SampleLine& line) const {
+    return line.number >= layout_.firstRow.value_or(1) &&
+           line.number > layout_.header.value_or(0) && !line.isComment;
+}
+
+bool HeaderSearch::fitsNames(const SampleLine& line) const {
+    return widthOf(line) <= layout_.names.size() && line.cells.size() >= layout_.names.size() &&
+           !line.problem;
+}
+
+// One that fits, or has numbers or times although it does not: it is not left out in silence.
+const SampleLine& HeaderSearch::firstRowOf(const Split& split) const {
+    return *std::find_if(split.lines.begin(), split.lines.end(), [&](const SampleLine& line) {
+        return isBelowHeader(line) && (fitsNames(line) || !isOfTexts(line));
+    });
 }
 
 // A line of the declared names, of no length.

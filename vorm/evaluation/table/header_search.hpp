@@ -49,9 +49,13 @@ private:
     };
 
     void refuseHeaderAbove(const HeaderChoice& best) const;
+    static bool hasRows(const HeaderChoice& best, std::size_t above, std::size_t width);
     std::string delimiters(std::string_view text) const;
 
-    std::vector<const SampleLine*> namedRows(const Split& split) const;
+    std::size_t linesThatFitNames(const Split& split) const;
+    bool isBelowHeader(const SampleLine& line) const;
+    bool fitsNames(const SampleLine& line) const;
+    const SampleLine& firstRowOf(const Split& split) const;
     SampleLine headerAbove(const Split& split, const SampleLine& row) const;
 
     const TableLayout& layout_;

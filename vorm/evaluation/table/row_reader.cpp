@@ -3,6 +3,8 @@
 #include <vorm/evaluation/table/sample_lines.hpp>
 #include <vorm/evaluation/table/unit_row.hpp>
 
+#include <algorithm>
+
 namespace vorm::evaluation {
 
 void RowReader::leaveOut() {
@@ -21,8 +23,10 @@ bool RowReader::isOtherHeader() const {
         line.kinds.push_back(kindOf(cell.text));
         withoutBrackets.push_back(unitIn(cell.text));
     }
-    return isOfTexts(line) && ((namesTime(line) && line.cells != columns_) ||
-                               (isUnitRow(line.cells) && withoutBrackets != units_));
+    const bool isOneText = std::count(line.kinds.begin(), line.kinds.end(), CellKind::Text) < 2;
+    return !isOneText && isOfTexts(line) &&
+           ((namesTime(line) && line.cells != columns_) ||
+            (isUnitRow(line.cells) && withoutBrackets != units_));
 }
 
 std::vector<std::string> RowReader::warnings() const {

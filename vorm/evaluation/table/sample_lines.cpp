@@ -97,7 +97,7 @@ private:
     std::size_t number_ = 1;
 };
 
-// Without their units.
+// Without their units, in lower case.
 std::vector<std::string> timeNames(const SampleLine& line) {
     std::vector<std::string> names;
     for (const std::string& cell : line.cells) {
@@ -105,6 +105,8 @@ std::vector<std::string> timeNames(const SampleLine& line) {
         const TimeName name = timeNameOf(header);
         if (name == TimeName::Time || name == TimeName::Usual) {
             names.push_back(header.name);
+            std::transform(header.name.begin(), header.name.end(), names.back().begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
         }
     }
     return names;

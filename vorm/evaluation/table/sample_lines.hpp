@@ -39,7 +39,7 @@ bool isOfTexts(const SampleLine& line);
 /// Whether some cell is one of the usual names of times.
 bool namesTime(const SampleLine& line);
 
-/// Whether both lines have such a name, whatever the units.
+/// Whether both lines have such a name, whatever the units and the case.
 bool nameOneTime(const SampleLine& a, const SampleLine& b);
 
 /// The number of cells up to the last one that is not empty.

@@ -104,13 +104,16 @@ TimeColumn::TimeColumn(TimeCells cells, const TimeLayout& layout,
 void TimeColumn::refuseClockDigits(const std::vector<ColumnHeader>& headers, const CellTexts& rows,
                                    const SourceLocation& place) const {
     const std::string text = firstTextOf(rows, cells_);
-    const std::string whole = text.substr(0, text.find('.'));
+    std::string whole = text.substr(0, text.find('.'));
+    const bool isFull = whole.size() == 6 && whole.front() == '0';
+    whole.insert(0, whole.size() == 5 ? "0" : "");
     const bool isClock = whole.size() == 6 && std::all_of(whole.begin(), whole.end(), isDigit) &&
                          whole < "240000" && whole[2] < '6' && whole[4] < '6';
-    const bool hasDate = std::any_of(headers.begin(), headers.end(), [&](const auto& header) {
+    const auto isDateBeside = [&](const ColumnHeader& header) {
         return &header != &headers[column()] && isCalledLikeDate(header);
-    });
-    if (isClock && !timeUnitIn(headers[column()]) && (hasDate || whole.front() == '0')) {
+    };
+    if (isClock && !timeUnitIn(headers[column()]) &&
+        (isFull || std::any_of(headers.begin(), headers.end(), isDateBeside))) {
         failAt(place,
                shown(text) + " in the time column " + name_ +
                    " may be hours, minutes and seconds, or a number of seconds",

@@ -110,8 +110,9 @@ private:
                    courseOf(column).isNumber;
         };
         if (!std::all_of(columns.begin(), columns.end(), mayBeTemperature)) {
-            std::erase_if(columns,
-                          [&](std::size_t column) { return headers_[column].name == "T"; });
+            std::erase_if(columns, [&](std::size_t column) {
+                return headers_[column].name == "T" && mayBeTemperature(column);
+            });
             return columns;
         }
         for (const std::size_t column : namedLike(TimeName::Usual)) {
