@@ -35,8 +35,9 @@ public:
     /// header above it has rows and the same time: these would be lost.
     HeaderChoice best(bool hasComments) const;
 
-    /// The declared names, which head the first line that has as many cells, with the delimiter
-    /// that makes most such lines; of a score of 0 where there is none.
+    /// The declared names, which head the first line that has as many cells, or a number or a time,
+    /// with the delimiter that makes most lines of as many cells; of a score of 0 where there is
+    /// none.
     HeaderChoice named();
 
     /// The declared line, or else the first one, with the delimiter that it has most of.
