@@ -94,12 +94,10 @@ private:
         });
     }
 
-    static bool isRemark(std::string name) {
-        std::transform(name.begin(), name.end(), name.begin(),
-                       [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    static bool isRemark(std::string_view name) {
         constexpr auto names = std::to_array<std::string_view>(
             {"comment", "comments", "note", "notes", "remark", "remarks"});
-        return std::find(names.begin(), names.end(), name) != names.end();
+        return std::find(names.begin(), names.end(), lowerCase(name)) != names.end();
     }
 
     // How numbers with a mark look, which is a decimal one or stands between thousands.

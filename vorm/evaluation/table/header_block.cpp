@@ -1,6 +1,7 @@
 #include "header_block.hpp"
 
 #include <vorm/evaluation/table/unit_row.hpp>
+#include <vorm/evaluation/text/characters.hpp>
 
 #include <algorithm>
 #include <array>
@@ -9,7 +10,7 @@ namespace vorm::evaluation {
 namespace {
 
 // What tells how the values of columns are stored or were made.
-bool isKind(std::string cell) {
+bool isKind(std::string_view cell) {
     constexpr auto kinds = std::to_array<std::string_view>(
         {"float", "float32", "float64", "double",  "single",   "real",    "int",     "int8",
          "int16", "int32",   "int64",   "uint8",   "uint16",   "uint32",  "uint64",  "integer",
@@ -17,9 +18,7 @@ bool isKind(std::string cell) {
          "text",  "char",    "enum",    "date",    "datetime", "smp",     "sample",  "avg",
          "mean",  "average", "min",     "minimum", "max",      "maximum", "std",     "tot",
          "total", "sum",     "raw",     "value",   "number",   "numeric"});
-    std::transform(cell.begin(), cell.end(), cell.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
-    return std::find(kinds.begin(), kinds.end(), cell) != kinds.end();
+    return std::find(kinds.begin(), kinds.end(), lowerCase(cell)) != kinds.end();
 }
 
 bool areKinds(const SampleLine& line) {

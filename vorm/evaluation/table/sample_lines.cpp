@@ -104,9 +104,7 @@ std::vector<std::string> timeNames(const SampleLine& line) {
         const ColumnHeader header = columnHeaders({cell}).front();
         const TimeName name = timeNameOf(header);
         if (name == TimeName::Time || name == TimeName::Usual) {
-            names.push_back(header.name);
-            std::transform(header.name.begin(), header.name.end(), names.back().begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+            names.push_back(lowerCase(header.name));
         }
     }
     return names;

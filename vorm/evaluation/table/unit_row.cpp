@@ -36,9 +36,7 @@ constexpr auto unitNames = std::to_array<std::string_view>({
 });
 
 bool isUnit(std::string_view cell) {
-    std::string name(cell);
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    const std::string name = lowerCase(cell);
     return isBracketed(cell) || std::find(units.begin(), units.end(), cell) != units.end() ||
            std::find(unitNames.begin(), unitNames.end(), name) != unitNames.end() ||
            (cell.size() > 2 && timeUnitIn({name, name, name}));
