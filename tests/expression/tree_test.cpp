@@ -68,13 +68,14 @@ protected:
     static Expression build(std::size_t levels) { return tower(levels, GetParam().wrap); }
 };
 
-const ExpressionFactory factory;
+const ExpressionFactory shapeFactory;
 INSTANTIATE_TEST_SUITE_P(
     Shapes, DeepExpression,
     testing::Values(
-        Shape{"unary", [](Expression x) { return factory.Not(std::move(x)); }},
-        Shape{"left", [](Expression x) { return factory.Plus(std::move(x), signal(1)); }},
-        Shape{"right", [](Expression x) { return factory.Until(signal(1), 0, 1, std::move(x)); }},
+        Shape{"unary", [](Expression x) { return shapeFactory.Not(std::move(x)); }},
+        Shape{"left", [](Expression x) { return shapeFactory.Plus(std::move(x), signal(1)); }},
+        Shape{"right",
+              [](Expression x) { return shapeFactory.Until(signal(1), 0, 1, std::move(x)); }},
         Shape{"cast", [](Expression x) { return cast_op(std::move(x), cast_op::Target()); }},
         Shape{"body", [](Expression x) { return alias(std::move(x), "body"); }},
         Shape{"argument", [](Expression x) { return alias(signal(1), "a ", std::move(x)); }}),

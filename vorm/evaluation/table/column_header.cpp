@@ -30,14 +30,6 @@ ColumnHeader columnHeader(const std::string& text) {
     return {text, text, {}};
 }
 
-bool isUpper(char c) {
-    return c >= 'A' && c <= 'Z';
-}
-
-char lower(char c) {
-    return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // Units by their letters, `ms`, which an upper case would change, or by their names in any case.
 std::optional<TimeUnit> unitOfText(std::string_view text) {
     static const std::map<std::string, std::string_view> names{
@@ -54,9 +46,7 @@ std::optional<TimeUnit> unitOfText(std::string_view text) {
         {"minute", "min"},      {"minutes", "min"},
         {"minuten", "min"},     {"hour", "h"},
         {"hours", "h"},         {"stunden", "h"}};
-    std::string name(text);
-    std::transform(name.begin(), name.end(), name.begin(), lower);
-    const auto found = names.find(name);
+    const auto found = names.find(lowerCase(text));
     return timeUnitOf(found == names.end() ? text : found->second);
 }
 
@@ -67,7 +57,7 @@ std::size_t lastWordBegin(std::string_view name) {
     std::size_t begin = name.size();
     while (begin > 0 && separators.find(name[begin - 1]) == std::string_view::npos) {
         --begin;
-        if (isUpper(name[begin]) && begin > 0 && !isUpper(name[begin - 1])) {
+        if (isUpperCase(name[begin]) && begin > 0 && !isUpperCase(name[begin - 1])) {
             break;
         }
     }
@@ -77,12 +67,8 @@ std::size_t lastWordBegin(std::string_view name) {
 // The unit that the last word of several is.
 std::optional<TimeUnit> lastUnit(std::string_view name) {
     const std::size_t begin = lastWordBegin(name);
-    std::string word(name.substr(begin));
-    if (begin == 0 || word.empty()) {
-        return std::nullopt;
-    }
-    std::transform(word.begin(), word.end(), word.begin(), lower);
-    return unitOfText(word);
+    const std::string_view word = name.substr(begin);
+    return begin == 0 || word.empty() ? std::nullopt : unitOfText(lowerCase(word));
 }
 
 // The position of what separates a unit from the name before it, or the end.
@@ -114,13 +100,14 @@ std::vector<std::string> wordsOf(std::string_view name) {
             isAmidWord = false;
             continue;
         }
-        const bool beginsWord = isUpper(c) && i > 0 && !isUpper(name[i - 1]);
+        const bool beginsWord = isUpperCase(c) && i > 0 && !isUpperCase(name[i - 1]);
         if (!isAmidWord || beginsWord) {
             words.emplace_back();
         }
         isAmidWord = true;
-        words.back() += lower(c);
+        words.back() += c;
     }
+    std::transform(words.begin(), words.end(), words.begin(), lowerCase);
     return words;
 }
 

@@ -216,7 +216,7 @@ private:
             remarks.push_back("line " + std::to_string(lines_[*block_.units].number) +
                               " has the units");
         }
-        if (block_.hasUnread && !layout.firstRow) {
+        if (block_.units && block_.rows > *block_.units + 1 && !layout.firstRow) {
             remarks.push_back("line " + std::to_string(lines_[block_.rows - 1].number) +
                               " below the units is no row");
         }

@@ -48,10 +48,10 @@ HeaderBlock headerBlock(const std::vector<SampleLine>& lines, std::size_t header
         }
     } else if (isLine() && areUnits()) {
         block.units = block.rows++;
-        const bool isUnread = isLine() && areKinds(lines[block.rows]);
-        block.rows += isUnread ? 1 : 0;
+        if (isLine() && areKinds(lines[block.rows])) {
+            ++block.rows;
+        }
     }
-    block.hasUnread = block.rows > header + 1 + (block.units ? 1 : 0);
     return block;
 }
 

@@ -9,7 +9,6 @@ namespace vorm::evaluation {
 struct HeaderBlock {
     std::optional<std::size_t> units;  ///< the line that has them
     std::size_t rows = 0;              ///< the first line behind the header
-    bool hasUnread = false;            ///< whether a line in between is neither names nor units
 };
 
 /// The block that begins with the line of names. It ends before the declared first row. Else a line

@@ -90,18 +90,11 @@ private:
                !hasNumbers(above);
     }
 
-    // Below a header that names a time a line of texts is no row right under it or behind rows,
-    // unless it names another time; elsewhere texts may be the names.
     std::vector<const SampleLine*> rowsAfter(std::size_t header) const {
-        const bool isOfTimes = namesTime(lines_[header]);
         std::vector<const SampleLine*> rows;
         for (std::size_t i = headerBlock(lines_, header, layout_).rows;
              i < lines_.size() && rows.size() < scoredRows; ++i) {
-            const bool isBehindRow = !rows.empty() && !isOfTexts(*rows.front());
-            const bool isFirst = rows.empty() && i + 1 < lines_.size() && !isOfTexts(lines_[i + 1]);
-            if (!isCutOff(i, header) && !(hasComments_ && lines_[i].isComment) &&
-                !(isOfTimes && (isBehindRow || isFirst) && isNoRowOf(lines_[header], lines_[i])) &&
-                !isEmpty(lines_[i]) && lines_[i].cells != lines_[header].cells) {
+            if (mayBeRow(i, header) && !areTextsAmidRows(i, header, rows)) {
                 rows.push_back(&lines_[i]);
             }
         }
@@ -109,6 +102,22 @@ private:
             leaveOutBadRows(rows);
         }
         return rows;
+    }
+
+    bool mayBeRow(std::size_t line, std::size_t header) const {
+        return !isCutOff(line, header) && !(hasComments_ && lines_[line].isComment) &&
+               !isEmpty(lines_[line]) && lines_[line].cells != lines_[header].cells;
+    }
+
+    // Below a header that names a time a line of texts is no row right under it or behind rows,
+    // unless it names another time; elsewhere texts may be the names.
+    bool areTextsAmidRows(std::size_t line, std::size_t header,
+                          const std::vector<const SampleLine*>& rows) const {
+        const bool isBehindRow = !rows.empty() && !isOfTexts(*rows.front());
+        const bool isFirst =
+            rows.empty() && line + 1 < lines_.size() && !isOfTexts(lines_[line + 1]);
+        return namesTime(lines_[header]) && (isBehindRow || isFirst) &&
+               isNoRowOf(lines_[header], lines_[line]);
     }
 
     static bool isNoRowOf(const SampleLine& header, const SampleLine& line) {

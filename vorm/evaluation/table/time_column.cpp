@@ -50,10 +50,10 @@ const char* described(TimeNotation notation) {
 
 // In quotes; one to be adapted for a text that tells none.
 std::string proposedFormats(std::string_view text) {
-    if (likelyFormat(text, ShortDate::DayFirst) == "%H:%M") {
+    const auto dayFirst = likelyFormat(text, ShortDate::DayFirst);
+    if (dayFirst == "%H:%M") {
         return R"("%H:%M" or "%M:%S")";
     }
-    const auto dayFirst = likelyFormat(text, ShortDate::DayFirst);
     const auto monthFirst = likelyFormat(text, ShortDate::MonthFirst);
     const std::string one =
         '"' + (dayFirst ? *dayFirst : monthFirst.value_or("%Y-%m-%d %H:%M:%S")) + '"';

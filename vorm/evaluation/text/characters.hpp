@@ -16,12 +16,16 @@ inline bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+/// Of English.
+inline bool isUpperCase(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+
 /// With the letters of English in lower case.
 inline std::string lowerCase(std::string_view text) {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return isUpperCase(c) ? static_cast<char>(c - 'A' + 'a') : c; });
     return lower;
 }
 
