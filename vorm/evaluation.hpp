@@ -17,6 +17,8 @@
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>
+#include <vorm/evaluation/drawing/recording_drawing.hpp>
+#include <vorm/evaluation/drawing/signal_drawing.hpp>
 #include <vorm/evaluation/evaluator/evaluator.hpp>
 #include <vorm/evaluation/evaluator/truth.hpp>
 #include <vorm/evaluation/formula/enumeration_literal.hpp>
@@ -28,6 +30,7 @@
 #include <vorm/evaluation/recording/recording_parts.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
+#include <vorm/evaluation/report/html_report.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>

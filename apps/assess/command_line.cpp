@@ -75,6 +75,7 @@ private:
             {"run", "Assess recordings",
              "  assess run limits.toml drive1.csv drive2.csv\n"
              "  assess run limits.toml flight_folder --format json -o out.json\n"
+             "  assess run limits.toml drive.csv --format html=report.html\n"
              "  assess run limits.toml drive.csv.gz",
              &CommandLine::declareRun, runAssessments},
             {"check", "Check an assessment file without evaluating it",
@@ -155,6 +156,35 @@ private:
         addOutputFile(sub);
     }
 
+    // One format for the output, and others that name their file.
+    void addReports(CLI::App& sub, const std::vector<std::string>& formats) {
+        const auto takeFormats = [this](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts) {
+                const std::size_t mark = text.find('=');
+                if (mark == std::string::npos) {
+                    options_.format = text;
+                } else {
+                    options_.reports.emplace_back(text.substr(0, mark), text.substr(mark + 1));
+                }
+            }
+        };
+        const auto requireFormat = [formats](const std::string& text) {
+            const std::string name = text.substr(0, text.find('='));
+            if (std::find(formats.begin(), formats.end(), name) == formats.end()) {
+                return "'" + name + "' is none of the formats " + listed(formats);
+            }
+            return text.ends_with('=') ? "'" + text + "' names no file" : std::string();
+        };
+        sub.add_option_function<std::vector<std::string>>(
+               "-f,--format", takeFormats,
+               "The form of the results: " + listed(formats) +
+                   "; with =FILE they go there, besides those that are shown; repeatable")
+            ->check(CLI::Validator(requireFormat, ""))
+            ->type_name("FORMAT[=FILE]")
+            ->expected(1)
+            ->take_all();
+    }
+
     void addOutputFile(CLI::App& sub) {
         sub.add_option("-o,--output", options_.output,
                        "Write the results to this file, whole or not at all")
@@ -167,7 +197,16 @@ private:
     void declareRun(CLI::App& sub) {
         addAssessments(sub);
         addRecordings(sub);
-        addOutput(sub, runFormats());
+        addReports(sub, runFormats());
+        addOutputFile(sub);
+        sub.add_option("--report-size", options_.reportMegabytes,
+                       "Megabytes that a page takes at most, 20 without it: what would be more is "
+                       "drawn in fewer points")
+            ->check(CLI::Range(1e-3, 1e4).description(""))
+            ->type_name("MB");
+        addChoice(sub, "--plots", options_.plotsAll, {{"all", true}, {"failed", false}},
+                  "What a page has plots of: all assessments, or without it those that failed or "
+                  "have no result");
         sub.add_flag("-v,--verbose", options_.verbose, "Also how the recordings were read");
         sub.add_option("--only", options_.only, "Only the assessment of that name; repeatable")
             ->type_name("NAME")
@@ -288,7 +327,14 @@ private:
         std::vector<std::filesystem::path> inputs(options.recordings.begin(),
                                                   options.recordings.end());
         inputs.emplace_back(options.assessments);
-        const std::filesystem::path output = options.output;
+        refuseInput(inputs, "--output", options.output);
+        for (const auto& [format, path] : options.reports) {
+            refuseInput(inputs, "--format " + format, path);
+        }
+    }
+
+    static void refuseInput(const std::vector<std::filesystem::path>& inputs,
+                            const std::string& option, const std::filesystem::path& output) {
         std::error_code ignored;
         for (const auto& input : inputs) {
             const bool isInFolder =
@@ -296,7 +342,7 @@ private:
                 std::filesystem::equivalent(
                     std::filesystem::absolute(output, ignored).parent_path(), input, ignored);
             if (isInFolder || std::filesystem::equivalent(output, input, ignored)) {
-                throw CLI::ValidationError("--output '" + options.output + "' is an input",
+                throw CLI::ValidationError(option + " '" + output.string() + "' is an input",
                                            "give another path");
             }
         }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace assess {
@@ -36,6 +37,10 @@ struct Options {
 
     std::string format = "table";  ///< of the results: one of those of the sub-command
     std::string output;            ///< path; empty: standard output
+    /// Results that go to files of their own, each as its format and its path.
+    std::vector<std::pair<std::string, std::string>> reports;
+    double reportMegabytes = 20;  ///< what a page takes at most
+    bool plotsAll = false;        ///< also of what passes
     std::optional<std::size_t> intervals;
     std::optional<std::size_t> values;
     std::optional<double> margin;

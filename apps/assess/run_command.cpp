@@ -2,10 +2,12 @@
 #include "terminal.hpp"
 
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/report/html_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>
 #include <vorm/evaluation/text/characters.hpp>
+#include <vorm/evaluation/text/file_text.hpp>
 
 #include <algorithm>
 #include <array>
@@ -16,28 +18,58 @@ namespace {
 
 using namespace vorm::evaluation;
 
-struct Format {
-    const char* name;
-    std::string (*report)(const RunOutcome&, const Options&);
+// What reports are made of.
+struct Results {
+    AssessmentFile file;
+    RunOutcome outcome;
+    std::vector<RecordingDrawing> drawings;  // where a format wants them
 };
 
-std::string table(const RunOutcome& outcome, const Options& options) {
+struct Format {
+    const char* name;
+    std::string (*report)(const Results&, const Options&);
+    bool hasPlots = false;
+};
+
+std::string table(const Results& results, const Options& options) {
     TableStyle style;
     style.colours = wantsColours(options);
     style.mostIntervals = options.intervals.value_or(style.mostIntervals);
-    return tableReport(outcome, style);
+    return tableReport(results.outcome, style);
+}
+
+std::string page(const Results& results, const Options& options) {
+    HtmlStyle style;
+    style.program = "assess " VORM_VERSION;
+    style.date = today();
+    style.mostBytes = static_cast<std::size_t>(options.reportMegabytes * 1e6);
+    style.mostIntervals = options.intervals.value_or(style.mostIntervals);
+    return htmlReport(results.file, results.outcome, results.drawings, style);
 }
 
 constexpr auto formats = std::to_array<Format>({
     {"table", table},
-    {"json", [](const RunOutcome& outcome, const Options&) { return jsonReport(outcome); }},
-    {"junit", [](const RunOutcome& outcome, const Options&) { return junitReport(outcome); }},
+    {"json", [](const Results& results, const Options&) { return jsonReport(results.outcome); }},
+    {"junit", [](const Results& results, const Options&) { return junitReport(results.outcome); }},
+    {"html", page, true},
 });
 
-std::string reportOf(const RunOutcome& outcome, const Options& options) {
-    return std::find_if(formats.begin(), formats.end(),
-                        [&](const Format& format) { return format.name == options.format; })
-        ->report(outcome, options);
+const Format& formatOf(const std::string& name) {
+    return *std::find_if(formats.begin(), formats.end(),
+                         [&](const Format& format) { return format.name == name; });
+}
+
+bool wantsPlots(const Options& options) {
+    return formatOf(options.format).hasPlots ||
+           std::any_of(options.reports.begin(), options.reports.end(),
+                       [](const auto& report) { return formatOf(report.first).hasPlots; });
+}
+
+void writeReports(const Results& results, const Options& options) {
+    for (const auto& [format, path] : options.reports) {
+        writeFile(path, formatOf(format).report(results, options));
+    }
+    writeResults(options, formatOf(options.format).report(results, options));
 }
 
 // The assessments that were never triggered, each as a note names it: with the number of recordings
@@ -93,7 +125,7 @@ std::vector<std::string> runFormats() {
 }
 
 ExitCode runAssessments(const Options& options) {
-    const AssessmentFile file = readAssessmentFile(options.assessments);
+    Results results{readAssessmentFile(options.assessments), {}, {}};
     ProgressLine progress(options);
     RunOptions run;
     run.jobs = options.jobs;
@@ -102,9 +134,18 @@ ExitCode runAssessments(const Options& options) {
     run.explain = options.explain;
     run.only = options.only;
     run.progress = [&](const std::string& text) { progress.show(text); };
-    const RunOutcome outcome = vorm::evaluation::run(file, recordingsOf(options), run);
+    if (wantsPlots(options)) {
+        run.explain = true;
+        DrawingOptions drawing;
+        drawing.drawsAll = options.plotsAll;
+        run.assessed = [&results, drawing](const AssessedRecording& assessed) {
+            results.drawings.push_back(drawRecording(results.file, assessed, drawing));
+        };
+    }
+    results.outcome = vorm::evaluation::run(results.file, recordingsOf(options), run);
+    const RunOutcome& outcome = results.outcome;
     progress.clear();
-    writeResults(options, reportOf(outcome, options));
+    writeReports(results, options);
     if (!options.quiet) {
         for (const RecordingOutcome& recording : outcome.recordings) {
             noteReading(recording.remarks, recording.warnings, options);

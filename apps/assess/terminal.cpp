@@ -5,7 +5,9 @@
 
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
+#include <ctime>
 #include <iostream>
 
 namespace assess {
@@ -26,6 +28,17 @@ bool wantsColours(const Options& options) {
         return options.colour == ColourChoice::Always;
     }
     return options.output.empty() && !isSet("NO_COLOR") && ::isatty(STDOUT_FILENO) != 0;
+}
+
+std::string today() {
+    std::time_t now = std::time(nullptr);
+    if (isSet("SOURCE_DATE_EPOCH")) {
+        now = std::strtoll(std::getenv("SOURCE_DATE_EPOCH"), nullptr, 10);
+    }
+    std::array<char, 32> text{};
+    std::tm parts{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%d", ::gmtime_r(&now, &parts));
+    return text.data();
 }
 
 // The first text waits, so that short runs show none.

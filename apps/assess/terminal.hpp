@@ -14,6 +14,10 @@ namespace assess {
 /// Whether results on standard output are to be coloured.
 bool wantsColours(const Options& options);
 
+/// The date for reports, `2026-11-23`: that of SOURCE_DATE_EPOCH, where it is set, so that the same
+/// input gives the same bytes.
+std::string today();
+
 /// One line on standard error that shows what is being done; nothing where that is no terminal or
 /// the user wants quiet.
 class ProgressLine {

@@ -1,0 +1,4 @@
+document.documentElement.classList.add("scripted");
+addFilter();
+drawPlots();
+keepLinks();
