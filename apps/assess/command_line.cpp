@@ -12,6 +12,7 @@
 #include <iostream>
 #include <map>
 #include <thread>
+#include <utility>
 
 namespace assess {
 namespace {
@@ -159,15 +160,24 @@ private:
     // One format for the output, and others that name their file.
     void addReports(CLI::App& sub, const std::vector<std::string>& formats) {
         const auto takeFormats = [this](const std::vector<std::string>& texts) {
+            bool isChosen = false;
             for (const std::string& text : texts) {
                 const std::size_t mark = text.find('=');
                 if (mark == std::string::npos) {
+                    if (std::exchange(isChosen, true)) {
+                        throw CLI::ValidationError("--format '" + text + "' is the second one",
+                                                   "give it a file: " + text + "=FILE");
+                    }
                     options_.format = text;
                 } else {
                     options_.reports.emplace_back(text.substr(0, mark), text.substr(mark + 1));
                 }
             }
         };
+        std::string alternatives;
+        for (const std::string& format : formats) {
+            alternatives += (alternatives.empty() ? "" : "|") + format;
+        }
         const auto requireFormat = [formats](const std::string& text) {
             const std::string name = text.substr(0, text.find('='));
             if (std::find(formats.begin(), formats.end(), name) == formats.end()) {
@@ -177,10 +187,10 @@ private:
         };
         sub.add_option_function<std::vector<std::string>>(
                "-f,--format", takeFormats,
-               "The form of the results: " + listed(formats) +
-                   "; with =FILE they go there, besides those that are shown; repeatable")
+               "The form of the results; with =FILE they go there, besides those that are shown; "
+               "repeatable")
             ->check(CLI::Validator(requireFormat, ""))
-            ->type_name("FORMAT[=FILE]")
+            ->type_name(alternatives + "[=FILE]")
             ->expected(1)
             ->take_all();
     }
@@ -220,7 +230,7 @@ private:
                      "An assessment without result at some time has not passed: exit code 1");
         sub.add_option("--intervals", options_.intervals,
                        "Intervals that the table shows of each assessment, as many failing ones as "
-                       "without result; 10 without it")
+                       "without result; 10 without it, 100 on a page")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
     }

@@ -10,7 +10,7 @@ _assess() {
         --color) words="auto always never" ;;
         -f | --format)
             words="table json"
-            [[ $command == run ]] && words+=" junit"
+            [[ $command == run ]] && words+=" junit html html="
             ;;
         --delimiter) words="comma semicolon tab" ;;
         --unit | --resolution) words="fs ps ns us ms s min h" ;;
@@ -22,14 +22,15 @@ _assess() {
         --bad-rows) words="error skip" ;;
         --times-back) words="error drop sort shift split" ;;
         --interpolation) words="held linear" ;;
-        -j | --jobs | --intervals | --values | --margin | --only) return ;;
+        --plots) words="all failed" ;;
+        -j | --jobs | --report-size | --intervals | --values | --margin | --only) return ;;
         --header | --first-row | --names | --missing | --zone) return ;;
         --time | --time-format | --name-column | --value-column | --max-gap) return ;;
     esac
     case $command in
         run)
             options+=" --format --output --together --only --robustness --explain --strict --intervals"
-            options+=" --verbose"
+            options+=" --verbose --report-size --plots"
             ;;
         check) options+=" --against --together" ;;
         signals | init)

@@ -1,0 +1,184 @@
+#include "evaluation/recording/recorded.hpp"
+
+#include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/drawing/recording_drawing.hpp>
+
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace vorm::evaluation {
+namespace {
+
+// Pieces with some values over and over, so that extremes are many, and some that are none.
+SignalDrawing anyDrawing() {
+    SignalDrawing drawing{"x", "", DrawingKind::Lines, {}, {}, 0};
+    double time = 1e15;
+    for (int left = *rc::gen::inRange(1, 6); left > 0; --left) {
+        DrawnPiece piece{{}, {}, 0};
+        for (int samples = *rc::gen::inRange(1, 60); samples > 0; --samples) {
+            time += *rc::gen::element(1, 1, 1, 7, 1000);
+            piece.times.push_back(time);
+            piece.values.push_back(*rc::gen::element(-2.5, 0.0, 1.0, 3.0, NAN, INFINITY));
+        }
+        time += *rc::gen::element(0, 5);
+        piece.end = time;
+        drawing.pieces.push_back(piece);
+    }
+    drawing.samples = drawing.shown();
+    return drawing;
+}
+
+using Samples = std::map<double, double>;
+
+Samples samplesOf(const SignalDrawing& drawing) {
+    Samples samples;
+    for (const DrawnPiece& piece : drawing.pieces) {
+        for (std::size_t i = 0; i < piece.times.size(); ++i) {
+            samples[piece.times[i]] = piece.values[i];
+        }
+    }
+    return samples;
+}
+
+struct Extremes {
+    double least = INFINITY;
+    double greatest = -INFINITY;
+    bool hasNan = false;
+
+    friend bool operator==(const Extremes&, const Extremes&) = default;
+};
+
+Extremes extremesBetween(const Samples& samples, double from, double to) {
+    Extremes extremes;
+    for (const auto& [time, value] : samples) {
+        if (from <= time && time < to) {
+            extremes.least = std::fmin(extremes.least, value);
+            extremes.greatest = std::fmax(extremes.greatest, value);
+            extremes.hasNan |= std::isnan(value);
+        }
+    }
+    return extremes;
+}
+
+RC_GTEST_PROP(Thinning, KeepsTheExtremesOfEachBucketAndAddsNothing, ()) {
+    const SignalDrawing drawing = anyDrawing();
+    Thinning thinning;
+    thinning.buckets = *rc::gen::inRange<std::size_t>(1, 40);
+    thinning.leaveAlone = 10;
+    const SignalDrawing thin = thinned(drawing, thinning);
+    const Samples all = samplesOf(drawing);
+    const Samples kept = samplesOf(thin);
+    for (const auto& [time, value] : kept) {
+        RC_ASSERT(all.contains(time));
+        RC_ASSERT(all.at(time) == value || std::isnan(value));
+    }
+    RC_ASSERT(thin.samples == all.size());
+    if (all.size() <= thinning.leaveAlone) {
+        RC_ASSERT(kept.size() == all.size());
+        return;
+    }
+    RC_ASSERT(kept.size() <= 5 * (thinning.buckets + 1));
+    const double begin = all.begin()->first;
+    const double width = (all.rbegin()->first - begin) / static_cast<double>(thinning.buckets);
+    // In between bucket limits, whatever way these are rounded.
+    for (std::size_t i = 0; i < thinning.buckets; ++i) {
+        const double from = begin + static_cast<double>(i) * width + 0.5;
+        const double to = from + width - 1;
+        const Extremes inner = extremesBetween(all, from, to);
+        const Extremes whole = extremesBetween(kept, from - 1, to + 1);
+        RC_ASSERT(whole.least <= inner.least);
+        RC_ASSERT(whole.greatest >= inner.greatest);
+        RC_ASSERT(whole.hasNan || !inner.hasNan);
+    }
+    RC_ASSERT(kept.begin()->first == all.begin()->first);
+    RC_ASSERT(kept.rbegin()->first == all.rbegin()->first);
+    for (const DrawnPiece& piece : thin.pieces) {
+        RC_ASSERT(std::any_of(drawing.pieces.begin(), drawing.pieces.end(), [&](const auto& whole) {
+            return whole.end == piece.end && whole.times.front() <= piece.times.front() &&
+                   piece.times.back() <= whole.end;
+        }));
+    }
+}
+
+RC_GTEST_PROP(Thinning, LeavesNothingOutNearAFailure, ()) {
+    const SignalDrawing drawing = anyDrawing();
+    const Samples all = samplesOf(drawing);
+    Thinning thinning;
+    thinning.buckets = 1;
+    thinning.leaveAlone = 0;
+    thinning.around = 3;
+    auto failing = all.begin();
+    std::advance(failing, *rc::gen::inRange<std::ptrdiff_t>(0, std::ssize(all)));
+    thinning.fullAt = {{failing->first, failing->first}};
+    const Samples kept = samplesOf(thinned(drawing, thinning));
+    const auto position = std::distance(all.begin(), failing);
+    std::ptrdiff_t i = 0;
+    for (const auto& [time, value] : all) {
+        RC_ASSERT(kept.contains(time) || i < position - 3 || i >= position + 3);
+        ++i;
+    }
+}
+
+std::vector<RecordingDrawing> drawingsOf(const std::string& assessments, const std::string& rows,
+                                         const DrawingOptions& options = {}) {
+    const AssessmentFile file = parseAssessmentFile(assessments, "a.toml");
+    std::vector<RecordingDrawing> drawings;
+    RunOptions run;
+    run.assessed = [&](const AssessedRecording& assessed) {
+        drawings.push_back(drawRecording(file, assessed, options));
+    };
+    assess(file, test::read(rows), run);
+    return drawings;
+}
+
+constexpr const char* requirements = R"toml(
+    definitions = { limit = "2 + 3" }
+    assessment = [
+        { name = "low", formula = "x < 5 & 3 > x | x < limit & x < 5" },
+        { name = "wrong", formula = "nobody < 5" },
+        { name = "on", formula = "on | mode == 'b' | x > inf" },
+        { name = "holds", formula = "y > 0" },
+    ])toml";
+constexpr const char* switchedRows =
+    "t,x,y,on,mode\n0,1,2,true,a\n1,7,2,false,b\n2,7,2,false,a\n3,1,2,true,a\n";
+
+TEST(Drawing, IsOfTheSignalsOfWhatDidNotPass) {
+    const auto drawings = drawingsOf(requirements, switchedRows);
+    ASSERT_EQ(drawings.size(), 1U);
+    const RecordingDrawing& drawing = drawings.front();
+    std::vector<std::string> names;
+    std::vector<DrawingKind> kinds;
+    for (const SignalDrawing& signal : drawing.signals) {
+        names.push_back(signal.name);
+        kinds.push_back(signal.kind);
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"x", "on", "mode"}));
+    EXPECT_EQ(kinds, (std::vector<DrawingKind>{DrawingKind::Steps, DrawingKind::Switch,
+                                               DrawingKind::Levels}));
+    EXPECT_EQ(drawing.signals[2].levels, (std::vector<std::string>{"a", "b"}));
+    ASSERT_EQ(drawing.assessments.size(), 4U);
+    EXPECT_FALSE(drawing.assessments[1]);
+    EXPECT_FALSE(drawing.assessments[3]);
+    EXPECT_EQ(drawing.assessments[2]->signals, (std::vector<std::size_t>{1, 2, 0}));
+    std::vector<double> thresholds;
+    for (const Threshold& threshold : drawing.assessments[0]->thresholds) {
+        EXPECT_EQ(threshold.signal, 0U);
+        thresholds.push_back(threshold.value);
+    }
+    EXPECT_EQ(thresholds, (std::vector<double>{5, 3}));
+    EXPECT_TRUE(drawing.assessments[2]->thresholds.empty());
+}
+
+TEST(Drawing, IsOfEverythingOnRequest) {
+    DrawingOptions options;
+    options.drawsAll = true;
+    const auto drawings = drawingsOf(requirements, switchedRows, options);
+    EXPECT_TRUE(drawings.front().assessments[3]);
+    EXPECT_FALSE(drawings.front().assessments[1]);  // could not be evaluated
+}
+
+}  // namespace
+}  // namespace vorm::evaluation
