@@ -283,7 +283,7 @@ private:
         addAssessments(sub);
         sub.add_option("NAME", options_.name, "The name of the assessment")->required();
         addRecordings(sub);
-        addOutput(sub, {"table", "json"});
+        addOutput(sub, {"table", "json", "html"});
         sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");

@@ -68,11 +68,22 @@ private:
     std::string text_;
 };
 
+// The page of a run of that assessment alone.
+ExitCode showPage(const Options& options, const Assessment& assessment) {
+    Options run = options;
+    run.only = {assessment.name};
+    run.plotsAll = true;
+    return runAssessments(run);
+}
+
 }  // namespace
 
 ExitCode showAssessment(const Options& options) {
     const AssessmentFile file = readAssessmentFile(options.assessments);
     const Assessment& assessment = file.find(options.name);
+    if (options.format == "html") {
+        return showPage(options, assessment);
+    }
     ProgressLine progress(options);
     RunOptions run;
     run.jobs = options.jobs;

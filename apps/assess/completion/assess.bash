@@ -11,6 +11,7 @@ _assess() {
         -f | --format)
             words="table json"
             [[ $command == run ]] && words+=" junit html html="
+            [[ $command == show ]] && words+=" html"
             ;;
         --delimiter) words="comma semicolon tab" ;;
         --unit | --resolution) words="fs ps ns us ms s min h" ;;

@@ -30,7 +30,8 @@ struct SignalDrawing {
     DrawingKind kind;
     std::vector<std::string> levels;  ///< the names of the values, of Levels
     std::vector<DrawnPiece> pieces;   ///< in time order
-    std::size_t samples = 0;          ///< how many the signal has
+    /// How many the signal has; a held value that does not change is one.
+    std::size_t samples = 0;
 
     /// How many samples are in the pieces.
     std::size_t shown() const;

@@ -105,7 +105,9 @@ std::string noteOf(const AssessmentOutcome& outcome) {
 }
 
 std::string fact(const std::string& name, const std::string& value) {
-    return value.empty() ? "" : textElement("dt", "", name) + textElement("dd", "", value);
+    return value.empty()
+               ? ""
+               : element("div", "", textElement("dt", "", name) + textElement("dd", "", value));
 }
 
 std::string factsOf(const AssessmentOutcome& outcome) {

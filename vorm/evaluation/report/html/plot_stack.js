@@ -129,10 +129,14 @@ class PlotStack {
     this.#say(this.#readings());
   }
 
-  /** Shows the failing interval after (1) or before (-1) the one at the cursor or in the middle. */
+  /**
+   * Shows the failing interval after (1) or before (-1) the one at the cursor or in the middle; the
+   * first or the last one where nothing was looked at yet.
+   */
   showFailure(direction) {
     const { failures } = this;
-    const time = this.#cursor ?? (this.window.from + this.window.to) / 2;
+    const middle = (this.window.from + this.window.to) / 2;
+    const time = this.#cursor ?? (this.isZoomed ? middle : -direction * Infinity);
     const count = failures.length / 2;
     const index =
       direction > 0

@@ -1,0 +1,283 @@
+// The report in a real browser. See scripts/test-browser.
+
+import AxeBuilder from "axe-core";
+import assert from "node:assert/strict";
+import { mkdirSync } from "node:fs";
+import { join } from "node:path";
+import { after, before, test } from "node:test";
+import { chromium } from "playwright-core";
+import { drive, folder, hostile, hostileTexts, large, planted } from "./pages.js";
+
+const pictures = process.env.PICTURES ?? folder;
+let browser;
+
+before(async () => {
+  mkdirSync(pictures, { recursive: true });
+  const flags = "no-sandbox disable-gpu disable-quic no-first-run disable-background-networking";
+  browser = await chromium.launch({
+    executablePath: "/usr/bin/chromium",
+    args: `${flags} disable-component-update disable-sync`.split(" ").map((flag) => `--${flag}`),
+  });
+});
+after(() => browser.close());
+
+/** Opens a page, and makes sure at its end that it asked for nothing and complained of nothing. */
+async function withPage(url, action, options = {}) {
+  const context = await browser.newContext({ viewport: { width: 1200, height: 900 }, ...options });
+  const page = await context.newPage();
+  const complaints = [];
+  page.on("console", (message) => complaints.push(message.text()));
+  page.on("pageerror", (error) => complaints.push(String(error)));
+  page.on(
+    "request",
+    (request) => request.url() !== url.split("#")[0] && complaints.push(request.url()),
+  );
+  await page.goto(url);
+  await action(page);
+  assert.deepEqual(complaints, []);
+  await context.close();
+}
+
+const surfaceOf = (id) => `#${id} .surface`;
+const hasDrawn = (page, id) =>
+  page
+    .locator(`${surfaceOf(id)} .curve`)
+    .first()
+    .waitFor({ state: "attached" });
+
+/** The failing intervals as they are drawn through a plot, in pixels. */
+const drawnFailures = (page, id) =>
+  page
+    .locator(`#${id} .plot:not(.verdicts) path.fails`)
+    .first()
+    .evaluate((path) =>
+      [...path.getAttribute("d").matchAll(/M([\d.]+) \d+H([\d.]+)/g)].map((match) => ({
+        start: Number(match[1]),
+        end: Number(match[2]),
+      })),
+    );
+
+test("the example's page has the numbers of its JSON", async () => {
+  const { url, report } = drive();
+  await withPage(url, async (page) => {
+    const { assessments } = report.recordings[0];
+    const names = await page.locator("details h3").allTextContents();
+    assert.deepEqual(
+      names,
+      assessments.map(({ name }) => name),
+    );
+    for (const [index, { verdict, failures }] of assessments.entries()) {
+      const details = page.locator(`#r1a${index + 1}`);
+      assert.match(await details.locator(".verdict").textContent(), new RegExp(verdict));
+      const rows = await details.locator(".intervals:not(.open) tbody tr").allTextContents();
+      assert.equal(rows.length, failures.length);
+      const times = failures.map(({ start, end }) => `${start} s${end} s`);
+      rows.forEach((row, i) => assert.ok(row.replaceAll("\n", "").startsWith(times[i]), row));
+      const causes = failures.flatMap(({ explanation }) => explanation.causes);
+      causes.forEach((cause) => assert.ok(rows.join().includes(cause.when), cause.when));
+    }
+    await page.screenshot({ path: join(pictures, "overview.png") });
+  });
+});
+
+test("keys zoom, go to failures and read values; a link restores what they show", async () => {
+  const { url, report, islands } = drive();
+  const index = report.recordings[0].assessments.findIndex(({ name }) => name === "safe distance");
+  const id = `r1a${index + 1}`;
+  await withPage(`${url}#${id}`, async (page) => {
+    await hasDrawn(page, id);
+    const surface = page.locator(surfaceOf(id));
+    const whole = await drawnFailures(page, id);
+    await surface.focus();
+    await page.keyboard.press("n");
+    const { start } = report.recordings[0].assessments[index].failures[0];
+    await page.waitForTimeout(500);
+    assert.ok((await page.locator(`#${id} .time`).textContent()).includes(`at ${start} s`));
+    const [zoomed] = await drawnFailures(page, id);
+    assert.ok(zoomed.end - zoomed.start > 5 * (whole[0].end - whole[0].start));
+    const hash = await page.evaluate(() => location.hash);
+    assert.ok(hash.startsWith(`#${id}@`), hash);
+    await page.screenshot({ path: join(pictures, "plots.png") });
+    await page.keyboard.press("0");
+    await page.waitForTimeout(500); // the address follows a little later
+    assert.deepEqual(await drawnFailures(page, id).then((spans) => spans.length), whole.length);
+    await page.evaluate((link) => (location.hash = link), hash);
+    await page.waitForTimeout(300);
+    const [restored] = await drawnFailures(page, id);
+    assert.ok(
+      Math.abs(restored.start - zoomed.start) < 1 && Math.abs(restored.end - zoomed.end) < 1,
+    );
+
+    // The cursor stands on a sample of some signal, and reads its value as it was recorded.
+    await page.keyboard.press("Shift+ArrowRight");
+    const time = Number((await page.locator(`#${id} .time`).textContent()).slice(3, -2));
+    const readings = await page.locator(`#${id} .plot:not(.verdicts) .reading`).allTextContents();
+    const { signals } = islands[0];
+    const known = islands[0].assessments[index].signals.flatMap((number, i) => {
+      const { t, v } =
+        signals[number].pieces.find(({ t: [first], end }) => first <= time && time <= end) ?? {};
+      const at = t?.indexOf(time) ?? -1;
+      return at < 0 ? [] : [[readings[i], v[at]]];
+    });
+    assert.ok(known.length > 0, `no sample at ${time}`);
+    known.forEach(([reading, value]) => assert.equal(Number.parseFloat(reading), value));
+  });
+});
+
+test("the picture in README.md is small", async () => {
+  const { url, report } = drive();
+  const id = report.recordings[0].assessments.findIndex(({ name }) => name === "safe distance") + 1;
+  const viewport = { width: 1000, height: 640 };
+  await withPage(
+    `${url}#r1a${id}`,
+    async (page) => {
+      await hasDrawn(page, `r1a${id}`);
+      await page.mouse.move(620, 300);
+      await page.waitForTimeout(300);
+      const picture = await page.screenshot({ path: join(pictures, "readme.png") });
+      assert.ok(picture.length < 150_000);
+    },
+    { viewport },
+  );
+});
+
+test("the filter hides what does not match", async () => {
+  const { url, report } = drive();
+  const count = (verdict) =>
+    report.recordings[0].assessments.filter((one) => one.verdict === verdict).length;
+  await withPage(url, async (page) => {
+    const shown = () => page.locator("details.assessment:visible").count();
+    await page.getByRole("button", { name: /FAIL/ }).click();
+    assert.equal(await shown(), count("FAIL"));
+    assert.equal(await page.locator(".matrix thead th:visible").count(), 1 + count("FAIL"));
+    await page.locator("#search").fill("lamp");
+    assert.equal(await shown(), 1);
+    await page.locator("#search").fill("nothing is called so");
+    assert.equal(await shown(), 0);
+  });
+});
+
+test("texts from outside stay texts", async () => {
+  const { url, islands } = hostile();
+  await withPage(url, async (page) => {
+    await page.getByRole("button", { name: "Open all failing" }).click();
+    await hasDrawn(page, "r1a1");
+    assert.equal(await page.locator("img, i, b").count(), 0);
+    assert.deepEqual(await page.locator("details h3").allTextContents(), hostileTexts);
+    const captions = await page.locator("#r1a1 figcaption bdi").allTextContents();
+    assert.ok(captions.includes(hostileTexts[0]));
+    assert.equal(islands[0].signals[0].name, hostileTexts[0]);
+    assert.equal(await page.title(), hostileTexts[0]);
+    await page.setViewportSize({ width: 360, height: 800 });
+    const overflow = await page.evaluate(() => document.documentElement.scrollWidth - innerWidth);
+    assert.ok(overflow <= 0, `the page is ${overflow} px too wide`);
+    await page.screenshot({ path: join(pictures, "narrow.png") });
+  });
+});
+
+test("the page reads without JavaScript and prints", async () => {
+  const { url } = drive();
+  await withPage(
+    url,
+    async (page) => {
+      await page.locator("#r1a11 summary").click();
+      assert.ok(await page.getByText("distance > 1.5 * speed").isVisible());
+      assert.ok(await page.locator("#r1a11 .intervals td").first().isVisible());
+      assert.equal(await page.locator("button:visible, input:visible").count(), 0);
+    },
+    { javaScriptEnabled: false },
+  );
+  await withPage(`${url}#r1a11`, async (page) => {
+    await hasDrawn(page, "r1a11");
+    assert.ok((await page.pdf({ path: join(pictures, "print.pdf") })).length > 10_000);
+  });
+});
+
+for (const colorScheme of ["light", "dark"]) {
+  test(`nothing keeps anybody from reading the page, ${colorScheme}`, async () => {
+    const { url } = drive();
+    // The policy of the page would keep the checker out.
+    const options = { colorScheme, bypassCSP: true };
+    await withPage(
+      `${url}#r1a11`,
+      async (page) => {
+        await hasDrawn(page, "r1a11");
+        await page.addScriptTag({ content: AxeBuilder.source });
+        const { violations } = await page.evaluate(() => globalThis.axe.run());
+        assert.deepEqual(
+          violations.map(({ id, nodes }) => `${id}: ${nodes.map(({ html }) => html).join(" ")}`),
+          [],
+        );
+        await page.screenshot({ path: join(pictures, `${colorScheme}.png`) });
+      },
+      options,
+    );
+  });
+}
+
+/** Milliseconds that the action and the drawing after it take. */
+const drawingTime = (page, action) =>
+  page.evaluate(`new Promise((done) => {
+    const begin = performance.now();
+    ${action};
+    requestAnimationFrame(() => requestAnimationFrame(() => done(performance.now() - begin)));
+  })`);
+
+test("failures of one sample among a million are all to be seen", async (context) => {
+  const { url, failing, islands, bytes } = planted();
+  // Equal values one after the other are one that is held.
+  assert.ok(islands[0].signals[0].samples > 990_000);
+  await withPage(url, async (page) => {
+    const begin = Date.now();
+    await hasDrawn(page, "r1a1");
+    context.diagnostic(`${(bytes / 1e6).toFixed(1)} MB, drawn after ${Date.now() - begin} ms`);
+    const spans = await drawnFailures(page, "r1a1");
+    spans.forEach(({ start, end }) => assert.ok(end - start >= 2));
+    const grid = page.locator("#r1a1 .axis path.frame");
+    const [, left, right] = /M([\d.]+) [\d.]+H([\d.]+)/.exec(await grid.getAttribute("d"));
+    const curve = await page.locator("#r1a1 .curve").getAttribute("d");
+    const peaks = [...curve.matchAll(/H([\d.]+)V8(?![\d.])/g)].map((match) => Number(match[1]));
+    for (const index of failing) {
+      const x = Number(left) + (index / 999_999) * (right - left);
+      const isNear = (at) => Math.abs(at - x) <= 1.5;
+      assert.ok(
+        spans.some(({ start, end }) => start - 1 <= x && x <= end + 1),
+        `failure at ${x}`,
+      );
+      assert.ok(peaks.some(isNear), `peak at ${x}`);
+    }
+    const time = await drawingTime(
+      page,
+      "document.querySelector('[aria-label=\"Zoom in\"]').click()",
+    );
+    context.diagnostic(`zoomed in ${time.toFixed(0)} ms`);
+    assert.ok(time < 1000);
+  });
+});
+
+test("100 recordings of 50 assessments are a page that can be used", async (context) => {
+  const { url, bytes, islands } = large();
+  assert.ok(bytes <= 20e6);
+  assert.equal(islands.length, 100);
+  const begin = Date.now();
+  await withPage(url, async (page) => {
+    context.diagnostic(`${(bytes / 1e6).toFixed(1)} MB, loaded in ${Date.now() - begin} ms`);
+    const timing = await page.evaluate(() => {
+      const [{ responseEnd, domInteractive, loadEventEnd }] =
+        performance.getEntriesByType("navigation");
+      return `read ${responseEnd}, parsed ${domInteractive}, loaded ${loadEventEnd} ms`;
+    });
+    context.diagnostic(timing);
+    assert.equal(await page.locator(".matrix tbody td").count(), 5000);
+    const opened = Date.now();
+    await page.evaluate(() => (location.hash = "#r77a1"));
+    await hasDrawn(page, "r77a1");
+    context.diagnostic(`opened one after ${Date.now() - opened} ms`);
+    const time = await drawingTime(
+      page,
+      "document.querySelector('#r77a1 [aria-label=\"Zoom in\"]').click()",
+    );
+    context.diagnostic(`zoomed in ${time.toFixed(0)} ms`);
+    assert.ok(time < 1000);
+  });
+});
