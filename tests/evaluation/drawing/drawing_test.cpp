@@ -12,6 +12,9 @@
 namespace vorm::evaluation {
 namespace {
 
+using vorm::test::infinity;
+using vorm::test::nan;
+
 // Pieces with some values over and over, so that extremes are many, and some that are none.
 SignalDrawing anyDrawing() {
     SignalDrawing drawing{"x", "", DrawingKind::Lines, {}, {}, 0};
@@ -21,7 +24,7 @@ SignalDrawing anyDrawing() {
         for (int samples = *rc::gen::inRange(1, 60); samples > 0; --samples) {
             time += *rc::gen::element(1, 1, 1, 7, 1000);
             piece.times.push_back(time);
-            piece.values.push_back(*rc::gen::element(-2.5, 0.0, 1.0, 3.0, NAN, INFINITY));
+            piece.values.push_back(*rc::gen::element(-2.5, 0.0, 1.0, 3.0, nan, infinity));
         }
         time += *rc::gen::element(0, 5);
         piece.end = time;
@@ -44,8 +47,8 @@ Samples samplesOf(const SignalDrawing& drawing) {
 }
 
 struct Extremes {
-    double least = INFINITY;
-    double greatest = -INFINITY;
+    double least = infinity;
+    double greatest = -infinity;
     bool hasNan = false;
 
     friend bool operator==(const Extremes&, const Extremes&) = default;

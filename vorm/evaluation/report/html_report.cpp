@@ -257,7 +257,7 @@ private:
         const RecordingOutcome& recording = run_.recordings[number];
         std::string cells = R"(<th scope="row">)" + link(id(number), recording.recording) + "</th>";
         if (recording.error) {
-            cells += "<td class=\"ERROR\" colspan=\"" +
+            cells += R"(<td class="ERROR" colspan=")" +
                      std::to_string(std::max<std::size_t>(columns, 1)) + "\">" +
                      link(id(number), textOf(errorMark)) + "</td>";
         }
@@ -340,7 +340,7 @@ private:
     std::string plots(std::size_t recording, std::size_t number) const {
         const auto drawing = drawings_.find(recording);
         return drawing != drawings_.end() && drawing->second->assessments[number]
-                   ? "<div class=\"plots\" data-recording=\"" + std::to_string(recording + 1) +
+                   ? R"(<div class="plots" data-recording=")" + std::to_string(recording + 1) +
                          "\" data-assessment=\"" + std::to_string(number) + "\"></div>\n"
                    : "";
     }
