@@ -2,6 +2,8 @@
 
 // Random formulas of every kind, and what a formula says as one text.
 
+#include "choices.hpp"
+
 #include <vorm/assessments.hpp>
 
 #include <gtest/gtest.h>
@@ -42,16 +44,6 @@ inline double nanOf(std::uint64_t payload) {
 }
 
 // What follows is for use inside a property or rc::gen::exec.
-
-/// A number from 0 to count - 1, each as likely as the others whatever the size of the case.
-inline std::size_t anyIndex(std::size_t count) {
-    return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange<std::size_t>(0, count));
-}
-
-template <class T>
-T anyOf(const std::vector<T>& values) {
-    return values[anyIndex(values.size())];
-}
 
 inline double anyNumber() {
     return anyOf<double>({0.0, -0.0, 1.0, 2.5, -3.0, 1e-7, nanOf(1), nanOf(2),

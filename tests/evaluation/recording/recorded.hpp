@@ -2,80 +2,32 @@
 
 // Recordings as literals: what a text is read as, written as one line a signal.
 
+#include "support/choices.hpp"
 #include "support/traces.hpp"
 
 #include <vorm/evaluation/recording/recording_reading.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <gtest/gtest.h>
-#include <rapidcheck.h>
 
 #include <string>
 #include <vector>
 
 namespace vorm::evaluation::test {
 
-template <class T>
-std::string valueText(const T& value, const SignalType& type) {
-    if constexpr (std::is_same_v<T, std::int32_t>) {
-        if (type.isEnumerated()) {
-            return type.enumeration->members.at(static_cast<std::size_t>(value));
-        }
-    }
-    if constexpr (std::is_floating_point_v<T>) {
-        return shortestNumber(static_cast<double>(value));
-    } else {
-        std::ostringstream text;
-        assessments::writeValue(text, value);
-        return text.str();
-    }
-}
+using vorm::test::anyIndex;
+using vorm::test::anyOf;
 
-/// The time that a double of the timeline stands for, with a plus where it is just after that and a
-/// minus just before it.
-inline std::string timeText(double counted, const Timeline& timeline) {
-    const ExactTime time = timeline.timeAt(counted);
-    const double at = timeline.at(time);
-    return time.text() + (counted > at ? "+" : counted < at ? "-" : "");
-}
+/// `speed: double 0:1 2:3 known 4`, with `/` between pieces and `linear` where it is. Times have a
+/// plus where they are just after the time that is shown, and a minus just before it.
+std::string textOf(const Signal& signal, const Timeline& timeline);
 
-/// `speed: double 0:1 2:3 known 4`, with `/` between pieces and `linear` where it is.
-inline std::string textOf(const Signal& signal, const Timeline& timeline) {
-    std::string text = signal.name + ": " + typeText(signal.type);
-    for (std::size_t i = 0; i < signal.pieces->size(); ++i) {
-        text += i == 0 ? "" : " /";
-        signal.pieces->at(i).visit([&](const auto& trace) {
-            text +=
-                trace.interpolation == assessments::INTERPOLATION_METHOD::LINEAR ? " linear" : "";
-            for (const auto& point : trace.points) {
-                text += ' ' + timeText(point.time, timeline) + ':' +
-                        valueText(point.value, signal.type);
-            }
-            text += " known " + timeText(trace.lastKnownTime, timeline);
-        });
-    }
-    return text;
-}
+/// Signal by signal, a line each.
+std::string textOf(const Recording& recording);
 
-inline std::string textOf(const Recording& recording) {
-    std::string text;
-    for (const Signal& signal : recording.signals) {
-        text += (text.empty() ? "" : "\n") + textOf(signal, recording.timeline);
-    }
-    return text;
-}
-
-/// A random one of the values.
-template <class T>
-T anyOf(const std::vector<T>& values) {
-    return *rc::gen::elementOf(values);
-}
-
-inline Recording read(const std::string& content, const RecordingLayout& layout = {},
-                      const ReadingOptions& options = {}, const std::string& path = "r.csv",
-                      std::size_t blockSize = ByteWindow::defaultBlockSize) {
-    return readRecordingFiles(path, {textFile(path, content)}, layout, options, blockSize);
-}
+Recording read(const std::string& content, const RecordingLayout& layout = {},
+               const ReadingOptions& options = {}, const std::string& path = "r.csv",
+               std::size_t blockSize = ByteWindow::defaultBlockSize);
 
 /// The message of the InputError that the call throws, or `no error`.
 template <class Call>
@@ -96,20 +48,8 @@ RecordingLayout layoutWith(const Change& change) {
     return layout;
 }
 
-inline SignalLayout declared(const std::string& name, const std::string& type = {}) {
-    SignalLayout signal;
-    signal.name = name;
-    if (type == "enum") {
-        signal.type = SignalType::of(std::make_shared<Enumeration>());
-    } else if (!type.empty()) {
-        signal.type = SignalType{valueTypeOf(type), nullptr};
-    }
-    signal.where = {"limits.toml", 7, 3};
-    return signal;
-}
+SignalLayout declared(const std::string& name, const std::string& type = {});
 
-inline RecordingLayout declaring(const std::vector<SignalLayout>& signals) {
-    return layoutWith([&](RecordingLayout& layout) { layout.signals = signals; });
-}
+RecordingLayout declaring(const std::vector<SignalLayout>& signals);
 
 }  // namespace vorm::evaluation::test
