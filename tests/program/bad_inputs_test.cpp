@@ -35,11 +35,9 @@ protected:
         EXPECT_EQ(result.exitCode, exitCode);
         const std::string messages = result.out + result.err;
         for (const std::string& fragment : bad.fragments) {
-            EXPECT_NE(messages.find(fragment), std::string::npos)
-                << "'" << fragment << "' is not in\n"
-                << messages;
+            EXPECT_TRUE(has(messages, fragment));
         }
-        EXPECT_EQ(messages.find("unexpected failure"), std::string::npos) << messages;
+        EXPECT_FALSE(has(messages, "unexpected failure"));
     }
 };
 

@@ -54,15 +54,12 @@ TEST_F(Explain, TableTellsCausesAndReasons) {
 1 passed, 2 failed
 )");
     const std::string junit = assess("run e.toml e.csv --explain -f junit").out;
-    EXPECT_NE(junit.find("because lamp == 1 is false from 4 s to 6.5 s"), std::string::npos);
-    EXPECT_NE(junit.find("since 'late' begins at 3 s"), std::string::npos);
+    EXPECT_TRUE(has(junit, "because lamp == 1 is false from 4 s to 6.5 s"));
+    EXPECT_TRUE(has(junit, "since 'late' begins at 3 s"));
 }
 
 TEST_F(Explain, JsonHoldsExplanationsAsData) {
-    const auto assessmentsOf = [&](const std::string& arguments) {
-        return nlohmann::json::parse(assess(arguments).out)["recordings"][0]["assessments"];
-    };
-    const auto run = assessmentsOf("run e.toml e.csv --explain --format json");
+    const auto run = report("run e.toml e.csv --explain")["recordings"][0]["assessments"];
     const auto failure = run[1]["failures"][0];
     EXPECT_EQ(failure["explanation"], nlohmann::json::parse(R"({"extent": "whole", "causes": [
         {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false,
@@ -72,9 +69,8 @@ TEST_F(Explain, JsonHoldsExplanationsAsData) {
         ], "other_sets": 0, "has_more_sets": false})"));
     EXPECT_EQ(run[0]["failures"][0]["explanation"]["other_sets"], 1);
     EXPECT_EQ(run[2]["no_result_spans"][2]["reasons"], nlohmann::json({"'late' ends at 7 s"}));
-    EXPECT_EQ(assessmentsOf("show e.toml calm e.csv --format json")[0], run[1]);
-    EXPECT_FALSE(
-        assessmentsOf("run e.toml e.csv --format json")[1]["failures"][0].contains("explanation"));
+    EXPECT_EQ(outcome("show e.toml calm e.csv"), run[1]);
+    EXPECT_FALSE(outcome("run e.toml e.csv --only calm")["failures"][0].contains("explanation"));
 }
 
 // Windows three times as long as the recording move an instant there and back.
@@ -84,7 +80,7 @@ TEST_F(Explain, LongWindowsKeepInstants) {
           "[[assessment]]\nname = 'long'\n"
           "formula = 'rise(p) -> always[0, 30 s](eventually[-30 s, -20 s](~ok))'\n");
     const ProgramResult result = assess("run w.toml w.csv");
-    EXPECT_NE(result.out.find("fails at 5 s"), std::string::npos) << result.out;
+    EXPECT_TRUE(has(result.out, "fails at 5 s"));
 }
 
 // A comparison with NaN is false throughout it, also that of a slope.
@@ -94,18 +90,15 @@ TEST_F(Explain, SlopesAreNanBesideNan) {
           "[signals]\nx = { interpolation = 'linear' }\n[[assessment]]\n"
           "name = 'gentle'\nformula = 'slope(x) <= 150'\n");
     const ProgramResult result = assess("run n.toml n.csv --explain");
-    EXPECT_NE(result.out.find("because slope(x) <= 150 is false from 1 s to 3 s"),
-              std::string::npos)
-        << result.out;
-    EXPECT_NE(result.out.find("no result for less than 1 % of the range, first at 1 s"),
-              std::string::npos);
+    EXPECT_TRUE(has(result.out, "because slope(x) <= 150 is false from 1 s to 3 s"));
+    EXPECT_TRUE(has(result.out, "no result for less than 1 % of the range, first at 1 s"));
 }
 
 TEST_F(Explain, ShowMarksWhatItLeavesOut) {
     const std::string all = assess("show e.toml calm e.csv --values 50").out;
-    EXPECT_EQ(all.find("..."), std::string::npos) << all;
-    EXPECT_NE(assess("show e.toml known e.csv").out.find("1 at 3, no result from just after 3.5"),
-              std::string::npos);
+    EXPECT_FALSE(has(all, "..."));
+    EXPECT_TRUE(
+        has(assess("show e.toml known e.csv").out, "1 at 3, no result from just after 3.5"));
     write("long.toml", R"([signals]
 x = { interpolation = "linear" }
 [[assessment]]
@@ -118,8 +111,7 @@ formula = "x < 3.25"
     }
     write("long.csv", content);
     const std::string thinned = assess("show long.toml low long.csv --margin 10 --values 4").out;
-    EXPECT_NE(thinned.find("0 at 0, 4 at 4, ..., 3.25 at 8.25, ..., 0 at 10"), std::string::npos)
-        << thinned;
+    EXPECT_TRUE(has(thinned, "0 at 0, 4 at 4, ..., 3.25 at 8.25, ..., 0 at 10"));
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <set>
 #include <vector>
 
 namespace assess_tests {
@@ -18,8 +16,7 @@ protected:
         const std::string subject = recordings + " " + options;
         const ProgramResult init = assess("init " + subject + " -o draft.toml");
         EXPECT_EQ(init.exitCode, 0) << subject << init.err;
-        const bool isTogether = options.find("--together") != std::string::npos;
-        const std::string together = isTogether ? " --together" : "";
+        const std::string together = has(options, "--together") ? " --together" : "";
         const ProgramResult run = assess("run draft.toml " + recordings + together + " -f json");
         const std::string draft = contentOf(folder() / "draft.toml");
         EXPECT_LE(run.exitCode, 1) << subject << run.err << run.out << draft;
@@ -28,8 +25,8 @@ protected:
         return draft;
     }
 
-    static bool holds(const std::string& draft, const std::string& line) {
-        return ("\n" + draft).find("\n" + line + "\n") != std::string::npos;
+    static testing::AssertionResult holds(const std::string& draft, const std::string& line) {
+        return has("\n" + draft, "\n" + line + "\n");
     }
 };
 
@@ -82,7 +79,7 @@ TEST_F(Init, QuotesWhatNeedsItWhateverColumnsAndTheirTextsAreCalled) {
           "\\n",  "tab\there",     "two\nlines", "bell\a", "until", "always",  "rise",
           "true", "not",           "double",     "int8",   "abs",   "t,1"}) {
         write("n.csv", "time,\"" + name + "\"\n0,1\n1,3\n");
-        EXPECT_EQ(usableDraft("n.csv").find('?'), std::string::npos) << name;
+        EXPECT_FALSE(has(usableDraft("n.csv"), "?")) << name;
         // The text is longer than what is cut off by messages and tables.
         std::string rows = "time,m\n0,\"is ";
         rows.append(name).append("\"\n1,\"other ").append(60, '.').append(name).append("\"\n");
@@ -108,9 +105,9 @@ TEST_F(Init, KnowsEveryKindOfValue) {
             "# mixed: mixed, 1 to 1, 2 samples",
             "constant = { type = \"double\" }  # 5 to 5, 2 samples",
         }) {
-        EXPECT_TRUE(holds(draft, line)) << line << "\n" << draft;
+        EXPECT_TRUE(holds(draft, line));
     }
-    EXPECT_NE(draft.find("id <= -9007199254740993)"), std::string::npos) << draft;
+    EXPECT_TRUE(has(draft, "id <= -9007199254740993)"));
 }
 
 TEST_F(Init, TellsFilesApartThatHaveAColumnOfOneName) {
@@ -145,7 +142,7 @@ TEST_F(Init, TellsFilesApartThatHaveAColumnOfOneName) {
          }) {
         const std::string draft = usableDraft(row.recordings, row.options);
         for (const std::string& signal : row.signals) {
-            EXPECT_NE(draft.find("\n" + signal), std::string::npos) << signal << "\n" << draft;
+            EXPECT_TRUE(has(draft, "\n" + signal));
         }
     }
 }
@@ -155,17 +152,17 @@ TEST_F(Init, HasExamplesOfWhatAllRecordingsHaveAlike) {
     write("two.csv", "time,mode,speed\n0,P,9007199254740993\n1,D,7\n");
     write("three.csv", "time,mode,speed\n0,P,0.5\n1,D,7\n");
     write("four.csv", "time,mode\n0,R\n1,D\n");
-    EXPECT_NE(usableDraft("three.csv four.csv").find("~(mode == 'D')"), std::string::npos);
+    EXPECT_TRUE(has(usableDraft("three.csv four.csv"), "~(mode == 'D')"));
     EXPECT_TRUE(
         holds(usableDraft("one.csv three.csv"), "# mode: double or enum, 3 to 4, 2 samples"));
     const std::string none = assess("init one.csv two.csv").out;
-    EXPECT_EQ(none.find("[[assessment]]"), std::string::npos) << none;
-    EXPECT_NE(none.find("# No signal is there to make examples of"), std::string::npos) << none;
+    EXPECT_FALSE(has(none, "[[assessment]]"));
+    EXPECT_TRUE(has(none, "# No signal is there to make examples of"));
 }
 
 TEST_F(Init, SaysWhatHasToBeDecidedAboutTimes) {
     write("equal.csv", "time,x\n0,1\n1,2\n1,3\n2,4\n");
-    EXPECT_NE(usableDraft("equal.csv").find("\nequal_times = \"last\""), std::string::npos);
+    EXPECT_TRUE(has(usableDraft("equal.csv"), "\nequal_times = \"last\""));
     EXPECT_TRUE(holds(usableDraft("equal.csv", "--equal-times first"), "equal_times = \"first\""));
 
     write("back.csv", "time,x\n0,1\n2,2\n1,3\n");
@@ -189,15 +186,13 @@ TEST_F(Init, KeepsTheOptionsThatWereGiven) {
         usableDraft("o.csv",
                     "--delimiter '|' --time T --unit ms --missing '?' --missing none "
                     "--max-gap '2 min' --interpolation linear --resolution us --origin first");
-    const std::set<std::string> lines{"delimiter = \"|\"",   "time = \"T\"",
-                                      "unit = \"ms\"",       R"(missing = ["?", "none"])",
-                                      "max_gap = \"2 min\"", "interpolation = \"linear\"",
-                                      "resolution = \"us\"", "origin = \"first\""};
-    for (const std::string& line : lines) {
-        EXPECT_TRUE(holds(draft, line)) << line << "\n" << draft;
+    for (const char* line :
+         {"delimiter = \"|\"", "time = \"T\"", "unit = \"ms\"", R"(missing = ["?", "none"])",
+          "max_gap = \"2 min\"", "interpolation = \"linear\"", "resolution = \"us\"",
+          "origin = \"first\""}) {
+        EXPECT_TRUE(holds(draft, line));
     }
-    const auto json = nlohmann::json::parse(assess("run draft.toml o.csv -f json").out);
-    EXPECT_EQ(json["recordings"][0]["assessments"][0]["to"], 60.5);
+    EXPECT_EQ(outcome("run draft.toml o.csv")["to"], 60.5);
 }
 
 TEST_F(Init, NeedsTimes) {
@@ -205,16 +200,15 @@ TEST_F(Init, NeedsTimes) {
     const ProgramResult none = assess("init none.csv");
     EXPECT_EQ(none.exitCode, 3);
     EXPECT_EQ(none.out, "");
-    EXPECT_NE(none.err.find("none.csv:1: has no time column"), std::string::npos) << none.err;
+    EXPECT_TRUE(has(none.err, "none.csv:1: has no time column"));
     EXPECT_EQ(assess("init missing.csv").exitCode, 3);
     EXPECT_EQ(assess("init none.csv --unit fortnight").exitCode, 2);
 
     write("folder/notes.txt", "tests of today\nall went well\n");
     write("folder/drive.csv", "time,x\n0,1\n1,2\n");
     const std::string draft = usableDraft("folder");
-    EXPECT_NE(draft.find("\n# not read: folder/notes.txt:1: has no time column"), std::string::npos)
-        << draft;
-    EXPECT_EQ(draft.find("tests of today ="), std::string::npos) << draft;
+    EXPECT_TRUE(has(draft, "\n# not read: folder/notes.txt:1: has no time column"));
+    EXPECT_FALSE(has(draft, "tests of today ="));
 }
 
 }  // namespace

@@ -2,16 +2,17 @@
 
 // Runs the program as a user does: in a folder of its own, by the shell.
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
+#include "support/text.hpp"
 
-#include <cstdlib>
+#include <gtest/gtest.h>
+#include <nlohmann/json_fwd.hpp>
+
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace assess_tests {
+
+using vorm::test::has;
 
 struct ProgramResult {
     int exitCode = -1;
@@ -19,38 +20,29 @@ struct ProgramResult {
     std::string err;
 };
 
-inline std::string contentOf(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+std::string contentOf(const std::filesystem::path& path);
+
+/// Whether a value is the expected one, objects in it in all members that the expected ones have.
+testing::AssertionResult matches(const nlohmann::json& actual, const std::string& expected);
 
 /// A test with an empty folder as its place of work.
 class ProgramTest : public testing::Test {
 protected:
-    ProgramTest() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "assess_XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-    }
-    ~ProgramTest() override { std::filesystem::remove_all(folder_); }
+    ProgramTest();
+    ~ProgramTest() override;
 
-    void write(const std::string& name, const std::string& content) const {
-        std::filesystem::create_directories((folder_ / name).parent_path());
-        std::ofstream(folder_ / name, std::ios::binary) << content;
-    }
+    void write(const std::string& name, const std::string& content) const;
 
     /// Runs `assess` with arguments in the syntax of the shell, perhaps with redirections.
-    ProgramResult assess(const std::string& arguments) const {
-        return shell(std::string(VORM_ASSESS) + " " + arguments);
-    }
+    ProgramResult assess(const std::string& arguments) const;
 
-    ProgramResult shell(const std::string& commands) const {
-        const auto out = folder_ / ".out";
-        const auto err = folder_ / ".err";
-        const std::string line = "cd '" + folder_.string() + "' && { " + commands + "; } >" +
-                                 out.string() + " 2>" + err.string();
-        const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(err)};
-    }
+    ProgramResult shell(const std::string& commands) const;
+
+    /// What `assess` reports as JSON.
+    nlohmann::json report(const std::string& arguments) const;
+
+    /// What it reports of the first assessment on the first recording.
+    nlohmann::json outcome(const std::string& arguments) const;
 
     const std::filesystem::path& folder() const { return folder_; }
 

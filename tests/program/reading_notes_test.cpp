@@ -44,23 +44,19 @@ TEST_F(ReadingNotes, AreOnRequestButWarningsAreNot) {
 
 TEST_F(ReadingNotes, QuoteTimesThatGoBackAsFarAsTheyCanBeReadAgain) {
     write("back.csv", "time [ms],x\n0,1\n2.50e2,2\n10,3\n");
-    EXPECT_NE(assess("run a.toml back.csv").out.find("from '2.50e2' in line 3 to '10'"),
-              std::string::npos);
-    EXPECT_NE(shell("cat back.csv | " VORM_ASSESS " run a.toml -")
-                  .out.find("from '0.25' in line 3 to '10'"),
-              std::string::npos);
+    EXPECT_TRUE(has(assess("run a.toml back.csv").out, "from '2.50e2' in line 3 to '10'"));
+    EXPECT_TRUE(has(shell("cat back.csv | " VORM_ASSESS " run a.toml -").out,
+                    "from '0.25' in line 3 to '10'"));
 }
 
 TEST_F(ReadingNotes, AreInTheReportsOfPrograms) {
-    const auto run = nlohmann::json::parse(assess("run a.toml cut.csv -f json").out);
-    const auto& outcome = run["recordings"][0];
-    EXPECT_EQ("note: " + outcome["read_as"][0].get<std::string>() + "\n", cutNote);
-    EXPECT_EQ("warning: " + outcome["warnings"][0].get<std::string>() + "\n", cutWarning);
+    const auto run = report("run a.toml cut.csv")["recordings"][0];
+    EXPECT_EQ("note: " + run["read_as"][0].get<std::string>() + "\n", cutNote);
+    EXPECT_EQ("warning: " + run["warnings"][0].get<std::string>() + "\n", cutWarning);
     // The row that is cut off is no sample.
-    EXPECT_EQ(outcome["assessments"][0]["to"], 1);
+    EXPECT_EQ(run["assessments"][0]["to"], 1);
 
-    const auto survey = nlohmann::json::parse(assess("signals cut.csv -f json").out);
-    const auto& file = survey["recordings"][0]["files"][0];
+    const auto file = report("signals cut.csv")["recordings"][0]["files"][0];
     EXPECT_EQ(file["read_as"].size(), 4);
     EXPECT_EQ("warning: " + file["warnings"][0].get<std::string>() + "\n", cutWarning);
     EXPECT_EQ(file["time_problem"], nullptr);

@@ -1,0 +1,89 @@
+// What the manual, the completion and the documents tell of the program is what it offers.
+
+#include "program_runner.hpp"
+
+#include <algorithm>
+#include <regex>
+#include <vector>
+
+namespace assess_tests {
+namespace {
+
+using Documentation = ProgramTest;
+
+// What the group of the pattern is, wherever the text has it.
+std::vector<std::string> allOf(const std::string& text, const std::string& pattern) {
+    const std::regex regex(pattern);
+    return {std::sregex_token_iterator(text.begin(), text.end(), regex, 1), {}};
+}
+
+std::vector<std::string> commandsIn(const std::string& help) {
+    return allOf(help.substr(help.find("Subcommands:")), "\n  ([a-z]+)");
+}
+
+TEST_F(Documentation, EveryCommandAndFormatIsInTheManualAndTheCompletion) {
+    std::vector<std::string> words = commandsIn(assess("--help").out);
+    EXPECT_GE(words.size(), 4U);
+    for (const std::string& command : std::vector<std::string>(words)) {
+        for (const std::string& list :
+             allOf(assess(command + " --help").out, "--format ([a-z]+(\\|[a-z]+)+)")) {
+            const std::vector<std::string> formats = allOf(list, "([a-z]+)");
+            words.insert(words.end(), formats.begin(), formats.end());
+        }
+    }
+    EXPECT_EQ(std::count(words.begin(), words.end(), "junit"), 1);
+    for (const char* path : {"/assess.1", "/completion/assess.bash", "/completion/_assess"}) {
+        const std::string text = contentOf(std::string(VORM_ASSESS_SOURCES) + path);
+        for (const std::string& word : words) {
+            EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + word + "\\b")))
+                << path << ": " << word;
+        }
+    }
+}
+
+constexpr const char* optionPattern = "(--[a-z][a-z-]*)";
+
+// Not only a longer option that begins with it.
+bool names(const std::string& text, const std::string& option) {
+    const std::vector<std::string> options = allOf(text, optionPattern);
+    return std::find(options.begin(), options.end(), option) != options.end();
+}
+
+TEST_F(Documentation, EveryOptionIsInTheManualAndTheCompletion) {
+    const std::string manual =
+        std::regex_replace(contentOf(VORM_ASSESS_SOURCES "/assess.1"), std::regex(R"(\\-)"), "-");
+    const std::string bash = contentOf(VORM_ASSESS_SOURCES "/completion/assess.bash");
+    const std::string zsh = contentOf(VORM_ASSESS_SOURCES "/completion/_assess");
+    std::vector<std::string> commands = commandsIn(assess("--help").out);
+    commands.emplace_back();
+    for (const std::string& command : commands) {
+        for (const std::string& option : allOf(assess(command + " --help").out, optionPattern)) {
+            EXPECT_TRUE(names(manual, option)) << option;
+            EXPECT_TRUE(names(bash, option)) << option;
+            EXPECT_TRUE(names(zsh, option)) << option;
+        }
+    }
+}
+
+TEST_F(Documentation, EveryKeyOfRecordingIsAnOptionOfSignals) {
+    const std::string help = assess("signals --help").out;
+    const std::string group = help.substr(help.find("How the recordings are read"));
+    std::vector<std::string> options =
+        allOf(group.substr(0, group.find("\n\n")), "\n +--([a-z-]+)");
+    const std::string page = contentOf(VORM_ASSESS_SOURCES "/../../docs/assessment_files.md");
+    const std::string section = page.substr(page.find("## [recording]"));
+    std::vector<std::string> keys;
+    for (const std::string& row :
+         allOf(section.substr(0, section.find("###")), R"(\n\| (`[^|]+) \|)")) {
+        for (const std::string& key : allOf(row, "`([a-z_]+)`")) {
+            keys.push_back(std::regex_replace(key, std::regex("_"), "-"));
+        }
+    }
+    std::sort(options.begin(), options.end());
+    std::sort(keys.begin(), keys.end());
+    EXPECT_GE(keys.size(), 12U);
+    EXPECT_EQ(options, keys);
+}
+
+}  // namespace
+}  // namespace assess_tests
