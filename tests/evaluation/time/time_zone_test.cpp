@@ -21,7 +21,7 @@ ExactTime timeOf(const std::string& text) {
 }
 
 std::string messageFor(const TimeZone& zone, ExactTime local) {
-    return test::thrown<InputError>([&] { zone.utcOf(local); }).problem().message;
+    return vorm::test::thrown<InputError>([&] { zone.utcOf(local); }).problem().message;
 }
 
 TEST(TimeZone, TellsUtcAroundEachChangeOfItsClocks) {
@@ -87,7 +87,7 @@ TEST(TimeZone, RefusesTimesThatAreTwiceOrNever) {
 TEST(TimeZone, IsCalledByItsNameOnly) {
     const auto problemOf = [](const char* name) {
         const InputProblem problem =
-            test::thrown<InputError>([name] { TimeZone::called(name); }).problem();
+            vorm::test::thrown<InputError>([name] { TimeZone::called(name); }).problem();
         return problem.message + ": " + problem.advice;
     };
     EXPECT_EQ(TimeZone::called("Europe/Berlin").name(), "Europe/Berlin");
