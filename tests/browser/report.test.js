@@ -164,7 +164,7 @@ test("texts from outside stay texts", async () => {
     await hasDrawn(page, "r1a1");
     assert.equal(await page.locator("img, i, b").count(), 0);
     assert.deepEqual(await page.locator("details h3").allTextContents(), hostileTexts);
-    const captions = await page.locator("#r1a1 figcaption bdi").allTextContents();
+    const captions = await page.locator("#r1a1 figcaption strong").allTextContents();
     assert.ok(captions.includes(hostileTexts[0]));
     assert.equal(islands[0].signals[0].name, hostileTexts[0]);
     assert.equal(await page.title(), hostileTexts[0]);

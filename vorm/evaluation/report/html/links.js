@@ -19,7 +19,8 @@ function followLink() {
   const box = details.querySelector(".plots");
   if (box && from !== undefined) {
     const stack = stackOf(box);
-    stack.show({ from: secondsAfter(stack.origin, from), to: secondsAfter(stack.origin, to) });
+    const [start, end] = [from, to].map((time) => secondsAfter(stack.origin, time));
+    stack.show(clippedWindow({ from: start, to: end }, stack.whole));
   }
   details.scrollIntoView();
 }

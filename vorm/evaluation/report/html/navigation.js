@@ -110,7 +110,7 @@ function followPointer(stack) {
     const selected = drag && !drag.isPan && Math.abs(xOf(event) - drag.x) > 4;
     if (selected) {
       const [from, to] = [stack.timeAt(drag.x), stack.timeAt(xOf(event))].sort((a, b) => a - b);
-      stack.show({ from, to });
+      stack.show(roundedWindow({ from, to }));
     }
     cancel();
   };

@@ -51,11 +51,11 @@ class PlotStack {
   }
 
   zoom(factor, centre) {
-    this.show(zoomedWindow(this.window, factor, centre));
+    this.show(roundedWindow(zoomedWindow(this.window, factor, centre)));
   }
 
   pan(seconds) {
-    this.show(pannedWindow(this.window, seconds, this.whole));
+    this.show(roundedWindow(pannedWindow(this.window, seconds, this.whole)));
   }
 
   /** Drawing waits for the next frame, so that many events in one cost one drawing. */
@@ -147,7 +147,7 @@ class PlotStack {
       return;
     }
     const [start, end] = failures.slice(2 * index, 2 * index + 2);
-    this.show(windowAround(start, end, this.#signals, this.whole));
+    this.show(roundedWindow(windowAround(start, end, this.#signals, this.whole)));
     this.moveCursor(start);
     this.#say(`Failure ${index + 1} of ${count}; ${this.#readings()}`);
   }

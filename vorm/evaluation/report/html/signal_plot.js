@@ -64,7 +64,7 @@ function spanText(origin, { from, to }) {
 }
 
 function captionOf({ name, unit, shown, samples }) {
-  const parts = [html("strong", {}, html("bdi", {}, name))];
+  const parts = [html("strong", {}, name)];
   if (unit) {
     parts.push(html("span", { class: "unit" }, `[${unit}]`));
   }

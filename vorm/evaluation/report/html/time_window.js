@@ -6,10 +6,24 @@ function leastSpan(whole) {
 }
 
 function fittedWindow({ from, to }, whole) {
+  if (from >= whole.from && to <= whole.to && to - from >= leastSpan(whole)) {
+    return { from, to };
+  }
   const length = whole.to - whole.from;
   const span = clamp(to - from, Math.min(leastSpan(whole), length), length);
   const start = clamp((from + to - span) / 2, whole.from, whole.to - span);
   return span === length ? { ...whole } : { from: start, to: start + span };
+}
+
+/** Without the digits that no pixel shows, for links that people can read. */
+function roundedWindow({ from, to }) {
+  const places = clamp(Math.ceil(4 - Math.log10(to - from)), 0, 20);
+  return { from: Number(from.toFixed(places)), to: Number(to.toFixed(places)) };
+}
+
+/** What two windows have in common. */
+function clippedWindow({ from, to }, whole) {
+  return { from: Math.max(from, whole.from), to: Math.min(to, whole.to) };
 }
 
 function zoomedWindow({ from, to }, factor, centre = (from + to) / 2) {

@@ -13,7 +13,7 @@ function valueScale(signal, thresholds) {
   }
   const height = 120;
   const { least, greatest } = valueRange(signal.values, thresholds);
-  const step = tickStep(greatest / 4 - least / 4, 1);
+  const step = tickStep(greatest / 5 - least / 5, 1);
   const values = ticks(least, greatest, step);
   return {
     height,
