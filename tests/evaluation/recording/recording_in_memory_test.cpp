@@ -61,9 +61,11 @@ TEST(RecordingInMemory, ErrorsNameTheSignalAndTheIndex) {
                     }),
               "signal 'a': the positions of an enumeration's members are of type int32");
     const std::vector<std::int64_t> ticks{0, 1};
-    EXPECT_EQ(
-        error({}, {1, 2}, [&](auto& column) { column.times = TickTimes(ticks, 60 * second, {}); }),
-        "signal 'a': the unit of its times is no length of time up to a second");
+    EXPECT_EQ(error({}, {1, 2},
+                    [&](auto& column) {
+                        column.times = TickTimes{ticks, 60 * second, {}};
+                    }),
+              "signal 'a': the unit of its times is no length of time up to a second");
     EXPECT_EQ(error({}, {1, 2},
                     [&](auto& column) {
                         column.times = TickTimes{ticks, second, ExactTime(WideInteger{1} << 126)};
