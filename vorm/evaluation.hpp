@@ -19,6 +19,7 @@
 #include <vorm/evaluation/causes/cause_extent.hpp>
 #include <vorm/evaluation/drawing/recording_drawing.hpp>
 #include <vorm/evaluation/drawing/signal_drawing.hpp>
+#include <vorm/evaluation/drawing/value_columns.hpp>
 #include <vorm/evaluation/evaluator/evaluator.hpp>
 #include <vorm/evaluation/evaluator/truth.hpp>
 #include <vorm/evaluation/formula/enumeration_literal.hpp>
@@ -35,7 +36,9 @@
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
 #include <vorm/evaluation/report/survey_report.hpp>
+#include <vorm/evaluation/report/svg_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>
+#include <vorm/evaluation/report/terminal_plot.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 #include <vorm/evaluation/signal/signal_column.hpp>

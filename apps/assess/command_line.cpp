@@ -93,8 +93,9 @@ private:
              "  assess init measured.txt --time TestTime --unit min -o limits.toml",
              &CommandLine::declareInit, draftAssessments},
             {"show", "Show why an assessment fails",
-             "  assess show limits.toml 'braking is quick' drive.csv", &CommandLine::declareShow,
-             showAssessment},
+             "  assess show limits.toml 'braking is quick' drive.csv\n"
+             "  assess show limits.toml 'braking is quick' drive.csv --format svg -o braking.svg",
+             &CommandLine::declareShow, showAssessment},
         };
     }
 
@@ -283,7 +284,7 @@ private:
         addAssessments(sub);
         sub.add_option("NAME", options_.name, "The name of the assessment")->required();
         addRecordings(sub);
-        addOutput(sub, {"table", "json", "html"});
+        addOutput(sub, {"table", "json", "html", "svg"});
         sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
@@ -295,6 +296,8 @@ private:
                        "Seconds to show before and after a failure; half its length without it")
             ->check(secondsFromZero())
             ->type_name("S");
+        sub.add_flag("--no-plot", options_.withoutPlot,
+                     "No picture of the signals, which terminals get");
     }
 
     static CLI::Validator secondsFromZero() {

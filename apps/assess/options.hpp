@@ -44,6 +44,7 @@ struct Options {
     std::optional<std::size_t> intervals;
     std::optional<std::size_t> values;
     std::optional<double> margin;
+    bool withoutPlot = false;  ///< no picture where an assessment is shown on a terminal
 
     unsigned jobs = 1;
     bool quiet = false;

@@ -5,6 +5,7 @@
 #include <vorm/evaluation/report/html_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
+#include <vorm/evaluation/report/svg_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
@@ -29,6 +30,7 @@ struct Format {
     const char* name;
     std::string (*report)(const Results&, const Options&);
     bool hasPlots = false;
+    bool isOfOne = false;  // of one assessment on one recording
 };
 
 std::string table(const Results& results, const Options& options) {
@@ -47,11 +49,27 @@ std::string page(const Results& results, const Options& options) {
     return htmlReport(results.file, results.outcome, results.drawings, style);
 }
 
+// A picture has no place for an error.
+std::string picture(const Results& results, const Options&) {
+    const auto& recordings = results.outcome.recordings;
+    if (recordings.size() != 1) {
+        throw WrongUsage("a picture is of one recording, and these are " +
+                         std::to_string(recordings.size()));
+    }
+    const RecordingOutcome& recording = recordings.front();
+    if (const auto& error =
+            recording.error ? recording.error : recording.assessments.front().error) {
+        throw InputError(*error);
+    }
+    return svgReport(recording, 0, results.drawings.front());
+}
+
 constexpr auto formats = std::to_array<Format>({
     {"table", table},
     {"json", [](const Results& results, const Options&) { return jsonReport(results.outcome); }},
     {"junit", [](const Results& results, const Options&) { return junitReport(results.outcome); }},
     {"html", page, true},
+    {"svg", picture, true, true},
 });
 
 const Format& formatOf(const std::string& name) {
@@ -119,7 +137,9 @@ void noteNeverTriggered(const RunOutcome& run) {
 std::vector<std::string> runFormats() {
     std::vector<std::string> names;
     for (const Format& format : formats) {
-        names.emplace_back(format.name);
+        if (!format.isOfOne) {
+            names.emplace_back(format.name);
+        }
     }
     return names;
 }

@@ -6,6 +6,7 @@
 #include <vorm/evaluation/recording/recording_parts.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
+#include <vorm/evaluation/report/terminal_plot.hpp>
 
 #include <algorithm>
 #include <iostream>
@@ -40,6 +41,7 @@ public:
     ShownRecordings(const AssessmentFile& file, const Options& options)
         : isJson_(options.format == "json"),
           style_(styleOf(options)),
+          plotWidth_(options.withoutPlot ? std::nullopt : terminalWidth(options)),
           outcomes_{file.name, file.title, {}} {}
 
     void add(const Recording& recording, const Explanation& explanation) {
@@ -51,7 +53,8 @@ public:
                                             recording.warnings});
         } else {
             text_ += (text_.empty() ? "" : "\n") + recording.name + "\n" +
-                     explanationReport(explanation, style_);
+                     explanationReport(explanation, style_) +
+                     plotOf(explanation.outcome, recording);
         }
     }
 
@@ -62,14 +65,27 @@ public:
     std::string text() const { return isJson_ ? jsonReport(outcomes_) : text_; }
 
 private:
+    std::string plotOf(const AssessmentOutcome& outcome, const Recording& recording) const {
+        if (!plotWidth_) {
+            return "";
+        }
+        TerminalPlotStyle plot;
+        plot.width = *plotWidth_;
+        plot.margin = style_.margin;
+        plot.colours = style_.colours;
+        const std::string text = terminalPlot(outcome, recording, plot);
+        return text.empty() ? "" : "\n" + text;
+    }
+
     bool isJson_;
     ExplanationStyle style_;
+    std::optional<std::size_t> plotWidth_;
     RunOutcome outcomes_;
     std::string text_;
 };
 
-// The page of a run of that assessment alone.
-ExitCode showPage(const Options& options, const Assessment& assessment) {
+// The page or the picture of a run of that assessment alone.
+ExitCode showPlots(const Options& options, const Assessment& assessment) {
     Options run = options;
     run.only = {assessment.name};
     run.plotsAll = true;
@@ -81,8 +97,8 @@ ExitCode showPage(const Options& options, const Assessment& assessment) {
 ExitCode showAssessment(const Options& options) {
     const AssessmentFile file = readAssessmentFile(options.assessments);
     const Assessment& assessment = file.find(options.name);
-    if (options.format == "html") {
-        return showPage(options, assessment);
+    if (options.format == "html" || options.format == "svg") {
+        return showPlots(options, assessment);
     }
     ProgressLine progress(options);
     RunOptions run;

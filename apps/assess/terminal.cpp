@@ -3,6 +3,7 @@
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -28,6 +29,16 @@ bool wantsColours(const Options& options) {
         return options.colour == ColourChoice::Always;
     }
     return options.output.empty() && !isSet("NO_COLOR") && ::isatty(STDOUT_FILENO) != 0;
+}
+
+std::optional<std::size_t> terminalWidth(const Options& options) {
+    constexpr std::size_t usual = 80;
+    if (!options.output.empty() || ::isatty(STDOUT_FILENO) == 0) {
+        return std::nullopt;
+    }
+    winsize size{};
+    const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : usual;
 }
 
 std::string today() {

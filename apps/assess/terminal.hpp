@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@ namespace assess {
 
 /// Whether results on standard output are to be coloured.
 bool wantsColours(const Options& options);
+
+/// How many characters a line of the terminal takes; nothing where results go elsewhere.
+std::optional<std::size_t> terminalWidth(const Options& options);
 
 /// The date for reports, `2026-11-23`: that of SOURCE_DATE_EPOCH, where it is set, so that the same
 /// input gives the same bytes.

@@ -11,7 +11,7 @@ _assess() {
         -f | --format)
             words="table json"
             [[ $command == run ]] && words+=" junit html html="
-            [[ $command == show ]] && words+=" html"
+            [[ $command == show ]] && words+=" html svg"
             ;;
         --delimiter) words="comma semicolon tab" ;;
         --unit | --resolution) words="fs ps ns us ms s min h" ;;
@@ -40,7 +40,7 @@ _assess() {
             options+=" --first-row --names --bad-rows --form --name-column --value-column --interpolation --max-gap"
             [[ $command == signals ]] && options+=" --layout --format"
             ;;
-        show) options+=" --format --output --together --intervals --values --margin" ;;
+        show) options+=" --format --output --together --intervals --values --margin --no-plot" ;;
     esac
     if [[ -z $words && $word == -* ]]; then
         words=$options

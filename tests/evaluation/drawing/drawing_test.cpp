@@ -2,12 +2,14 @@
 
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/drawing/recording_drawing.hpp>
+#include <vorm/evaluation/drawing/value_columns.hpp>
 
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 
 namespace vorm::evaluation {
 namespace {
@@ -181,6 +183,73 @@ TEST(Drawing, IsOfEverythingOnRequest) {
     const auto drawings = drawingsOf(requirements, switchedRows, options);
     EXPECT_TRUE(drawings.front().assessments[3]);
     EXPECT_FALSE(drawings.front().assessments[1]);  // could not be evaluated
+}
+
+// What is held, or lies on a line, at that time; nothing where it is not known.
+std::optional<double> valueAt(const SignalDrawing& drawing, double time) {
+    for (const DrawnPiece& piece : drawing.pieces) {
+        for (std::size_t i = piece.times.size(); i-- > 0;) {
+            const bool isLast = i + 1 == piece.times.size();
+            const double end = isLast ? piece.end : piece.times[i + 1];
+            if (piece.times[i] <= time && (time < end || (isLast && time == end))) {
+                const double value = piece.values[i];
+                const bool isLine = drawing.kind == DrawingKind::Lines && !isLast;
+                const double next = isLine ? piece.values[i + 1] : value;
+                const double share =
+                    end > piece.times[i] ? (time - piece.times[i]) / (end - piece.times[i]) : 0;
+                return value + (next - value) * share;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+// Times are whole, columns have a power of two of them, and values are small: no number is rounded.
+RC_GTEST_PROP(ValueColumns, SpanAllValuesOfTheirTime, ()) {
+    SignalDrawing drawing{"x", "", *rc::gen::element(DrawingKind::Lines, DrawingKind::Steps),
+                          {},  {}, 0};
+    double time = 0;
+    for (int left = *rc::gen::inRange(0, 4); left > 0; --left) {
+        DrawnPiece piece{{}, {}, 0};
+        for (int samples = *rc::gen::inRange(1, 8); samples > 0; --samples) {
+            time += *rc::gen::element(1, 2, 8, 32);
+            piece.times.push_back(time);
+            piece.values.push_back(*rc::gen::inRange(-8, 8) * 32);
+        }
+        time += *rc::gen::element(0, 4);
+        piece.end = time;
+        drawing.pieces.push_back(piece);
+    }
+    const double begin = 8.0 * *rc::gen::inRange(-2, 10);
+    const std::size_t count = *rc::gen::inRange<std::size_t>(1, 12);
+    const double width = 8;
+    const CountedSpan span{begin, begin + width * static_cast<double>(count)};
+    const auto columns = valueColumns(drawing, span, count);
+    RC_ASSERT(columns.size() == count);
+    constexpr int slices = 64;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double from = begin + width * static_cast<double>(i);
+        for (int slice = 0; slice < slices; ++slice) {
+            const auto value = valueAt(drawing, from + width * slice / slices);
+            RC_ASSERT(!value || columns[i]);
+            RC_ASSERT(!value || (columns[i]->least <= *value && *value <= columns[i]->greatest));
+        }
+        if (columns[i]) {
+            bool hasLeast = false;
+            bool hasGreatest = false;
+            // Lines are as close to a column's last time as they get to its end.
+            for (int slice = 0; slice <= slices * slices; ++slice) {
+                const double at = from + width * slice / (slices * slices);
+                const auto value =
+                    slice < slices * slices || drawing.kind == DrawingKind::Lines || at == span.last
+                        ? valueAt(drawing, at)
+                        : std::nullopt;
+                hasLeast |= value == columns[i]->least;
+                hasGreatest |= value == columns[i]->greatest;
+            }
+            RC_ASSERT(hasLeast && hasGreatest);
+        }
+    }
 }
 
 }  // namespace

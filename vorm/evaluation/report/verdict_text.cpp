@@ -55,8 +55,7 @@ VerdictCounts countVerdicts(const RunOutcome& run) {
     return sum;
 }
 
-std::string numberText(double number) {
-    constexpr int digits = 9;
+std::string numberText(double number, int digits) {
     if (std::isnan(number)) {
         return "nan";  // without a sign
     }

@@ -28,8 +28,8 @@ struct VerdictCounts {
 VerdictCounts countVerdicts(const RunOutcome& run);
 VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict);
 
-/// A number with up to nine digits.
-std::string numberText(double number);
+/// A number with up to so many digits.
+std::string numberText(double number, int digits = 9);
 
 /// Whether the recording decides the robustness, which was computed.
 bool hasDecidedRobustness(const AssessmentOutcome& outcome);
