@@ -226,9 +226,10 @@ private:
                 }
                 const std::string at = pixel(x(piece.times[i]));
                 const std::string to = pixel(y_ + scale.y(piece.values[i]));
-                data += !isBegun ? "M" + at + " " + to
-                        : isHeld ? "H" + at + "V" + to
-                                 : "L" + at + " " + to;
+                data += !isBegun ? "M" : isHeld ? "H" : "L";
+                data += at;
+                data += isBegun && isHeld ? "V" : " ";
+                data += to;
                 isBegun = true;
             }
             // What is known for an instant only would not be seen.
