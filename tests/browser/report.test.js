@@ -2,7 +2,7 @@
 
 import AxeBuilder from "axe-core";
 import assert from "node:assert/strict";
-import { mkdirSync } from "node:fs";
+import { mkdirSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { chromium } from "playwright-core";
@@ -19,7 +19,10 @@ before(async () => {
     args: `${flags} disable-component-update disable-sync`.split(" ").map((flag) => `--${flag}`),
   });
 });
-after(() => browser.close());
+after(async () => {
+  await browser.close();
+  rmSync(folder, { recursive: true });
+});
 
 /** Opens a page, and makes sure at its end that it asked for nothing and complained of nothing. */
 async function withPage(url, action, options = {}) {
