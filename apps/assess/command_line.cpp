@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <iostream>
 #include <map>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -212,7 +213,7 @@ private:
         addOutputFile(sub);
         sub.add_option("--report-size", options_.reportMegabytes,
                        "Megabytes that a page takes at most, 20 without it: what would be more is "
-                       "drawn in fewer points")
+                       "drawn in fewer points, or not at all")
             ->check(CLI::Range(1e-3, 1e4).description(""))
             ->type_name("MB");
         addChoice(sub, "--plots", options_.plotsAll, {{"all", true}, {"failed", false}},
@@ -285,7 +286,8 @@ private:
         sub.add_option("NAME", options_.name, "The name of the assessment")->required();
         addRecordings(sub);
         addOutput(sub, {"table", "json", "html", "svg"});
-        sub.add_option("--intervals", options_.intervals, "Failing intervals to show; 3 without it")
+        sub.add_option("--intervals", options_.intervals,
+                       "Failing intervals to show; 3 without it, 100 on a page")
             ->check(CLI::Range(0, 1'000'000'000).description(""))
             ->type_name("N");
         sub.add_option("--values", options_.values,
@@ -297,7 +299,7 @@ private:
             ->check(secondsFromZero())
             ->type_name("S");
         sub.add_flag("--no-plot", options_.withoutPlot,
-                     "No picture of the signals, which terminals get");
+                     "No picture of the signals, which terminals get below the table");
     }
 
     static CLI::Validator secondsFromZero() {
@@ -341,8 +343,13 @@ private:
                                                   options.recordings.end());
         inputs.emplace_back(options.assessments);
         refuseInput(inputs, "--output", options.output);
+        std::set<std::string> outputs{options.output};
         for (const auto& [format, path] : options.reports) {
             refuseInput(inputs, "--format " + format, path);
+            if (!outputs.insert(path).second) {
+                throw CLI::ValidationError("two results go to '" + path + "'",
+                                           "give each a file of its own");
+            }
         }
     }
 

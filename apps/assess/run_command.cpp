@@ -53,8 +53,8 @@ std::string page(const Results& results, const Options& options) {
 std::string picture(const Results& results, const Options&) {
     const auto& recordings = results.outcome.recordings;
     if (recordings.size() != 1) {
-        throw WrongUsage("a picture is of one recording, and these are " +
-                         std::to_string(recordings.size()));
+        throw WrongUsage("a picture is of one recording, and this one is split into " +
+                         std::to_string(recordings.size()) + ": use --format html");
     }
     const RecordingOutcome& recording = recordings.front();
     if (const auto& error =
@@ -158,6 +158,7 @@ ExitCode runAssessments(const Options& options) {
         run.explain = true;
         DrawingOptions drawing;
         drawing.drawsAll = options.plotsAll;
+        drawing.strict = options.strict;
         run.assessed = [&results, drawing](const AssessedRecording& assessed) {
             results.drawings.push_back(drawRecording(results.file, assessed, drawing));
         };

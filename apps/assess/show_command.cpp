@@ -86,6 +86,9 @@ private:
 
 // The page or the picture of a run of that assessment alone.
 ExitCode showPlots(const Options& options, const Assessment& assessment) {
+    if (options.format == "svg" && recordingsOf(options).size() > 1) {
+        throw WrongUsage("a picture is of one recording: give one, or --format html for several");
+    }
     Options run = options;
     run.only = {assessment.name};
     run.plotsAll = true;

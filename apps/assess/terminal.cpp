@@ -1,5 +1,7 @@
 #include "terminal.hpp"
 
+#include "commands.hpp"
+
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 
@@ -7,6 +9,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <charconv>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
@@ -43,13 +46,21 @@ std::optional<std::size_t> terminalWidth(const Options& options) {
 
 std::string today() {
     std::time_t now = std::time(nullptr);
-    if (isSet("SOURCE_DATE_EPOCH")) {
-        now = std::strtoll(std::getenv("SOURCE_DATE_EPOCH"), nullptr, 10);
+    bool isNumber = true;
+    const char* variable = std::getenv("SOURCE_DATE_EPOCH");
+    const std::string_view text = variable == nullptr ? "" : variable;
+    if (!text.empty()) {
+        const auto end = std::from_chars(text.data(), text.data() + text.size(), now);
+        isNumber = end.ec == std::errc() && end.ptr == text.data() + text.size();
     }
-    std::array<char, 32> text{};
+    std::array<char, 32> date{};
     std::tm parts{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%d", ::gmtime_r(&now, &parts));
-    return text.data();
+    if (!isNumber || ::gmtime_r(&now, &parts) == nullptr ||
+        std::strftime(date.data(), date.size(), "%Y-%m-%d", &parts) == 0) {
+        throw WrongUsage("SOURCE_DATE_EPOCH '" + std::string(text) +
+                         "' is no time in seconds since 1970: unset it, or give one");
+    }
+    return date.data();
 }
 
 // The first text waits, so that short runs show none.

@@ -19,7 +19,7 @@ bool wantsColours(const Options& options);
 std::optional<std::size_t> terminalWidth(const Options& options);
 
 /// The date for reports, `2026-11-23`: that of SOURCE_DATE_EPOCH, where it is set, so that the same
-/// input gives the same bytes.
+/// input gives the same bytes. Throws WrongUsage where that is no time.
 std::string today();
 
 /// One line on standard error that shows what is being done; nothing where that is no terminal or

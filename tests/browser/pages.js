@@ -87,6 +87,15 @@ formula = ${JSON.stringify(`"${text}" < 2 & "mode ${text}" == '${hostileTexts[0]
   return run("hostile", "hostile.toml", [write(name, `${csv}\n`), write("<i>bad.csv", "no table")]);
 }
 
+/** Two holes that begin in one pixel, the second of which reaches to 900 s. */
+export function holes() {
+  const times = [...range(5001, (i) => i), 5003, 5004, ...range(1001, (i) => 9000 + i)];
+  const rows = times.map((tenths) => `${(tenths / 10).toFixed(1)},${tenths === 5004 ? 2 : 1}`);
+  const toml = '[signals]\nx = { interpolation = "linear", max_gap = 0.15 }\n';
+  write("holes.toml", `${toml}[[assessment]]\nname = "low"\nformula = "x < 1"\n`);
+  return run("holes", "holes.toml", [write("holes.csv", `time,x\n${rows.join("\n")}\n`)]);
+}
+
 /** One-sample failures at 200 places among a million samples. */
 export function planted() {
   const random = randomNumbers(7);

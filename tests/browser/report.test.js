@@ -6,7 +6,7 @@ import { mkdirSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { chromium } from "playwright-core";
-import { drive, folder, hostile, hostileTexts, large, planted } from "./pages.js";
+import { drive, folder, holes, hostile, hostileTexts, large, planted } from "./pages.js";
 
 const pictures = process.env.PICTURES ?? folder;
 let browser;
@@ -142,6 +142,20 @@ test("the picture in README.md is small", async () => {
     },
     { viewport },
   );
+});
+
+test("no line is drawn across a hole, however small the pixels", async () => {
+  await withPage(holes().url, async (page) => {
+    await hasDrawn(page, "r1a1");
+    const curve = await page.locator("#r1a1 .curve").getAttribute("d");
+    const grid = await page.locator("#r1a1 .axis path.frame").getAttribute("d");
+    const [, left, right] = /M([\d.]+) [\d.]+H([\d.]+)/.exec(grid);
+    const middle = Number(left) + 0.7 * (right - left);
+    for (const run of curve.split("M").slice(1)) {
+      const places = [...run.matchAll(/(?:^|[LH])([\d.]+)/g)].map((match) => Number(match[1]));
+      assert.ok(places.every((x) => x < middle) || places.every((x) => x > middle), run);
+    }
+  });
 });
 
 test("the filter hides what does not match", async () => {

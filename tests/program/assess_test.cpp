@@ -344,6 +344,34 @@ TEST_F(Assess, OutputIsWrittenWholeOrNotAtAll) {
     }
 }
 
+TEST_F(Assess, ReportsGoToTheirFilesBesidesTheTable) {
+    const std::string table = assess("run a.toml d.csv --explain").out;
+    const std::string page = "SOURCE_DATE_EPOCH=86400 " VORM_ASSESS " run a.toml d.csv -f html";
+    const ProgramResult result = shell(page + "=p.html -f json=r.json");
+    EXPECT_EQ(result.out, table);
+    EXPECT_TRUE(has(contentOf(folder() / "p.html"), ", 1970-01-02</p>"));
+    EXPECT_EQ(shell(page).out, contentOf(folder() / "p.html"));
+    EXPECT_EQ(contentOf(folder() / "r.json"), assess("run a.toml d.csv --explain -f json").out);
+    EXPECT_EQ(assess("show a.toml slow d.csv -f svg").exitCode, 1);
+    EXPECT_EQ(assess("show a.toml slow none.csv -f svg").exitCode, 3);
+    for (const char* wrong :
+         {"run a.toml d.csv -f html -f json",
+          "run a.toml d.csv -f html=", "run a.toml d.csv -f pdf", "run a.toml d.csv -f html=d.csv",
+          "run a.toml d.csv -f html=x -f json=x", "run a.toml d.csv -f html=x -o x",
+          "show a.toml slow d.csv ok.csv -f svg"}) {
+        const ProgramResult refused = assess(wrong);
+        EXPECT_EQ(refused.exitCode, 2) << wrong << refused.out << refused.err;
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder() / "x"));
+    for (const char* date : {"abc", "99999999999999999999", "9223372036854775807"}) {
+        EXPECT_EQ(shell("SOURCE_DATE_EPOCH=" + (date + (" " + std::string(VORM_ASSESS))) +
+                        " run a.toml d.csv -f html")
+                      .exitCode,
+                  2)
+            << date;
+    }
+}
+
 TEST_F(Assess, OnlyAndTogetherSelect) {
     const ProgramResult one = assess("run a.toml d.csv --only brakes");
     EXPECT_EQ(one.exitCode, 0);
@@ -436,6 +464,7 @@ TEST_F(Assess, OptionsTellSignalsHowToReadAndGoBeforeTheFile) {
              Row{"n.csv --layout l.toml --time T", 120},
              Row{"n.csv --layout l.toml --time T --unit ms", 0.002},
          }) {
+        EXPECT_EQ(assess(std::string("signals ") + row.arguments).exitCode, 0) << row.arguments;
         const auto read = report(std::string("signals ") + row.arguments)["recordings"][0];
         EXPECT_EQ(read["signals"][0]["last"], row.last) << row.arguments;
     }

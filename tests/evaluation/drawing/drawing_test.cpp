@@ -68,6 +68,37 @@ Extremes extremesBetween(const Samples& samples, double from, double to) {
     return extremes;
 }
 
+// How many times the signal begins to be a number or none: at pieces, and where NaNs begin and end.
+std::size_t stretchesOf(const SignalDrawing& drawing) {
+    std::size_t count = 0;
+    for (const DrawnPiece& piece : drawing.pieces) {
+        for (std::size_t i = 0; i < piece.values.size(); ++i) {
+            count += i == 0 || std::isnan(piece.values[i]) != std::isnan(piece.values[i - 1]);
+        }
+    }
+    return count;
+}
+
+// What is held, or lies on a line, at that time; nothing where it is not known.
+std::optional<double> valueAt(const SignalDrawing& drawing, double time) {
+    for (const DrawnPiece& piece : drawing.pieces) {
+        for (std::size_t i = piece.times.size(); i-- > 0;) {
+            const bool isLast = i + 1 == piece.times.size();
+            const double end = isLast ? piece.end : piece.times[i + 1];
+            if (piece.times[i] <= time && (time < end || (isLast && time == end))) {
+                const double value = piece.values[i];
+                const bool isLine =
+                    drawing.kind == DrawingKind::Lines && !isLast && time != piece.times[i];
+                const double next = isLine ? piece.values[i + 1] : value;
+                const double share =
+                    end > piece.times[i] ? (time - piece.times[i]) / (end - piece.times[i]) : 0;
+                return value + (next - value) * share;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 RC_GTEST_PROP(Thinning, KeepsTheExtremesOfEachBucketAndAddsNothing, ()) {
     const SignalDrawing drawing = anyDrawing();
     Thinning thinning;
@@ -85,7 +116,8 @@ RC_GTEST_PROP(Thinning, KeepsTheExtremesOfEachBucketAndAddsNothing, ()) {
         RC_ASSERT(kept.size() == all.size());
         return;
     }
-    RC_ASSERT(kept.size() <= 5 * (thinning.buckets + 1));
+    RC_ASSERT(kept.size() <= 4 * (thinning.buckets + 1 + stretchesOf(drawing)));
+    RC_ASSERT(stretchesOf(thin) == stretchesOf(drawing));
     const double begin = all.begin()->first;
     const double width = (all.rbegin()->first - begin) / static_cast<double>(thinning.buckets);
     // In between bucket limits, whatever way these are rounded.
@@ -98,13 +130,35 @@ RC_GTEST_PROP(Thinning, KeepsTheExtremesOfEachBucketAndAddsNothing, ()) {
         RC_ASSERT(whole.greatest >= inner.greatest);
         RC_ASSERT(whole.hasNan || !inner.hasNan);
     }
-    RC_ASSERT(kept.begin()->first == all.begin()->first);
-    RC_ASSERT(kept.rbegin()->first == all.rbegin()->first);
-    for (const DrawnPiece& piece : thin.pieces) {
-        RC_ASSERT(std::any_of(drawing.pieces.begin(), drawing.pieces.end(), [&](const auto& whole) {
-            return whole.end == piece.end && whole.times.front() <= piece.times.front() &&
-                   piece.times.back() <= whole.end;
-        }));
+    RC_ASSERT(thin.pieces.size() == drawing.pieces.size());
+    for (std::size_t i = 0; i < thin.pieces.size(); ++i) {
+        const DrawnPiece& whole = drawing.pieces[i];
+        RC_ASSERT(thin.pieces[i].times.front() == whole.times.front());
+        RC_ASSERT(thin.pieces[i].times.back() == whole.times.back());
+        RC_ASSERT(thin.pieces[i].end == whole.end);
+    }
+}
+
+RC_GTEST_PROP(Drawing, WithinASpanIsWhatItWasThere, ()) {
+    SignalDrawing drawing = anyDrawing();
+    drawing.kind = *rc::gen::element(DrawingKind::Lines, DrawingKind::Steps);
+    const double begin = drawing.pieces.front().times.front();
+    const double from = begin + *rc::gen::inRange(-50, 3000);
+    const CountedSpan span{from, from + *rc::gen::inRange(0, 2000)};
+    const SignalDrawing cut = within(drawing, span);
+    RC_ASSERT(cut.samples == cut.shown());
+    for (int slice = 0; slice <= 100; ++slice) {
+        const double time = span.first + (span.last - span.first) * slice / 100;
+        const auto value = valueAt(drawing, time);
+        const auto same = valueAt(cut, time);
+        RC_ASSERT(value.has_value() == same.has_value());
+        RC_ASSERT(!value || *value == *same || (std::isnan(*value) && std::isnan(*same)));
+    }
+    for (const DrawnPiece& piece : cut.pieces) {
+        RC_ASSERT(std::count_if(piece.times.begin(), piece.times.end(),
+                                [&](double time) { return time < span.first; }) <= 1);
+        RC_ASSERT(std::count_if(piece.times.begin(), piece.times.end(),
+                                [&](double time) { return time > span.last; }) <= 1);
     }
 }
 
@@ -177,31 +231,32 @@ TEST(Drawing, IsOfTheSignalsOfWhatDidNotPass) {
     EXPECT_TRUE(drawing.assessments[2]->thresholds.empty());
 }
 
+TEST(Drawing, KnowsThatNothingIsKnownWhereTheRangeHasNoSamples) {
+    const auto drawings = drawingsOf(
+        R"(assessment = [{ name = "late", formula = "x < 5", from = 50 }])", switchedRows);
+    const auto& open = drawings.front().assessments.front()->open;
+    ASSERT_EQ(open.size(), 1U);
+    EXPECT_EQ(open.front().start, 50 * second);
+}
+
+TEST(Drawing, UnderStrictIsAlsoOfWhatIsOpen) {
+    const std::string file = R"(assessment = [{ name = "n", formula = "x < 5" }])";
+    const std::string table = "t,x\n0,1\n3,1\n";
+    DrawingOptions options;
+    options.strict = true;
+    EXPECT_FALSE(drawingsOf(file, table, options).front().assessments.front());
+    const std::string open =
+        R"toml(assessment = [{ name = "n", formula = "always[0, 2] (x < 5)" }])toml";
+    EXPECT_FALSE(drawingsOf(open, table).front().assessments.front());
+    EXPECT_TRUE(drawingsOf(open, table, options).front().assessments.front());
+}
+
 TEST(Drawing, IsOfEverythingOnRequest) {
     DrawingOptions options;
     options.drawsAll = true;
     const auto drawings = drawingsOf(requirements, switchedRows, options);
     EXPECT_TRUE(drawings.front().assessments[3]);
     EXPECT_FALSE(drawings.front().assessments[1]);  // could not be evaluated
-}
-
-// What is held, or lies on a line, at that time; nothing where it is not known.
-std::optional<double> valueAt(const SignalDrawing& drawing, double time) {
-    for (const DrawnPiece& piece : drawing.pieces) {
-        for (std::size_t i = piece.times.size(); i-- > 0;) {
-            const bool isLast = i + 1 == piece.times.size();
-            const double end = isLast ? piece.end : piece.times[i + 1];
-            if (piece.times[i] <= time && (time < end || (isLast && time == end))) {
-                const double value = piece.values[i];
-                const bool isLine = drawing.kind == DrawingKind::Lines && !isLast;
-                const double next = isLine ? piece.values[i + 1] : value;
-                const double share =
-                    end > piece.times[i] ? (time - piece.times[i]) / (end - piece.times[i]) : 0;
-                return value + (next - value) * share;
-            }
-        }
-    }
-    return std::nullopt;
 }
 
 // Times are whole, columns have a power of two of them, and values are small: no number is rounded.

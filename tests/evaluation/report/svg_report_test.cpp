@@ -39,10 +39,27 @@ TEST(SvgReport, DrawsLinesHolesAndFailures) {
                                    "t,<x>\n0,0\n10,10\n20,0\n60,5\n100,5\n");
     EXPECT_STREQ(picture.child("svg").child_value("title"), "a & b");
     EXPECT_EQ(pathOf(picture, "stroke", "#0a3069"),
-              "M80 170L160.4 72L240.8 170H241.8M562.4 121H563.4M884 121H885");
+              "M80 170L160.4 72L240.8 170M562.4 121H563.4M884 121H885");
     // It fails from 9 s to 11 s.
     EXPECT_EQ(pathOf(picture, "fill", "#a40e26").substr(0, 24), "M152.36 30H168.44v16H152");
     EXPECT_EQ(pathOf(picture, "fill", "#0969da").substr(0, 8), "M152.36 ");
+}
+
+// The range begins between samples, and the greatest one lies before it.
+TEST(SvgReport, DrawsTheRangeOnly) {
+    const auto picture = pictureOf(R"toml(
+        signals = { x = { interpolation = "linear" } }
+        assessment = [{ name = "n", formula = "x < 3", from = 50 }])toml",
+                                   "t,x\n0,900\n40,0\n60,4\n70,nan\n80,4\n90,nan\n100,0\n");
+    // From 40 s, at 80 - 160.8, to 60 s: cut by the range. 80 s is an instant between NaNs.
+    EXPECT_EQ(pathOf(picture, "clip-path", "url(#range)"),
+              "M-80.8 170L240.8 72M562.4 72H563.4M884 170H885");
+}
+
+TEST(SvgReport, WhereNothingIsKnownIsOpen) {
+    const auto picture = pictureOf(R"(assessment = [{ name = "n", formula = "x < 3", from = 50 }])",
+                                   "t,x\n0,1\n1,1\n");
+    EXPECT_NE(pathOf(picture, "fill", "url(#open)"), "");
 }
 
 RC_GTEST_PROP(AxisTicks, AreRoundAndFew, ()) {
@@ -65,6 +82,7 @@ TEST(AxisTicks, OfValuesAreRound) {
     EXPECT_EQ(valueTicks(-7, 92, 5), (std::vector<double>{0, 20, 40, 60, 80}));
     EXPECT_EQ(valueTicks(1e-3, 3e-3, 5).size(), 5U);
     EXPECT_LE(valueTicks(-1.7e308, 1.7e308, 5).size(), 6U);
+    EXPECT_LE(valueTicks(1e17, 1e17 + 16, 5).size(), 6U);
 }
 
 }  // namespace

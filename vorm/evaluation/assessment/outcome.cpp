@@ -14,6 +14,14 @@ bool anyAssessment(const RunOutcome& run, Holds holds) {
 
 }  // namespace
 
+TimeSpan AssessmentOutcome::failureWithCauses(std::size_t failure) const {
+    TimeSpan span = failures[failure];
+    for (const Cause& cause : explanations[failure].causes) {
+        span = {std::min(span.start, cause.span.start), std::max(span.end, cause.span.end)};
+    }
+    return span;
+}
+
 double AssessmentOutcome::openShare() const {
     if (verdict == assessments::resultEnum_t::NO_RESULT) {
         return 1;

@@ -71,6 +71,9 @@ struct AssessmentOutcome {
     std::optional<double> greatestRobustness;
     std::optional<InputError> robustnessError;  ///< why it was asked for and is not known
 
+    /// The failing interval with all its causes, where explanations were asked for.
+    TimeSpan failureWithCauses(std::size_t failure) const;
+
     /// How much of the range is open, from 0 to 1. What is open for instants only counts as
     /// nothing.
     double openShare() const;

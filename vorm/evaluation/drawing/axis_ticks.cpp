@@ -36,9 +36,14 @@ std::vector<double> valueTicks(double least, double greatest, std::size_t most) 
     for (const double factor : std::array{5.0, 2.0, 1.0}) {
         step = factor * power >= distance ? factor * power : step;
     }
+    // Counted by an integer: adding 1 no longer changes a number beyond 2^53.
+    const double first = std::ceil(least / step);
     std::vector<double> values;
-    for (double number = std::ceil(least / step); number * step <= greatest; ++number) {
-        values.push_back(number * step);
+    for (std::size_t i = 0; i <= most; ++i) {
+        const double value = (first + static_cast<double>(i)) * step;
+        if (value <= greatest && (values.empty() || values.back() < value)) {
+            values.push_back(value);
+        }
     }
     return values;
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <string>
 #include <utility>
@@ -66,8 +67,9 @@ public:
 
     RecordingDrawing draw(const std::vector<AssessmentOutcome>& outcomes) {
         for (const AssessmentOutcome& outcome : outcomes) {
-            const bool isDrawn =
-                !outcome.error && (options_.drawsAll || outcome.verdict != resultEnum_t::PASS);
+            const bool hasPassed = outcome.verdict == resultEnum_t::PASS &&
+                                   (outcome.passesThroughout() || !options_.strict);
+            const bool isDrawn = !outcome.error && (options_.drawsAll || !hasPassed);
             drawing_.assessments.push_back(isDrawn ? std::optional(drawingOf(outcome))
                                                    : std::nullopt);
         }
@@ -75,7 +77,7 @@ public:
             Thinning thinning = options_.thinning;
             thinning.fullAt = std::move(fullAt_[i]);
             drawing_.signals.push_back(
-                thinned(vorm::evaluation::drawingOf(*signals_[i]), thinning));
+                thinned(within(vorm::evaluation::drawingOf(*signals_[i]), ranges_[i]), thinning));
         }
         return std::move(drawing_);
     }
@@ -92,6 +94,7 @@ private:
                     drawing.signals.end()) {
                     drawing.signals.push_back(position);
                     addFullSpans(outcome, position);
+                    addRange(outcome, position);
                 }
             }
         });
@@ -106,7 +109,17 @@ private:
                 drawing.thresholds.push_back(threshold);
             }
         });
+        drawing.open = outcome.openSpans;
+        if (outcome.verdict == resultEnum_t::NO_RESULT && drawing.open.empty()) {
+            drawing.open = {{outcome.from, outcome.to}};
+        }
         return drawing;
+    }
+
+    void addRange(const AssessmentOutcome& outcome, std::size_t signal) {
+        CountedSpan& range = ranges_[signal];
+        range.first = std::min(range.first, recording_.timeline.at(outcome.from));
+        range.last = std::max(range.last, recording_.timeline.at(outcome.to));
     }
 
     std::size_t positionOf(const std::string& name) {
@@ -114,6 +127,8 @@ private:
         if (isNew) {
             signals_.push_back(recording_.find(name));
             fullAt_.emplace_back();
+            ranges_.push_back({std::numeric_limits<double>::infinity(),
+                               -std::numeric_limits<double>::infinity()});
         }
         return found->second;
     }
@@ -135,6 +150,7 @@ private:
     std::map<std::string, std::size_t> positions_;
     std::vector<const Signal*> signals_;
     std::vector<std::vector<CountedSpan>> fullAt_;
+    std::vector<CountedSpan> ranges_;  // from the first to the last time of what draws the signal
 };
 
 }  // namespace

@@ -19,6 +19,9 @@ struct Threshold {
 struct AssessmentDrawing {
     std::vector<std::size_t> signals;  ///< their positions in the drawing of the recording
     std::vector<Threshold> thresholds;
+    /// Where there is no result: the open spans of the outcome, or all of the range where nothing
+    /// is known of it.
+    std::vector<TimeSpan> open;
 };
 
 /// What is drawn of a recording: each signal once, whatever assessments it is drawn for.
@@ -32,14 +35,15 @@ struct RecordingDrawing {
 
 struct DrawingOptions {
     bool drawsAll = false;  ///< also what passes
+    bool strict = false;    ///< also what passes, but is open at some time
     /// How signals are thinned. The spans that they are drawn in full around are the first failing
     /// intervals of each assessment.
     Thinning thinning;
     std::size_t mostFullIntervals = 20;
 };
 
-/// The signals of the assessments that did not pass. To be called with what RunOptions::assessed is
-/// given. Linear in the samples of these signals.
+/// The signals of the assessments that did not pass, in the ranges of these. To be called with what
+/// RunOptions::assessed is given. Linear in the samples of these signals.
 RecordingDrawing drawRecording(const AssessmentFile& file, const AssessedRecording& assessed,
                                const DrawingOptions& options = {});
 

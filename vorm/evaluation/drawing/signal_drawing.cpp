@@ -68,10 +68,6 @@ public:
             first_ = position;
         }
         last_ = position;
-        if (std::isnan(value)) {
-            nan_ = nan_ == none ? position : nan_;
-            return;
-        }
         if (least_ == none || value < leastValue_) {
             least_ = position;
             leastValue_ = value;
@@ -83,7 +79,7 @@ public:
     }
 
     void keep(std::vector<bool>& kept) const {
-        for (const std::size_t position : {first_, last_, least_, greatest_, nan_}) {
+        for (const std::size_t position : {first_, last_, least_, greatest_}) {
             if (position != none) {
                 kept[position] = true;
             }
@@ -97,7 +93,6 @@ private:
     std::size_t last_ = none;
     std::size_t least_ = none;
     std::size_t greatest_ = none;
-    std::size_t nan_ = none;
     double leastValue_ = 0;
     double greatestValue_ = 0;
 };
@@ -120,25 +115,29 @@ public:
     bool operator[](std::size_t position) const { return kept_[position]; }
 
 private:
+    // A bucket ends with its piece, and where numbers end or begin among samples that are none:
+    // what is drawn stops and goes on where the signal does.
     void keepBuckets(const SignalDrawing& drawing) {
         const double begin = times_.front();
         const double length = times_.back() - begin;
         const auto buckets = static_cast<double>(thinning_.buckets);
-        Bucket bucket;
-        double current = 0;
         std::size_t position = 0;
         for (const DrawnPiece& piece : drawing.pieces) {
+            Bucket bucket;
+            double current = 0;
+            bool isNan = false;
             for (std::size_t i = 0; i < piece.times.size(); ++i, ++position) {
                 const double number = std::floor((piece.times[i] - begin) / length * buckets);
-                if (number != current) {
+                if (number != current || std::isnan(piece.values[i]) != isNan) {
                     bucket.keep(kept_);
                     bucket = {};
                     current = number;
+                    isNan = std::isnan(piece.values[i]);
                 }
                 bucket.add(position, piece.values[i]);
             }
+            bucket.keep(kept_);
         }
-        bucket.keep(kept_);
     }
 
     void keepAround(double time) {
@@ -171,6 +170,31 @@ SignalDrawing drawingOf(const Signal& signal) {
     for (const TimedTrace& piece : *signal.pieces) {
         drawing.pieces.push_back(piece.visit([](const auto& trace) { return pieceOf(trace); }));
     }
+    drawing.samples = drawing.shown();
+    return drawing;
+}
+
+SignalDrawing within(SignalDrawing drawing, const CountedSpan& span) {
+    std::vector<DrawnPiece> pieces;
+    for (DrawnPiece& piece : drawing.pieces) {
+        if (piece.end < span.first || span.last < piece.times.front()) {
+            continue;
+        }
+        const auto [before, after] =
+            std::pair(std::upper_bound(piece.times.begin(), piece.times.end(), span.first) -
+                          piece.times.begin(),
+                      std::lower_bound(piece.times.begin(), piece.times.end(), span.last) -
+                          piece.times.begin());
+        const auto first = std::max<std::ptrdiff_t>(before - 1, 0);
+        const auto end = std::min(after + 1, std::ssize(piece.times));
+        const auto cut = [&](const std::vector<double>& all) {
+            return std::vector<double>(all.begin() + first, all.begin() + end);
+        };
+        const bool goesOn = end < std::ssize(piece.times);
+        pieces.push_back({cut(piece.times), cut(piece.values),
+                          goesOn ? piece.times[static_cast<std::size_t>(end) - 1] : piece.end});
+    }
+    drawing.pieces = std::move(pieces);
     drawing.samples = drawing.shown();
     return drawing;
 }

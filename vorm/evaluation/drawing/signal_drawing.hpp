@@ -30,7 +30,7 @@ struct SignalDrawing {
     DrawingKind kind;
     std::vector<std::string> levels;  ///< the names of the values, of Levels
     std::vector<DrawnPiece> pieces;   ///< in time order
-    /// How many the signal has; a held value that does not change is one.
+    /// How many the signal has in the time that is drawn; a held value that does not change is one.
     std::size_t samples = 0;
 
     /// How many samples are in the pieces.
@@ -39,6 +39,10 @@ struct SignalDrawing {
 
 /// All samples of a signal. Integers of 64 bits beyond 2^53 are rounded. Linear.
 SignalDrawing drawingOf(const Signal& signal);
+
+/// What is known in the span, and of each piece the sample next to it on either side: what is held
+/// or lies on a line at its ends is as it was. Linear.
+SignalDrawing within(SignalDrawing drawing, const CountedSpan& span);
 
 /// How much of a drawing to keep.
 struct Thinning {
@@ -49,9 +53,10 @@ struct Thinning {
     std::size_t around = 500;
 };
 
-/// The drawing with, of each bucket, the first and the last sample, the least, the greatest and the
-/// first that is a NaN: no extreme vanishes. A drawing that was thinned can be thinned again.
-/// Linear in the samples.
+/// The drawing with, of each bucket, the first and the last sample, the least and the greatest: no
+/// extreme vanishes. A bucket ends with its piece, and where a NaN follows a number or a number a
+/// NaN, so that no line is drawn where the signal has none. A drawing that was thinned can be
+/// thinned again. Linear in the samples.
 SignalDrawing thinned(SignalDrawing drawing, const Thinning& thinning);
 
 }  // namespace vorm::evaluation

@@ -1,6 +1,7 @@
 #include "drawing_island.hpp"
 
 #include <vorm/evaluation/report/html_text.hpp>
+#include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <algorithm>
@@ -8,6 +9,9 @@
 
 namespace vorm::evaluation {
 namespace {
+
+// The script draws each of them by itself.
+constexpr std::size_t mostCausesDrawn = 20;
 
 // JSON has no infinity, but numbers that every reader of doubles takes for it.
 std::string numberJson(double number) {
@@ -120,7 +124,7 @@ private:
         const auto position = [](std::size_t signal) { return std::to_string(signal); };
         return R"({"from":)" + timeJson(outcome.from) + R"(,"to":)" + timeJson(outcome.to) +
                R"(,"failures":)" + spansJson(outcome.failures) + R"(,"open":)" +
-               spansJson(outcome.openSpans) + R"(,"signals":)" + listJson(drawn.signals, position) +
+               spansJson(drawn.open) + R"(,"signals":)" + listJson(drawn.signals, position) +
                R"(,"thresholds":)" + listJson(drawn.thresholds, threshold) + R"(,"causes":)" +
                causesJson(outcome) + "}";
     }
@@ -129,17 +133,15 @@ private:
         std::vector<const Cause*> causes;
         const std::size_t count = std::min(outcome.explanations.size(), mostExplained_);
         for (std::size_t i = 0; i < count; ++i) {
-            for (const Cause& cause : outcome.explanations[i].causes) {
-                causes.push_back(&cause);
+            const std::vector<Cause>& all = outcome.explanations[i].causes;
+            for (std::size_t k = 0; k < std::min(all.size(), mostCausesDrawn); ++k) {
+                causes.push_back(&all[k]);
             }
         }
         return listJson(causes, [&](const Cause* cause) {
             return R"({"signals":)" + positionsJson(cause->signals) + R"(,"from":)" +
                    timeJson(cause->span.start) + R"(,"to":)" + timeJson(cause->span.end) +
-                   R"(,"text":)" +
-                   jsonText(cause->condition + " is " + (cause->value ? "true " : "false ") +
-                            cause->when) +
-                   "}";
+                   R"(,"text":)" + jsonText(causeText(*cause)) + "}";
         });
     }
 

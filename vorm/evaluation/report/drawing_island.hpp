@@ -12,7 +12,7 @@ namespace vorm::evaluation {
 
 /// The drawing of a recording as JSON without `<`. Times are seconds after its origin, a whole
 /// number of seconds, in full; NaN is null, and infinities are numbers beyond what doubles hold.
-/// Of the explanations those of the first intervals are told.
+/// Of the explanations the first causes of the first intervals are told.
 std::string drawingIsland(const RecordingDrawing& drawing, const RecordingOutcome& outcome,
                           std::size_t mostExplained);
 

@@ -29,10 +29,7 @@ Window around(std::size_t failure, const Explanation& explanation, const Explana
     const Timeline& timeline = explanation.timeline;
     const AssessmentOutcome& outcome = explanation.outcome;
     const TimeSpan& span = outcome.failures[failure];
-    TimeSpan shown = span;
-    for (const Cause& cause : outcome.explanations[failure].causes) {
-        shown = {std::min(shown.start, cause.span.start), std::max(shown.end, cause.span.end)};
-    }
+    const TimeSpan shown = outcome.failureWithCauses(failure);
     const double length = timeline.ticksIn(span.length());
     const double range = timeline.ticksIn(outcome.to - outcome.from);
     const double margin = style.margin ? timeline.ticksIn(*style.margin)

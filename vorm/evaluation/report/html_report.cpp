@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -168,17 +169,18 @@ public:
         : file_(file), run_(run), style_(style) {}
 
     void addPlots(const RecordingDrawing& drawing) { drawings_[drawing.recording] = &drawing; }
-    void leaveOutPlots() {
-        drawings_.clear();
-        lacksPlots_ = true;
+    void leaveOutPlots(std::size_t recording) {
+        drawings_.erase(recording);
+        ++recordingsWithoutPlots_;
     }
 
-    std::string text(const std::string& islands) const {
-        return "<!doctype html>\n<html lang=\"en\">\n" + element("head", "", head()) +
-               element("body", "",
-                       header() + element("main", "", overview() + recordings()) + islands +
-                           element("script", "", std::string(reportScript.text))) +
-               "</html>\n";
+    // What stands before the data of the plots, and behind them.
+    std::string begin() const {
+        return "<!doctype html>\n<html lang=\"en\">\n" + element("head", "", head()) + "<body>" +
+               header() + element("main", "", overview() + recordings());
+    }
+    static std::string end() {
+        return element("script", "", std::string(reportScript.text)) + "</body>\n</html>\n";
     }
 
 private:
@@ -200,8 +202,10 @@ private:
         for (const std::string& more : {style_.program, style_.date}) {
             facts += more.empty() ? "" : ", " + more;
         }
-        if (lacksPlots_) {
-            facts += ", without plots: they do not fit into " +
+        if (recordingsWithoutPlots_ > 0) {
+            facts += ", " + std::to_string(recordingsWithoutPlots_) +
+                     (recordingsWithoutPlots_ == 1 ? " recording" : " recordings") +
+                     " without plots: they do not fit into " +
                      numberText(static_cast<double>(style_.mostBytes) / 1e6) + " MB";
         }
         const VerdictCounts counts = countVerdicts(run_);
@@ -302,8 +306,9 @@ private:
                         textElement("span", "class=\"note\"", noteOf(outcome)));
         const auto noReason = std::vector<std::string>();
         const auto failure = [&](std::size_t i) {
-            return i < outcome.explanations.size() ? causeLines(outcome.explanations[i], mostCauses)
-                                                   : noReason;
+            return i < outcome.explanations.size()
+                       ? causeLines(outcome.explanations[i], mostCausesShown)
+                       : noReason;
         };
         const auto openness = [&](std::size_t i) {
             return i < outcome.openReasons.size() ? outcome.openReasons[i] : noReason;
@@ -345,20 +350,21 @@ private:
                    : "";
     }
 
-    static constexpr std::size_t mostCauses = 5;
-
     const AssessmentFile& file_;
     const RunOutcome& run_;
     const HtmlStyle& style_;
     std::map<std::size_t, const RecordingDrawing*> drawings_;
-    bool lacksPlots_ = false;
+    std::size_t recordingsWithoutPlots_ = 0;
 };
 
-std::string islandsOf(const RunOutcome& run, const std::vector<RecordingDrawing>& drawings,
-                      std::size_t mostExplained) {
-    std::string islands;
+// The data of each recording that is drawn, as an element of the page.
+using Islands = std::map<std::size_t, std::string>;
+
+Islands islandsOf(const RunOutcome& run, const std::vector<RecordingDrawing>& drawings,
+                  std::size_t mostExplained) {
+    Islands islands;
     for (const RecordingDrawing& drawing : drawings) {
-        islands += element(
+        islands[drawing.recording] = element(
             "script",
             R"(type="application/json" id="data-)" + std::to_string(drawing.recording + 1) + "\"",
             drawingIsland(drawing, run.recordings[drawing.recording], mostExplained));
@@ -366,15 +372,40 @@ std::string islandsOf(const RunOutcome& run, const std::vector<RecordingDrawing>
     return islands;
 }
 
+std::size_t sizeOf(const Islands& islands) {
+    return std::accumulate(
+        islands.begin(), islands.end(), std::size_t{0},
+        [](std::size_t sum, const auto& island) { return sum + island.second.size(); });
+}
+
 std::vector<RecordingDrawing> thinnedTo(std::size_t buckets,
-                                        std::vector<RecordingDrawing> drawings) {
+                                        const std::vector<RecordingDrawing>& drawings) {
     const Thinning thinning{buckets, 4 * buckets, {}, 0};
-    for (RecordingDrawing& drawing : drawings) {
-        for (SignalDrawing& signal : drawing.signals) {
-            signal = thinned(std::move(signal), thinning);
+    std::vector<RecordingDrawing> all;
+    for (const RecordingDrawing& drawing : drawings) {
+        all.push_back({drawing.recording, drawing.timeline, {}, drawing.assessments});
+        for (const SignalDrawing& signal : drawing.signals) {
+            all.back().signals.push_back(thinned(signal, thinning));
         }
     }
-    return drawings;
+    return all;
+}
+
+// Thinned as far as that helps, and then without the largest ones.
+Islands fittingIslands(const RunOutcome& run, const std::vector<RecordingDrawing>& drawings,
+                       std::size_t mostExplained, std::size_t mostBytes) {
+    Islands islands = islandsOf(run, drawings, mostExplained);
+    constexpr std::size_t fewestBuckets = 8;
+    for (std::size_t buckets = 1000; sizeOf(islands) > mostBytes && buckets >= fewestBuckets;
+         buckets /= 2) {
+        islands = islandsOf(run, thinnedTo(buckets, drawings), mostExplained);
+    }
+    while (sizeOf(islands) > mostBytes) {
+        islands.erase(std::max_element(
+            islands.begin(), islands.end(),
+            [](const auto& a, const auto& b) { return a.second.size() < b.second.size(); }));
+    }
+    return islands;
 }
 
 }  // namespace
@@ -385,23 +416,19 @@ std::string htmlReport(const AssessmentFile& file, const RunOutcome& run,
     for (const RecordingDrawing& drawing : drawings) {
         page.addPlots(drawing);
     }
-    const std::size_t tables = page.text("").size();
-    std::vector<RecordingDrawing> drawn = drawings;
-    std::sort(drawn.begin(), drawn.end(), [](const RecordingDrawing& a, const RecordingDrawing& b) {
-        return a.recording < b.recording;
-    });
-    std::string islands = islandsOf(run, drawn, style.mostIntervals);
-    constexpr std::size_t fewestBuckets = 8;
-    for (std::size_t buckets = 1000;
-         tables + islands.size() > style.mostBytes && buckets >= fewestBuckets; buckets /= 2) {
-        drawn = thinnedTo(buckets, std::move(drawn));
-        islands = islandsOf(run, drawn, style.mostIntervals);
+    const std::size_t tables = page.begin().size() + page.end().size();
+    const Islands islands = fittingIslands(run, drawings, style.mostIntervals,
+                                           style.mostBytes - std::min(style.mostBytes, tables));
+    for (const RecordingDrawing& drawing : drawings) {
+        if (!islands.contains(drawing.recording)) {
+            page.leaveOutPlots(drawing.recording);
+        }
     }
-    if (tables + islands.size() > style.mostBytes) {
-        page.leaveOutPlots();
-        islands.clear();
+    std::string text = page.begin();
+    for (const auto& [recording, island] : islands) {
+        text += island;
     }
-    return page.text(islands);
+    return text + page.end();
 }
 
 }  // namespace vorm::evaluation

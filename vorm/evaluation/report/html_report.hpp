@@ -11,8 +11,9 @@ namespace vorm::evaluation {
 struct HtmlStyle {
     std::string program;  ///< that made the report, with its version; or empty
     std::string date;     ///< or empty
-    /// What the page takes at most: where it would be more, signals are thinned further, and at
-    /// last left out. What the tables say is never left out.
+    /// What the page takes at most: where it would be more, signals are thinned further, also near
+    /// failures, and at last the plots of the recordings that take most are left out, which the
+    /// page says. What the tables say is never left out.
     std::size_t mostBytes = 20'000'000;
     std::size_t mostIntervals = 100;  ///< of each assessment in the tables; the others are counted
 };

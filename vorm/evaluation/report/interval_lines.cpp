@@ -8,7 +8,6 @@
 namespace vorm::evaluation {
 namespace {
 
-constexpr std::size_t mostCauses = 5;
 constexpr std::size_t mostReasons = 3;
 
 std::string countText(std::size_t count, const std::string& one) {
@@ -80,6 +79,10 @@ std::string moreIntervalsText(std::size_t count) {
     return "and in " + countText(count, "more interval");
 }
 
+std::string causeText(const Cause& cause) {
+    return cause.condition + " is " + (cause.value ? "true " : "false ") + cause.when;
+}
+
 std::vector<std::string> causeLines(const FailureExplanation& explanation, std::size_t most) {
     if (explanation.causes.empty()) {
         return {"whatever its signals are"};
@@ -87,9 +90,8 @@ std::vector<std::string> causeLines(const FailureExplanation& explanation, std::
     const std::size_t shown = std::min(explanation.causes.size(), most);
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < shown; ++i) {
-        const Cause& cause = explanation.causes[i];
-        lines.push_back((i == 0 ? introduction(explanation.extent) : "and ") + cause.condition +
-                        " is " + (cause.value ? "true " : "false ") + cause.when);
+        lines.push_back((i == 0 ? introduction(explanation.extent) : "and ") +
+                        causeText(explanation.causes[i]));
     }
     if (shown < explanation.causes.size()) {
         lines.push_back("and for " + countText(explanation.causes.size() - shown, "more cause"));
@@ -105,8 +107,9 @@ std::vector<std::string> causeLines(const FailureExplanation& explanation, std::
 
 std::vector<std::string> failureLines(const AssessmentOutcome& outcome, std::size_t most) {
     return spanLines("fails", outcome.failures, most, [&](std::size_t i) {
-        return i < outcome.explanations.size() ? causeLines(outcome.explanations[i], mostCauses)
-                                               : std::vector<std::string>();
+        return i < outcome.explanations.size()
+                   ? causeLines(outcome.explanations[i], mostCausesShown)
+                   : std::vector<std::string>();
     });
 }
 

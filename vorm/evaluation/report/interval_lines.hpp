@@ -8,6 +8,12 @@
 
 namespace vorm::evaluation {
 
+/// How many causes of an interval lists for people show.
+inline constexpr std::size_t mostCausesShown = 5;
+
+/// `p is false at 3 s`.
+std::string causeText(const Cause& cause);
+
 /// Why a requirement fails in one interval, a line for each cause, `because p is false at 3 s`; at
 /// most that many, and one that counts the others. The last line tells how many other sets of
 /// conditions account for it.

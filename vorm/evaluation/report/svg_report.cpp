@@ -1,12 +1,12 @@
 #include "svg_report.hpp"
 
 #include <vorm/evaluation/drawing/axis_ticks.hpp>
+#include <vorm/evaluation/drawing/value_scale.hpp>
 #include <vorm/evaluation/report/html_text.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 namespace vorm::evaluation {
@@ -37,50 +37,16 @@ std::string text(double x, double y, const std::string& content, const std::stri
            htmlText(content) + "</text>\n";
 }
 
-// Where the values of a signal stand in its plot.
-class ValueScale {
-public:
-    ValueScale(const SignalDrawing& signal, const std::vector<double>& thresholds) {
-        if (signal.kind == DrawingKind::Switch || signal.kind == DrawingKind::Levels) {
-            const bool isSwitch = signal.kind == DrawingKind::Switch;
-            height = isSwitch ? switchHeight : plotHeight;
-            least_ = 0;
-            greatest_ = isSwitch ? 1 : std::max(1.0, static_cast<double>(signal.levels.size()) - 1);
-            return;
-        }
-        double least = std::numeric_limits<double>::infinity();
-        double greatest = -least;
-        const auto include = [&](const std::vector<double>& values) {
-            for (const double value : values) {
-                least = std::isfinite(value) ? std::min(least, value) : least;
-                greatest = std::isfinite(value) ? std::max(greatest, value) : greatest;
-            }
-        };
-        include(thresholds);
-        for (const DrawnPiece& piece : signal.pieces) {
-            include(piece.values);
-        }
-        if (least <= greatest) {
-            const double margin = least < greatest ? 0 : std::max(std::abs(least) * 0.1, 1.0);
-            least_ = least - margin;
-            greatest_ = greatest + margin;
-        }
-    }
+// A plot of a signal: where it is, and where values stand in it.
+struct Plot {
+    const SignalDrawing& signal;
+    ValueScale scale;
+    double top;
+    double height;
 
-    // Infinite values stand at the edges. Halves, since the greatest doubles are too far apart.
     double y(double value) const {
-        const double share = (value / 2 - least_ / 2) / (greatest_ / 2 - least_ / 2);
-        return height - valueMargin - std::clamp(share, 0.0, 1.0) * (height - 2 * valueMargin);
+        return top + height - valueMargin - scale.share(value) * (height - 2 * valueMargin);
     }
-
-    double least() const { return least_; }
-    double greatest() const { return greatest_; }
-
-    double height = plotHeight;
-
-private:
-    double least_ = 0;
-    double greatest_ = 1;
 };
 
 class Picture {
@@ -116,7 +82,10 @@ private:
                htmlText(outcome_.name) + "</title>\n" +
                R"(<defs><pattern id="open" width="5" height="5" patternUnits="userSpaceOnUse" )"
                R"x(patternTransform="rotate(-45)"><path d="M0 0V5" stroke="#8c959f"/></pattern>)x"
-               R"(</defs><rect width="100%" height="100%" fill="#ffffff"/>)"
+               R"(<clipPath id="range"><rect x=")" +
+               pixel(left) + R"(" y="0" width=")" + pixel(right() - left) + R"(" height=")" +
+               pixel(y_) +
+               R"("/></clipPath></defs><rect width="100%" height="100%" fill="#ffffff"/>)"
                "\n";
     }
 
@@ -125,8 +94,7 @@ private:
     double right() const { return width_ - rightMargin; }
 
     double x(ExactTime time) const {
-        const ExactTime inside = std::clamp(time, from_, to_);
-        return left + (inside - from_).seconds() / (to_ - from_).seconds() * (right() - left);
+        return left + (time - from_).seconds() / (to_ - from_).seconds() * (right() - left);
     }
 
     double x(double counted) const { return x(drawing_.timeline.timeAt(counted)); }
@@ -136,8 +104,8 @@ private:
         std::string data;
         double drawnTo = -1;
         for (const TimeSpan& span : all) {
-            const double begin = std::min(x(span.start), right() - 2);
-            const double end = std::max(x(span.end), begin + 2);
+            const double begin = std::clamp(x(span.start), left, right() - 2);
+            const double end = std::clamp(x(span.end), begin + 2, right());
             if (end > drawnTo) {
                 data += "M" + pixel(std::max(begin, drawnTo)) + " " + pixel(top) + "H" +
                         pixel(end) + "v" + pixel(height) + "H" + pixel(std::max(begin, drawnTo)) +
@@ -151,37 +119,36 @@ private:
     void addVerdict() {
         add(text(left - 8, y_ + 11, "verdict", R"(text-anchor="end")"));
         add(path(spans({{outcome_.from, outcome_.to}}, y_ + 5, 6), R"(fill="#2da44e")"));
-        const std::string open = spans(outcome_.openSpans, y_ + 2, 12);
+        const std::string open = spans(drawn_.open, y_ + 2, 12);
         add(path(open, R"(fill="#ffffff")") + path(open, hatching));
         add(path(spans(outcome_.failures, y_, 16), R"(fill="#a40e26")"));
         y_ += 22;
     }
 
     void addSignal(std::size_t position) {
-        const SignalDrawing signal = thinned(drawing_.signals[position], perPixel());
+        const CountedSpan range{drawing_.timeline.at(from_), drawing_.timeline.at(to_)};
+        const SignalDrawing signal = thinned(within(drawing_.signals[position], range), perPixel());
         std::vector<double> thresholds;
         for (const Threshold& threshold : drawn_.thresholds) {
             if (threshold.signal == position) {
                 thresholds.push_back(threshold.value);
             }
         }
-        const ValueScale scale(signal, thresholds);
+        std::vector<double> values = thresholds;
+        for (const DrawnPiece& piece : signal.pieces) {
+            values.insert(values.end(), piece.values.begin(), piece.values.end());
+        }
         add(text(left, y_ + 10, signal.name + (signal.unit.empty() ? "" : " [" + signal.unit + "]"),
                  R"(font-weight="bold")"));
-        y_ += 14;
-        add(path(spans(outcome_.openSpans, y_, scale.height), hatching));
-        add(path(spans(outcome_.failures, y_, scale.height), R"(fill="#ffcecb")"));
-        addValueAxis(signal, scale);
-        for (const double threshold : thresholds) {
-            const double at = y_ + scale.y(threshold);
-            add(path("M" + pixel(left) + " " + pixel(at) + "H" + pixel(right()),
-                     R"(stroke="#9a6700" stroke-dasharray="5 3")"));
-            add(text(right(), at - 3, numberText(threshold),
-                     R"(text-anchor="end" fill="#9a6700")"));
-        }
-        addCurve(signal, scale);
-        addCauses(signal, scale);
-        y_ += scale.height + 6;
+        const Plot plot{signal, ValueScale(signal, values), y_ + 14,
+                        signal.kind == DrawingKind::Switch ? switchHeight : plotHeight};
+        add(path(spans(drawn_.open, plot.top, plot.height), hatching));
+        add(path(spans(outcome_.failures, plot.top, plot.height), R"(fill="#ffcecb")"));
+        addValueAxis(plot);
+        addThresholds(plot, thresholds);
+        addCurve(plot);
+        addCauses(plot);
+        y_ = plot.top + plot.height + 6;
     }
 
     Thinning perPixel() const {
@@ -189,60 +156,83 @@ private:
         return {columns, 4 * columns, {}, 0};
     }
 
-    void addValueAxis(const SignalDrawing& signal, const ValueScale& scale) {
+    void addLevel(double y, const std::string& attributes) {
+        add(path("M" + pixel(left) + " " + pixel(y) + "H" + pixel(right()), attributes));
+    }
+
+    void addValueAxis(const Plot& plot) {
         const auto addTick = [&](double value, const std::string& label) {
-            const double at = y_ + scale.y(value);
-            add(path("M" + pixel(left) + " " + pixel(at) + "H" + pixel(right()),
-                     R"(stroke="#d0d7de" stroke-width="0.5")"));
-            add(text(left - 6, at + 4, label, R"(text-anchor="end")"));
+            addLevel(plot.y(value), R"(stroke="#d0d7de" stroke-width="0.5")");
+            add(text(left - 6, plot.y(value) + 4, label, R"(text-anchor="end")"));
         };
-        if (signal.kind == DrawingKind::Switch) {
+        if (plot.signal.kind == DrawingKind::Switch) {
             addTick(0, "false");
             addTick(1, "true");
-        } else if (signal.kind == DrawingKind::Levels) {
-            for (std::size_t i = 0; i < signal.levels.size(); ++i) {
-                addTick(static_cast<double>(i), signal.levels[i]);
+        } else if (plot.signal.kind == DrawingKind::Levels) {
+            for (std::size_t i = 0; i < plot.signal.levels.size(); ++i) {
+                addTick(static_cast<double>(i), plot.signal.levels[i]);
             }
         } else {
-            for (const double value : valueTicks(scale.least(), scale.greatest(), 5)) {
+            for (const double value : valueTicks(plot.scale.least(), plot.scale.greatest(), 5)) {
                 addTick(value, numberText(value));
             }
         }
-        add(path("M" + pixel(left) + " " + pixel(y_) + "v" + pixel(scale.height),
+        add(path("M" + pixel(left) + " " + pixel(plot.top) + "v" + pixel(plot.height),
                  R"(stroke="#656d76")"));
     }
 
-    void addCurve(const SignalDrawing& signal, const ValueScale& scale) {
-        const bool isHeld = signal.kind != DrawingKind::Lines;
-        std::string data;
-        for (const DrawnPiece& piece : signal.pieces) {
-            bool isBegun = false;
-            for (std::size_t i = 0; i < piece.times.size(); ++i) {
-                if (std::isnan(piece.values[i])) {
-                    // A value is held until the NaN.
-                    data += isBegun && isHeld ? "H" + pixel(x(piece.times[i])) : "";
-                    isBegun = false;
-                    continue;
-                }
-                const std::string at = pixel(x(piece.times[i]));
-                const std::string to = pixel(y_ + scale.y(piece.values[i]));
-                data += !isBegun ? "M" : isHeld ? "H" : "L";
-                data += at;
-                data += isBegun && isHeld ? "V" : " ";
-                data += to;
-                isBegun = true;
-            }
-            // What is known for an instant only would not be seen.
-            data += isBegun ? "H" + pixel(std::max(x(piece.end), x(piece.times.back()) + 1)) : "";
+    void addThresholds(const Plot& plot, const std::vector<double>& thresholds) {
+        for (const double threshold : thresholds) {
+            addLevel(plot.y(threshold), R"(stroke="#9a6700" stroke-dasharray="5 3")");
+            add(text(right(), plot.y(threshold) - 3, numberText(threshold),
+                     R"(text-anchor="end" fill="#9a6700")"));
         }
-        add(path(data, R"(fill="none" stroke="#0a3069" stroke-width="1.3")"));
     }
 
-    void addCauses(const SignalDrawing& signal, const ValueScale& scale) {
+    void addCurve(const Plot& plot) {
+        std::string data;
+        for (const DrawnPiece& piece : plot.signal.pieces) {
+            std::size_t begin = 0;
+            for (std::size_t i = 0; i <= piece.times.size(); ++i) {
+                if (i == piece.times.size() || std::isnan(piece.values[i])) {
+                    data += run(plot, piece, begin, i);
+                    begin = i + 1;
+                }
+            }
+        }
+        add(path(data,
+                 R"x(fill="none" stroke="#0a3069" stroke-width="1.3" clip-path="url(#range)")x"));
+    }
+
+    // Samples that are numbers, from one to before another.
+    std::string run(const Plot& plot, const DrawnPiece& piece, std::size_t begin,
+                    std::size_t end) const {
+        const bool isHeld = plot.signal.kind != DrawingKind::Lines;
+        std::string data;
+        for (std::size_t i = begin; i < end; ++i) {
+            const std::string at = pixel(x(piece.times[i]));
+            data += i == begin ? "M" : isHeld ? "H" : "L";
+            data += at;
+            data += i > begin && isHeld ? "V" : " ";
+            data += pixel(plot.y(piece.values[i]));
+        }
+        if (begin == end) {
+            return data;
+        }
+        // Held until a NaN, or to the end of the piece.
+        const double last = x(piece.times[end - 1]);
+        const bool isLast = end == piece.times.size();
+        const double heldTo = isLast ? x(piece.end) : isHeld ? x(piece.times[end]) : last;
+        // What is known for an instant only would not be seen.
+        const double least = end - begin == 1 ? last + 1 : last;
+        return std::max(heldTo, least) > last ? data + "H" + pixel(std::max(heldTo, least)) : data;
+    }
+
+    void addCauses(const Plot& plot) {
         std::vector<TimeSpan> marked;
         for (const FailureExplanation& explanation : outcome_.explanations) {
             for (const Cause& cause : explanation.causes) {
-                if (std::find(cause.signals.begin(), cause.signals.end(), signal.name) !=
+                if (std::find(cause.signals.begin(), cause.signals.end(), plot.signal.name) !=
                     cause.signals.end()) {
                     marked.push_back(cause.span);
                 }
@@ -250,7 +240,7 @@ private:
         }
         std::sort(marked.begin(), marked.end(),
                   [](const TimeSpan& a, const TimeSpan& b) { return a.start < b.start; });
-        add(path(spans(marked, y_ + scale.height - 3, 3), R"(fill="#0969da")"));
+        add(path(spans(marked, plot.top + plot.height - 3, 3), R"(fill="#0969da")"));
     }
 
     void addTimeAxis() {

@@ -1,6 +1,7 @@
 #include "terminal_plot.hpp"
 
 #include <vorm/evaluation/drawing/value_columns.hpp>
+#include <vorm/evaluation/drawing/value_scale.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/text/characters.hpp>
@@ -34,11 +35,7 @@ std::string asLabel(const std::string& text) {
 
 // The failing interval with all its causes and a margin.
 TimeSpan shownSpan(const AssessmentOutcome& outcome, const std::optional<ExactTime>& margin) {
-    const TimeSpan& failure = outcome.failures.front();
-    TimeSpan shown = failure;
-    for (const Cause& cause : outcome.explanations.front().causes) {
-        shown = {std::min(shown.start, cause.span.start), std::max(shown.end, cause.span.end)};
-    }
+    const TimeSpan shown = outcome.failureWithCauses(0);
     const ExactTime range = outcome.to - outcome.from;
     const ExactTime fitting = std::max(shown.length(), ExactTime(range.attoseconds() / 50));
     const ExactTime around = margin.value_or(fitting);
@@ -68,18 +65,8 @@ public:
            std::size_t height)
         : drawing_(drawing),
           columns_(columns),
-          height_(drawing.kind == DrawingKind::Switch ? 1 : height) {
-        const bool hasLevels =
-            drawing.kind == DrawingKind::Switch || drawing.kind == DrawingKind::Levels;
-        if (hasLevels) {
-            const std::size_t levels =
-                drawing.kind == DrawingKind::Switch ? 2 : drawing.levels.size();
-            least_ = 0;
-            greatest_ = static_cast<double>(std::max<std::size_t>(levels, 2) - 1);
-        } else {
-            findRange();
-        }
-    }
+          height_(drawing.kind == DrawingKind::Switch ? 1 : height),
+          scale_(drawing, endsOf(columns)) {}
 
     std::vector<std::string> lines() const {
         std::vector<std::string> lines;
@@ -94,26 +81,19 @@ public:
     }
 
 private:
-    void findRange() {
-        bool isFirst = true;
-        for (const auto& column : columns_) {
-            for (const double value :
-                 {column ? column->least : NAN, column ? column->greatest : NAN}) {
-                if (std::isfinite(value)) {
-                    least_ = isFirst ? value : std::min(least_, value);
-                    greatest_ = isFirst ? value : std::max(greatest_, value);
-                    isFirst = false;
-                }
+    static std::vector<double> endsOf(const std::vector<std::optional<ValueRange>>& columns) {
+        std::vector<double> values;
+        for (const auto& column : columns) {
+            if (column) {
+                values.insert(values.end(), {column->least, column->greatest});
             }
         }
+        return values;
     }
 
-    // Infinite values are at the edges; halves, since the greatest doubles are too far apart.
     std::size_t level(double value) const {
         const auto top = static_cast<double>(2 * height_ - 1);
-        const double span = greatest_ / 2 - least_ / 2;
-        const double share = span > 0 ? (value / 2 - least_ / 2) / span : 0;
-        return static_cast<std::size_t>(std::lround(std::clamp(share, 0.0, 1.0) * top));
+        return static_cast<std::size_t>(std::lround(scale_.share(value) * top));
     }
 
     const char* block(const std::optional<ValueRange>& column, std::size_t line) const {
@@ -133,10 +113,10 @@ private:
             return "";
         }
         const bool isTop = line + 1 == height_;
-        if ((!isTop && line > 0) || (isTop && least_ == greatest_)) {
+        if (!isTop && line > 0) {
             return "";
         }
-        const double value = isTop ? greatest_ : least_;
+        const double value = isTop ? scale_.greatest() : scale_.least();
         if (drawing_.kind == DrawingKind::Levels) {
             const auto position = static_cast<std::size_t>(value);
             return position < drawing_.levels.size() ? withoutControls(drawing_.levels[position])
@@ -148,8 +128,7 @@ private:
     const SignalDrawing& drawing_;
     const std::vector<std::optional<ValueRange>>& columns_;
     const std::size_t height_;
-    double least_ = 0;
-    double greatest_ = 0;
+    const ValueScale scale_;
 };
 
 // Which columns the failing intervals touch.

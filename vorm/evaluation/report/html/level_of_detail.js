@@ -1,6 +1,6 @@
 // What is drawn of data that has more of it than a plot has pixels: no extreme ever vanishes.
 
-/** Of the samples in a column of pixels: first, least, greatest, last, first that is no number. */
+/** Of the samples in a column of pixels: first, least, greatest, last, and the ends of its gaps. */
 function columnSamples(values, begin, end) {
   const kept = new Set();
   let least = -1;
@@ -17,9 +17,11 @@ function columnSamples(values, begin, end) {
       last = i;
     }
   }
-  const gap = values.subarray(begin, end).findIndex(Number.isNaN);
+  const column = values.subarray(begin, end);
+  const gaps = [column.findIndex(Number.isNaN), column.findLastIndex(Number.isNaN)];
+  gaps.filter((gap) => gap >= 0).forEach((gap) => kept.add(begin + gap));
   [least, greatest, last].filter((i) => i >= 0).forEach((i) => kept.add(i));
-  return gap < 0 ? [...kept] : [...kept, begin + gap];
+  return [...kept];
 }
 
 /** Indices in [begin, end) of the samples that are drawn, in order. */

@@ -73,10 +73,17 @@ function verdictAt({ from, to, failures, open }, time) {
   if (time < from || time > to) {
     return "not assessed";
   }
-  if (intervalAt(failures, time) >= 0) {
-    return "✗ fails";
+  const failure = intervalAt(failures, time);
+  if (failure >= 0) {
+    return `✗ fails${upToHere(failures, failure, time)}`;
   }
-  return intervalAt(open, time) >= 0 ? "? open" : "✓ passes";
+  const gap = intervalAt(open, time);
+  return gap >= 0 ? `? open${upToHere(open, gap, time)}` : "✓ passes";
+}
+
+/** An interval ends where it is over, or just after: the page has no time between the two. */
+function upToHere(ends, index, time) {
+  return ends[2 * index] < time && time === ends[2 * index + 1] ? " up to here" : "";
 }
 
 function intervalCount(ends, { from, to }) {
