@@ -5,7 +5,6 @@
 
 #include <rapidcheck.h>
 
-#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -23,12 +22,6 @@ T anyOf(std::initializer_list<T> values) {
 template <class T>
 T anyOf(const std::vector<T>& values) {
     return values[anyIndex(values.size())];
-}
-
-/// What one of the makers makes.
-template <class T>
-T anyMadeBy(const std::vector<std::function<T()>>& makers) {
-    return makers[anyIndex(makers.size())]();
 }
 
 }  // namespace vorm::test
