@@ -72,6 +72,8 @@ test("the example's page has the numbers of its JSON", async () => {
     for (const [index, { verdict, failures }] of assessments.entries()) {
       const details = page.locator(`#r1a${index + 1}`);
       assert.match(await details.locator(".verdict").textContent(), new RegExp(verdict));
+      await details.locator("summary").click();
+      await details.locator("noscript").waitFor({ state: "detached" });
       const rows = await details.locator(".intervals:not(.open) tbody tr").allTextContents();
       assert.equal(rows.length, failures.length);
       const times = failures.map(({ start, end }) => `${start} s${end} s`);
@@ -124,6 +126,68 @@ test("keys zoom, go to failures and read values; a link restores what they show"
     });
     assert.ok(known.length > 0, `no sample at ${time}`);
     known.forEach(([reading, value]) => assert.equal(Number.parseFloat(reading), value));
+  });
+});
+
+/** The part of time that the address tells, some time after what changed it. */
+async function windowOf(page) {
+  await page.waitForTimeout(400);
+  const [, from, to] = /@(-?[\d.]+)\.\.(-?[\d.]+)$/.exec(await page.url()) ?? [];
+  return from === undefined ? null : { from: Number(from), to: Number(to) };
+}
+
+test("the pointer selects, moves and zooms, and buttons do what keys do", async () => {
+  const { url, report } = drive();
+  const index = report.recordings[0].assessments.findIndex(({ name }) => name === "safe distance");
+  const { from, to, failures } = report.recordings[0].assessments[index];
+  const id = `r1a${index + 1}`;
+  await withPage(`${url}#${id}`, async (page) => {
+    await hasDrawn(page, id);
+    const box = await page.locator(`#${id} .axis`).boundingBox();
+    const axis = await page.locator(`#${id} .axis path.frame`).getAttribute("d");
+    const [left, right] = /M([\d.]+) [\d.]+H([\d.]+)/.exec(axis).slice(1).map(Number);
+    const second = (to - from) / (right - left);
+    const at = (part) => [box.x + left + part * (right - left), box.y - 20];
+    const drag = async (start, end) => {
+      await page.mouse.move(...at(start));
+      await page.mouse.down();
+      await page.mouse.move(...at(end), { steps: 5 });
+      await page.mouse.up();
+    };
+    const expect = async (start, end) => {
+      const shown = await windowOf(page);
+      assert.ok(Math.abs(shown.from - start) < 2 * second, `${shown.from} for ${start}`);
+      assert.ok(Math.abs(shown.to - end) < 2 * second, `${shown.to} for ${end}`);
+    };
+    const time = (part) => from + part * (to - from);
+
+    await drag(0.6, 0.2);
+    await expect(time(0.2), time(0.6));
+    await page.keyboard.down("Shift");
+    await drag(0.5, 0.25);
+    await page.keyboard.up("Shift");
+    await expect(time(0.3), time(0.7));
+    await page.mouse.move(...at(0.5));
+    await page.keyboard.down("Control");
+    await page.mouse.wheel(0, -200);
+    await page.keyboard.up("Control");
+    await expect(time(0.4), time(0.6));
+    await page.mouse.wheel(0, 10);
+    await expect(time(0.4), time(0.6));
+    await page.mouse.dblclick(...at(0.5));
+    assert.equal(await windowOf(page), null);
+
+    const press = (label) => page.locator(`#${id} [aria-label="${label}"]`).click();
+    await press("Zoom in");
+    await press("Later");
+    await expect(time(0.35), time(0.85));
+    await press("Whole range");
+    assert.equal(await windowOf(page), null);
+    await press("Next failure");
+    await page.mouse.move(5, 5);
+    await press("Previous failure");
+    assert.match(await page.locator(`#${id} .spoken`).textContent(), /^No earlier failure/);
+    assert.ok((await windowOf(page)).from < failures[0].start);
   });
 });
 

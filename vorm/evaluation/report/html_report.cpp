@@ -313,20 +313,23 @@ private:
         const auto openness = [&](std::size_t i) {
             return i < outcome.openReasons.size() ? outcome.openReasons[i] : noReason;
         };
+        const std::string rest = definitions(outcome) +
+                                 textElement("pre", "class=\"error\"", errorText(outcome.error)) +
+                                 textElement("p", "class=\"reason\"", outcome.reason) +
+                                 textElement("p", "class=\"reason\"", neverTriggeredText(outcome)) +
+                                 factsOf(outcome) + plots(recording, number) +
+                                 intervalTable("Failing intervals", "class=\"intervals\"",
+                                               outcome.failures, style_.mostIntervals, failure) +
+                                 intervalTable("Times without result", "class=\"intervals open\"",
+                                               outcome.openSpans, style_.mostIntervals, openness);
+        // With scripts a browser reads noscript as one text, and so a page of thousands at once;
+        // unfolding.js makes elements of it when the assessment is opened.
         return element("details",
                        "class=\"assessment " + std::string(mark.name) + "\" id=\"" +
                            id(recording, number) + "\"" + (isOpen() ? " open" : ""),
                        summary + textElement("p", "class=\"description\"", outcome.description) +
                            textElement("pre", "class=\"formula\"", outcome.formula) +
-                           definitions(outcome) +
-                           textElement("pre", "class=\"error\"", errorText(outcome.error)) +
-                           textElement("p", "class=\"reason\"", outcome.reason) +
-                           textElement("p", "class=\"reason\"", neverTriggeredText(outcome)) +
-                           factsOf(outcome) + plots(recording, number) +
-                           intervalTable("Failing intervals", "class=\"intervals\"",
-                                         outcome.failures, style_.mostIntervals, failure) +
-                           intervalTable("Times without result", "class=\"intervals open\"",
-                                         outcome.openSpans, style_.mostIntervals, openness));
+                           element("noscript", "", rest));
     }
 
     std::string definitions(const AssessmentOutcome& outcome) const {

@@ -37,7 +37,9 @@ function drawPlots() {
     },
     { rootMargin: "400px" },
   );
-  document.querySelectorAll(".plots").forEach((box) => views.observe(box));
+  onUnfolding((details) => {
+    details.querySelectorAll(".plots").forEach((box) => views.observe(box));
+  });
   addEventListener("beforeprint", drawForPaper);
   addEventListener("afterprint", () => stacks.forEach((stack) => stack.schedule()));
 }

@@ -107,7 +107,7 @@ class Filter {
   #openFailing() {
     for (const { element, verdict } of this.#items) {
       if (verdict === "FAIL" && !element.hidden) {
-        element.open = true;
+        openAssessment(element);
       }
     }
   }

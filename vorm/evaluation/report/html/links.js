@@ -15,7 +15,7 @@ function followLink() {
     return;
   }
   details.dispatchEvent(new CustomEvent("reveal", { bubbles: true }));
-  details.open = true;
+  openAssessment(details);
   const box = details.querySelector(".plots");
   if (box && from !== undefined) {
     const stack = stackOf(box);

@@ -5,13 +5,14 @@ class PlotStack {
   #drawing;
   #signals;
   #plots;
-  #frame = null;
+  #frame;
   #axis = svg("svg");
   #cursorLine = svg("line", { class: "cursor", y1: 0, y2: "100%" });
   #selection = svg("rect", { class: "selection", y: 0, height: "100%" });
   #time = html("span", { class: "time" });
   #spoken = html("p", { role: "status", class: "spoken" });
   #cursor = null;
+  #shownFailure = null;
   #isScheduled = false;
   whole;
   window;
@@ -24,6 +25,8 @@ class PlotStack {
     this.whole = wholeWindow(this.#drawing);
     this.window = this.whole;
     this.#plots = [new VerdictBand(this.#drawing), ...this.#signalPlots(signals)];
+    // A place to read times from until the first drawing.
+    this.#frame = timeFrame(this.whole, paperWidth, this.#gutter(paperWidth), this.origin);
     this.surface = html("div", { class: "surface", role: "group", tabindex: 0 });
     this.#build();
   }
@@ -46,6 +49,7 @@ class PlotStack {
 
   show(window) {
     this.window = fittedWindow(window, this.whole);
+    this.#shownFailure = null;
     this.schedule();
     this.#box.dispatchEvent(new CustomEvent("zoom", { bubbles: true, detail: this }));
   }
@@ -130,13 +134,14 @@ class PlotStack {
   }
 
   /**
-   * Shows the failing interval after (1) or before (-1) the one at the cursor or in the middle; the
-   * first or the last one where nothing was looked at yet.
+   * Shows the failing interval after (1) or before (-1) the cursor, the one that was shown last, or
+   * the middle; the first or the last one where nothing was looked at yet.
    */
   showFailure(direction) {
     const { failures } = this;
     const middle = (this.window.from + this.window.to) / 2;
-    const time = this.#cursor ?? (this.isZoomed ? middle : -direction * Infinity);
+    const place = this.isZoomed ? middle : -direction * Infinity;
+    const time = this.#cursor ?? this.#shownFailure ?? place;
     const count = failures.length / 2;
     const index =
       direction > 0
@@ -148,6 +153,7 @@ class PlotStack {
     }
     const [start, end] = failures.slice(2 * index, 2 * index + 2);
     this.show(roundedWindow(windowAround(start, end, this.#signals, this.whole)));
+    this.#shownFailure = start;
     this.moveCursor(start);
     this.#say(`Failure ${index + 1} of ${count}; ${this.#readings()}`);
   }

@@ -1,4 +1,5 @@
 document.documentElement.classList.add("scripted");
 addFilter();
 drawPlots();
+unfoldWhatIsOpen();
 keepLinks();
