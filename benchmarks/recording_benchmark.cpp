@@ -105,7 +105,7 @@ void addColumn(std::size_t count) {
     column.interpolation = INTERPOLATION_METHOD::LINEAR;
     for (const auto& [times, name] :
          {std::pair(evaluation::SampleTimes(evaluation::TickTimes{memory->ticks}), "ticks"),
-          std::pair(evaluation::SampleTimes(evaluation::SecondTimes{memory->seconds}),
+          std::pair(evaluation::SampleTimes(evaluation::NumberTimes{memory->seconds}),
                     "seconds")}) {
         column.times = times;
         add(std::string("recordingOf/linear double ") + name + "/library", count,

@@ -17,8 +17,8 @@ int main() {
     const std::vector<double> speeds{20, 20, 15, 9, 5, 3, 1};
     const std::array<bool, 7> brake{false, true, true, true, true, true, true};
     const Recording recording =
-        recordingOf("stop", {{"speed", SecondTimes{seconds}, std::span(speeds)},
-                             {"brake", SecondTimes{seconds}, std::span(brake)}});
+        recordingOf("stop", {{"speed", NumberTimes{seconds}, std::span(speeds)},
+                             {"brake", NumberTimes{seconds}, std::span(brake)}});
 
     const RecordingOutcome outcome = assess(file, recording);
     std::cout << tableReport({file.name, file.title, {outcome}});

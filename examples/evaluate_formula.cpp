@@ -7,7 +7,7 @@ using namespace vorm::evaluation;
 int main() {
     const std::vector<double> seconds{0, 4, 8, 12};
     const std::vector<double> bars{2, 8, 3, 7};
-    SignalColumn pressure{"pressure", SecondTimes{seconds}, std::span(bars)};
+    SignalColumn pressure{"pressure", NumberTimes{seconds}, std::span(bars)};
     pressure.interpolation = vorm::assessments::INTERPOLATION_METHOD::LINEAR;
     const Recording recording = recordingOf("test bench", {pressure});
 

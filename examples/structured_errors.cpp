@@ -14,7 +14,7 @@ formula = "sped < 30"
     const std::vector<double> seconds{0, 1};
     const std::vector<double> speeds{20, 31};
     const Recording recording =
-        recordingOf("drive", {{"speed", SecondTimes{seconds}, std::span(speeds)}});
+        recordingOf("drive", {{"speed", NumberTimes{seconds}, std::span(speeds)}});
 
     for (const InputError& error : check(file, recording)) {
         const InputProblem& problem = error.problem();

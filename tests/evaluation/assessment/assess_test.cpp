@@ -38,7 +38,7 @@ TEST(Assess, LooksFarBesideAShortRecording) {
     const std::vector<double> seconds{10, 10.7};
     const std::array<bool, 2> b{true, false};
     const Recording recording =
-        recordingOf("short", {{"b", SecondTimes{seconds}, SampleView<bool>(b)}});
+        recordingOf("short", {{"b", NumberTimes{seconds}, SampleView<bool>(b)}});
     const AssessmentFile file = fileWith(R"toml(
         assessment = [
             { name = "fails", formula = "fall(b) -> ~always[-10 s, 0](eventually[0, 10 s](fall(b)))" },

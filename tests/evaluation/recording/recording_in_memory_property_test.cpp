@@ -65,6 +65,7 @@ struct Times {
     ExactTime unit = anyOf<TimeUnit>({timeUnits.begin(), timeUnits.begin() + 6}).length;
     ExactTime zero = *ExactTime::of(
         anyOf<std::string>({"0", "-0.3", "46408.6", "1700000000.300000001"}), second);
+    ExactTime numberUnit = anyOf<TimeUnit>({timeUnits.begin() + 2, timeUnits.end()}).length;
     double scale = anyOf<double>({1, 10, 1e9, 1e10});
     double offset = anyOf<double>({0, -0.3, 46408.6});
     std::vector<std::string> texts;
@@ -76,24 +77,31 @@ struct Times {
             ticks.push_back(count);
             seconds.push_back(offset + static_cast<double>(count) / scale);
             texts.push_back(areTicks ? (zero + WideInteger{count} * unit).text()
-                                     : shortestNumber(seconds.back()));
+                                     : numberTime(seconds.back()).text());
         }
     }
 
     SampleTimes of(const std::vector<std::size_t>& rows,
                    std::deque<std::vector<std::int64_t>>& keptTicks,
-                   std::deque<std::vector<double>>& keptSeconds) const {
+                   std::deque<std::vector<double>>& keptNumbers) const {
         auto& someTicks = keptTicks.emplace_back();
-        auto& someSeconds = keptSeconds.emplace_back();
+        auto& someNumbers = keptNumbers.emplace_back();
         for (const std::size_t row : rows) {
             someTicks.push_back(ticks[row]);
-            someSeconds.push_back(seconds[row]);
+            someNumbers.push_back(seconds[row]);
         }
         return areTicks ? SampleTimes(TickTimes{someTicks, unit, zero})
-                        : SampleTimes(SecondTimes{someSeconds});
+                        : SampleTimes(NumberTimes{someNumbers, numberUnit, zero});
     }
 
-    ExactTime step() const { return areTicks ? unit : *ExactTime::ofSeconds(1.5 / scale); }
+    ExactTime step() const {
+        return areTicks ? unit : *ExactTime::of(shortestNumber(1.5 / scale), numberUnit);
+    }
+
+private:
+    ExactTime numberTime(double number) const {
+        return zero + *ExactTime::of(shortestNumber(number), numberUnit);
+    }
 };
 
 // One quantity both ways. What is missing is either marked or left out.

@@ -12,7 +12,7 @@ SignalColumn columnOf(const std::string& name, const std::vector<double>& second
                       const std::vector<T>& values) {
     SignalColumn column;
     column.name = name;
-    column.times = SecondTimes{seconds};
+    column.times = NumberTimes{seconds};
     column.values = SampleView<T>(values);
     return column;
 }

@@ -11,7 +11,7 @@ namespace {
 
 std::size_t countOf(const SampleTimes& times) {
     const auto* ticks = std::get_if<TickTimes>(&times);
-    return ticks != nullptr ? ticks->ticks.size() : std::get<SecondTimes>(times).seconds.size();
+    return ticks != nullptr ? ticks->ticks.size() : std::get<NumberTimes>(times).numbers.size();
 }
 
 ExactTime timeAt(const TickTimes& times, std::size_t index) {
@@ -23,50 +23,54 @@ void checkUnit(const SampleTimes& times) {
     if (ticks != nullptr && (ticks->unit <= ExactTime() || ticks->unit > second)) {
         failAt({}, "the unit of its times is no length of time up to a second");
     }
+    const auto* numbers = std::get_if<NumberTimes>(&times);
+    if (numbers != nullptr && numbers->unit <= ExactTime()) {
+        failAt({}, "the unit of its times is no length of time");
+    }
+}
+
+bool isWithinRange(ExactTime time) {
+    return ExactTime::of(time.text(), second) == time;
+}
+
+ExactTime timeAt(const NumberTimes& times, std::size_t index) {
+    const double number = times.numbers[index];
+    const auto time = times.unit == second ? ExactTime::ofSeconds(number)
+                                           : ExactTime::of(shortestNumber(number), times.unit);
+    if (!time) {
+        failAt({}, "the time " + shortestNumber(number) + " is " +
+                       (std::isfinite(number) ? "beyond the range of times" : "not finite"));
+    }
+    return times.zero + *time;
 }
 
 // The first or the last time, which bound the others.
-ExactTime endTimeAt(const TickTimes& times, std::size_t index) {
-    const auto isWithinRange = [](ExactTime time) {
-        return ExactTime::of(time.text(), second) == time;
-    };
-    if (!isWithinRange(times.zero) || !isWithinRange(timeAt(times, index))) {
+template <class Times>
+ExactTime endTimeAt(const Times& times, std::size_t index) {
+    const ExactTime time = timeAt(times, index);
+    if (!isWithinRange(times.zero) || !isWithinRange(time)) {
         failAt({}, "the time is beyond the range of times");
     }
-    return timeAt(times, index);
-}
-
-ExactTime timeAt(const SecondTimes& times, std::size_t index) {
-    const double seconds = times.seconds[index];
-    const auto time = ExactTime::ofSeconds(seconds);
-    if (!time) {
-        failAt({}, "the time " + shortestNumber(seconds) + " is " +
-                       (std::isfinite(seconds) ? "beyond the range of times" : "not finite"));
-    }
-    return *time;
-}
-
-ExactTime endTimeAt(const SecondTimes& times, std::size_t index) {
-    return timeAt(times, index);
+    return time;
 }
 
 // Counts times on a timeline without a bias.
-class SecondCounter {
+class NumberCounter {
 public:
-    SecondCounter(const SecondTimes& times, const Timeline& counting)
+    NumberCounter(const NumberTimes& times, const Timeline& counting)
         : times_(times), counting_(counting) {}
 
     bool goesBackAt(std::size_t index) const {
-        return times_.seconds[index] < times_.seconds[index - 1];
+        return times_.numbers[index] < times_.numbers[index - 1];
     }
     double counted(std::size_t index) const { return counting_.counted(timeAt(times_, index)); }
 
 private:
-    const SecondTimes& times_;
+    const NumberTimes& times_;
     const Timeline& counting_;
 };
 
-// As SecondCounter; ticks that are whole ones of the timeline stay integers.
+// As NumberCounter; ticks that are whole ones of the timeline stay integers.
 class TickCounter {
 public:
     TickCounter(const TickTimes& times, const Timeline& counting)
@@ -97,7 +101,7 @@ private:
     WideInteger zero_ = 0;
 };
 
-SecondCounter counterOf(const SecondTimes& times, const Timeline& counting) {
+NumberCounter counterOf(const NumberTimes& times, const Timeline& counting) {
     return {times, counting};
 }
 

@@ -21,13 +21,15 @@ struct TickTimes {
     ExactTime zero = {};          ///< the time of tick 0
 };
 
-/// Times in seconds: each stands for the shortest decimal that reads back as it, 0.3 for three
-/// tenths.
-struct SecondTimes {
-    std::span<const double> seconds;
+/// Times as numbers of a unit: each stands for the shortest decimal that reads back as it, 0.3 for
+/// three tenths.
+struct NumberTimes {
+    std::span<const double> numbers;
+    ExactTime unit = second;  ///< above 0
+    ExactTime zero = {};      ///< the time of number 0
 };
 
-using SampleTimes = std::variant<TickTimes, SecondTimes>;
+using SampleTimes = std::variant<TickTimes, NumberTimes>;
 
 template <class T>
 using SampleView = std::span<const T>;
@@ -59,8 +61,9 @@ struct SignalColumn {
 
 /// A timeline for all of the columns, whose times are in order: it counts in whole numbers of the
 /// resolution from the least time on. Formulas look as far as `reach` from these times. Throws
-/// InputError for a first or last time that is not finite or beyond the range, for ticks whose unit
-/// is no length of time up to a second, and for a resolution that is none of timeUnits up to one.
+/// InputError for a first or last time that is not finite or beyond the range, for a unit that is no
+/// length of time, or of ticks above a second, and for a resolution that is none of timeUnits up to
+/// one.
 Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution = nanosecond,
                     ExactTime reach = oneDay);
 
