@@ -14,6 +14,8 @@ ExactTime lengthOf(const WrittenTime& written) {
     return std::min(std::max(time, -time), farthest);
 }
 
+}  // namespace
+
 ExactTime reachOf(const ParsedFormula& formula) {
     std::vector<ExactTime> reaches;
     for (const SyntaxNode& node : formula.nodes()) {
@@ -29,8 +31,6 @@ ExactTime reachOf(const ParsedFormula& formula) {
     }
     return reaches.back();
 }
-
-}  // namespace
 
 std::vector<const Assessment*> chosenAssessments(const AssessmentFile& file,
                                                  const std::vector<std::string>& only) {

@@ -17,6 +17,9 @@ std::vector<const Assessment*> chosenAssessments(const AssessmentFile& file,
 std::set<std::string> namesToRead(const AssessmentFile& file,
                                   const std::vector<const Assessment*>& assessments);
 
+/// How far from a time the formula looks at most; a thousand days if it is more.
+ExactTime reachOf(const ParsedFormula& formula);
+
 /// How far from a time the formulas of the assessments look at most; a thousand days if it is more.
 ExactTime reachOf(const AssessmentFile& file, const std::vector<const Assessment*>& assessments);
 

@@ -61,9 +61,9 @@ struct SignalColumn {
 
 /// A timeline for all of the columns, whose times are in order: it counts in whole numbers of the
 /// resolution from the least time on. Formulas look as far as `reach` from these times. Throws
-/// InputError for a first or last time that is not finite or beyond the range, for a unit that is no
-/// length of time, or of ticks above a second, and for a resolution that is none of timeUnits up to
-/// one.
+/// InputError for a first or last time that is not finite or beyond the range, for a unit that is
+/// no length of time, or of ticks above a second, and for a resolution that is none of timeUnits up
+/// to one.
 Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution = nanosecond,
                     ExactTime reach = oneDay);
 

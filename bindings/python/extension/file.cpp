@@ -1,0 +1,165 @@
+#include "file.hpp"
+
+#include <vorm/evaluation/assessment/wanted_signals.hpp>
+#include <vorm/evaluation/table/column_header.hpp>
+#include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/time/counted_time.hpp>
+
+#include <pybind11/stl.h>
+
+namespace vorm::python {
+
+namespace py = pybind11;
+using evaluation::EqualTimes;
+using evaluation::SignalLayout;
+using evaluation::TimeOrigin;
+
+namespace {
+
+std::optional<std::string> textOf(const std::optional<evaluation::ExactTime>& time) {
+    return time ? std::optional(time->text()) : std::nullopt;
+}
+
+std::optional<std::string> nameOf(const std::optional<evaluation::TimeUnit>& unit) {
+    return unit ? std::optional<std::string>(unit->name) : std::nullopt;
+}
+
+std::string nameOf(EqualTimes equalTimes) {
+    switch (equalTimes) {
+        case EqualTimes::First:
+            return "first";
+        case EqualTimes::Last:
+            return "last";
+        case EqualTimes::Refuse:
+            break;
+    }
+    return "error";
+}
+
+bool isLinear(assessments::INTERPOLATION_METHOD interpolation) {
+    return interpolation == assessments::INTERPOLATION_METHOD::LINEAR;
+}
+
+// What kind of origin, and the text that belongs to it.
+std::pair<std::string, std::string> originOf(const TimeOrigin::Choice& origin) {
+    if (const auto* file = std::get_if<TimeOrigin::FirstOf>(&origin)) {
+        return {"file", file->file};
+    }
+    if (const auto* time = std::get_if<TimeOrigin::At>(&origin)) {
+        return {"time", time->time};
+    }
+    return {std::holds_alternative<TimeOrigin::FirstSample>(origin) ? "first" : "recorded", ""};
+}
+
+using Members = std::pair<std::string, std::vector<std::string>>;
+
+// The name and the members of an enumeration that declares them.
+std::optional<Members> membersOf(const SignalLayout& signal) {
+    return signal.type && signal.type->isEnumerated() && !signal.type->enumeration->members.empty()
+               ? std::optional(
+                     Members(signal.type->enumeration->name, signal.type->enumeration->members))
+               : std::nullopt;
+}
+
+std::optional<std::string> declaredType(const SignalLayout& signal) {
+    if (!signal.type) {
+        return std::nullopt;
+    }
+    return signal.type->isEnumerated() ? "enum" : typeText(*signal.type);
+}
+
+void addDeclaration(py::module_& module) {
+    py::class_<SignalLayout>(module, "Declaration")
+        .def_readonly("name", &SignalLayout::name)
+        .def_readonly("column", &SignalLayout::column)
+        .def_readonly("file", &SignalLayout::file)
+        .def_readonly("unit", &SignalLayout::unit)
+        .def_property_readonly("type", &declaredType)
+        .def_property_readonly("members", &membersOf)
+        .def_property_readonly("is_linear",
+                               [](const SignalLayout& signal) {
+                                   return signal.interpolation
+                                              ? std::optional(isLinear(*signal.interpolation))
+                                              : std::nullopt;
+                               })
+        .def_property_readonly("max_gap",
+                               [](const SignalLayout& signal) { return textOf(signal.maxGap); })
+        .def_property_readonly("equal_times", [](const SignalLayout& signal) {
+            return signal.equalTimes ? std::optional(nameOf(*signal.equalTimes)) : std::nullopt;
+        });
+}
+
+}  // namespace
+
+void addFiles(py::module_& module) {
+    addDeclaration(module);
+    py::class_<File>(module, "File")
+        .def(py::init([](const std::string& text, const std::string& name) {
+                 return File(evaluation::parseAssessmentFile(text, name));
+             }),
+             py::arg("text"), py::arg("name"))
+        .def_property_readonly("name", [](const File& file) { return file.content().name; })
+        .def_property_readonly("title", [](const File& file) { return file.content().title; })
+        .def_property_readonly(
+            "assessments",
+            [](const File& file) {
+                std::vector<std::string> names;
+                for (const evaluation::Assessment& assessment : file.content().assessments) {
+                    names.push_back(assessment.name);
+                }
+                return names;
+            })
+        .def(
+            "names_to_read",
+            [](const File& file, const std::vector<std::string>& only) {
+                return namesToRead(file.content(), chosenAssessments(file.content(), only));
+            },
+            py::arg("only"))
+        .def_property_readonly("declarations",
+                               [](const File& file) { return file.content().layout.signals; })
+        .def_property_readonly(
+            "is_linear",
+            [](const File& file) { return isLinear(file.content().layout.interpolation); })
+        .def_property_readonly(
+            "max_gap", [](const File& file) { return textOf(file.content().layout.maxGap); })
+        .def_property_readonly(
+            "equal_times",
+            [](const File& file) { return nameOf(file.content().layout.time.equalTimes); })
+        .def_property_readonly(
+            "time_unit", [](const File& file) { return nameOf(file.content().layout.time.unit); })
+        .def_property_readonly("zone",
+                               [](const File& file) { return file.content().layout.time.zone; })
+        .def_property_readonly(
+            "origin", [](const File& file) { return originOf(file.content().layout.time.origin); });
+
+    module.def("read_text", &evaluation::readFile, py::arg("path"));
+    module.def(
+        "column_header",
+        [](const std::string& text) {
+            const auto header = evaluation::columnHeaders({text}).front();
+            return std::pair(header.name, header.unit);
+        },
+        py::arg("text"));
+    module.def(
+        "time_unit_in_name",
+        [](const std::string& name) {
+            return nameOf(timeUnitIn(evaluation::columnHeaders({name}).front()));
+        },
+        py::arg("name"));
+    module.def(
+        "is_time_name",
+        [](const std::string& name) {
+            return timeNameOf(evaluation::columnHeaders({name}).front()) >=
+                   evaluation::TimeName::Usual;
+        },
+        py::arg("name"));
+    module.def(
+        "epoch_unit",
+        [](double number) {
+            const auto time = evaluation::ExactTime::ofSeconds(number);
+            return time ? nameOf(evaluation::epochUnitOf(*time)) : std::nullopt;
+        },
+        py::arg("number"));
+}
+
+}  // namespace vorm::python

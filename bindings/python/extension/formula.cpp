@@ -1,0 +1,117 @@
+#include "formula.hpp"
+
+#include "arrays.hpp"
+#include "unlocked.hpp"
+
+#include <vorm/evaluation/assessment/evaluate_formula.hpp>
+#include <vorm/evaluation/formula/formula.hpp>
+
+#include <pybind11/stl.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace vorm::python {
+
+namespace py = pybind11;
+using evaluation::ExactTime;
+using evaluation::FormulaOutcome;
+using evaluation::Recording;
+
+namespace {
+
+FormulaOutcome evaluate(const evaluation::ParsedFormula& formula, const Recording& recording,
+                        unsigned jobs, bool robustness) {
+    return unlocked([&](const Progress& progress) {
+        evaluation::RunOptions options;
+        options.jobs = jobs;
+        options.robustness = robustness;
+        options.progress = progress;
+        return evaluation::evaluate(formula.text(), recording, options);
+    });
+}
+
+// The times at which truth changes, and what it is from there on; at last the end with the last
+// value.
+py::tuple truth(const evaluation::ParsedFormula& formula, const Recording& recording, unsigned jobs,
+                TimeForm form) {
+    const FormulaOutcome outcome = evaluate(formula, recording, jobs, false);
+    std::vector<ExactTime> times;
+    std::vector<std::int8_t> values;
+    for (const auto& [span, value] : outcome.truth) {
+        times.push_back(span.start);
+        values.push_back(value);
+    }
+    if (!times.empty() && !outcome.truth.back().span.isInstant()) {
+        times.push_back(outcome.truth.back().span.end);
+        values.push_back(values.back());
+    }
+    return py::make_tuple(timeArray(times, form), arrayOf(values));
+}
+
+py::array failures(const evaluation::ParsedFormula& formula, const Recording& recording,
+                   unsigned jobs, TimeForm form) {
+    std::vector<evaluation::TimeSpan> spans;
+    for (const auto& [span, value] : evaluate(formula, recording, jobs, false).truth) {
+        if (value == evaluation::certainlyFalse) {
+            spans.push_back(span);
+        }
+    }
+    return spanArray(spans, form);
+}
+
+using Numbers = assessments::TimedTrace_T<double>;
+
+const Numbers& numbersIn(const evaluation::SharedPieces& pieces) {
+    return pieces->front().get<double>();
+}
+
+// The times of both traces in a closed range, each once, and the ends of the range.
+std::vector<double> timesOf(const Numbers& a, const Numbers& b, double from, double to) {
+    std::vector<double> times{from, to};
+    for (const Numbers* trace : {&a, &b}) {
+        for (const auto& point : trace->points) {
+            if (point.time > from && point.time < to) {
+                times.push_back(point.time);
+            }
+        }
+    }
+    std::sort(times.begin(), times.end());
+    times.erase(std::unique(times.begin(), times.end()), times.end());
+    return times;
+}
+
+// The times at which the robustness bends or changes, and what it is there: NaN where the recording
+// does not decide it.
+py::tuple robustness(const evaluation::ParsedFormula& formula, const Recording& recording,
+                     unsigned jobs, TimeForm form) {
+    const FormulaOutcome outcome = evaluate(formula, recording, jobs, true);
+    std::vector<ExactTime> times;
+    std::vector<double> values;
+    if (!outcome.truth.empty()) {
+        const Numbers& least = numbersIn(outcome.leastRobustness);
+        const Numbers& greatest = numbersIn(outcome.greatestRobustness);
+        for (const double time :
+             timesOf(least, greatest, recording.timeline.at(outcome.truth.front().span.start),
+                     recording.timeline.at(outcome.truth.back().span.end))) {
+            const auto [low, high] = std::pair(least.valueAt(time), greatest.valueAt(time));
+            times.push_back(recording.timeline.timeAt(time));
+            values.push_back(
+                low && high && *low == *high ? *low : std::numeric_limits<double>::quiet_NaN());
+        }
+    }
+    return py::make_tuple(timeArray(times, form), arrayOf(values));
+}
+
+}  // namespace
+
+void addFormulas(py::module_& module) {
+    py::class_<evaluation::ParsedFormula>(module, "Formula")
+        .def(py::init<std::string>(), py::arg("text"))
+        .def_property_readonly("names", &evaluation::ParsedFormula::names)
+        .def("truth", &truth, py::arg("recording"), py::arg("jobs"), py::arg("form"))
+        .def("failures", &failures, py::arg("recording"), py::arg("jobs"), py::arg("form"))
+        .def("robustness", &robustness, py::arg("recording"), py::arg("jobs"), py::arg("form"));
+}
+
+}  // namespace vorm::python

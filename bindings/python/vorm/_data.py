@@ -1,0 +1,153 @@
+"""What data can be: recordings in files, or signals in memory."""
+
+from __future__ import annotations
+
+import os
+from collections.abc import Mapping, Sequence
+from dataclasses import dataclass
+from typing import Any
+
+from vorm import _vorm
+from vorm._errors import error
+
+
+@dataclass(frozen=True, eq=False)
+class Signal:
+    """Values with what a column cannot say.
+
+    `values` may bring their times, as a Series does; else `times` are as many. `interpolation` is
+    "held" or "linear", `max_gap` a distance of samples in seconds above which nothing is known
+    between them, `unit` a text for people, and `type` a value type as assessment files name it:
+    "int8", "float", "enum", a Categorical's own. What is None is as the requirements say.
+    """
+
+    values: Any
+    times: Any = None
+    interpolation: str | None = None
+    max_gap: float | None = None
+    unit: str | None = None
+    type: str | None = None
+
+    def __init__(
+        self,
+        values: Any,
+        times: Any = None,
+        *,
+        interpolation: str | None = None,
+        max_gap: float | None = None,
+        unit: str | None = None,
+        type: str | None = None,
+    ) -> None:
+        if interpolation not in (None, "held", "linear"):
+            raise error(f"the interpolation {interpolation!r} is neither 'held' nor 'linear'")
+        if max_gap is not None and not max_gap > 0:
+            raise error(f"max_gap is {max_gap!r}", "it is a number of seconds above 0")
+        for name, value in (
+            ("values", values),
+            ("times", times),
+            ("interpolation", interpolation),
+            ("max_gap", max_gap),
+            ("unit", unit),
+            ("type", type),
+        ):
+            object.__setattr__(self, name, value)
+
+
+@dataclass(frozen=True)
+class Quantity:
+    """A signal under the name that the data gives it, with its times as they were given."""
+
+    name: str
+    times: Any
+    signal: Signal
+
+    @property
+    def subject(self) -> str:
+        """What messages call it."""
+        return f"signal '{self.name}'"
+
+
+def paths_in(data: Any) -> list[list[str]] | None:
+    """The files of each recording, where the data are paths."""
+    if isinstance(data, (str, os.PathLike)):
+        return [[os.fspath(data)]]
+    if isinstance(data, Sequence) and data and all(_is_path(each) for each in data):
+        return [
+            [os.fspath(each)]
+            if isinstance(each, (str, os.PathLike))
+            else list(map(os.fspath, each))
+            for each in data
+        ]
+    return None
+
+
+def _is_path(each: Any) -> bool:
+    if isinstance(each, (str, os.PathLike)):
+        return True
+    is_group = isinstance(each, (list, tuple)) and len(each) > 0
+    return is_group and all(isinstance(one, (str, os.PathLike)) for one in each)
+
+
+def quantities_in(data: Any) -> list[Quantity]:
+    """The signals in memory, in order. Raises Error for data that are none."""
+    if isinstance(data, Mapping) and not hasattr(data, "data_vars"):
+        return [_quantity(_text(name), value) for name, value in data.items()]
+    if hasattr(data, "data_vars"):
+        return _of_dataset(data)
+    if hasattr(data, "columns") and hasattr(data, "index"):
+        return _of_frame(data)
+    raise error(
+        f"data of the type {type(data).__name__} are no signals",
+        "give a path, a DataFrame with times as its index, a dict of name to Series or "
+        "(times, values), or an xarray Dataset",
+    )
+
+
+def _quantity(name: str, value: Any) -> Quantity:
+    signal = value if isinstance(value, Signal) else None
+    if isinstance(value, tuple) and len(value) == 2:
+        signal = Signal(value[1], value[0])
+    if signal is None:
+        signal = Signal(value)
+    times = signal.times
+    if times is None and hasattr(signal.values, "index") and hasattr(signal.values, "to_numpy"):
+        times = signal.values.index
+    if times is None:
+        raise error(
+            f"signal '{name}' has no times",
+            "give (times, values), a Series with times as its index, or Signal(values, times)",
+        )
+    return Quantity(name, times, signal)
+
+
+def _of_frame(frame: Any) -> list[Quantity]:
+    names = [_text(name) for name in frame.columns]
+    index = frame.index
+    if hasattr(index, "levels"):
+        raise error("the index of the frame has several levels", "its index has to be the time")
+    is_count = type(index).__name__ == "RangeIndex" and index.name is None
+    times = [name for name in names if _vorm.is_time_name(name)]
+    if is_count and times:
+        raise error(
+            f"the frame counts its rows, but has a column '{times[0]}'",
+            f"say that it is the time: frame.set_index({times[0]!r})",
+        )
+    columns = [frame.iloc[:, number] for number in range(len(names))]
+    return [Quantity(name, index, Signal(column)) for name, column in zip(names, columns)]
+
+
+def _of_dataset(dataset: Any) -> list[Quantity]:
+    if "time" not in dataset.coords:
+        raise error("the Dataset has no coordinate 'time'", "rename the one that is the time")
+    times = dataset["time"].values
+    quantities = []
+    for name, variable in dataset.data_vars.items():
+        if variable.dims == ("time",):
+            unit = variable.attrs.get("units")
+            signal = Signal(variable.values, times, unit=None if unit is None else str(unit))
+            quantities.append(Quantity(_text(name), times, signal))
+    return quantities
+
+
+def _text(name: Any) -> str:
+    return ".".join(map(str, name)) if isinstance(name, tuple) else str(name)

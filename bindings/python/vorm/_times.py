@@ -1,0 +1,211 @@
+"""Times of data, exactly: as numbers of a unit, and back as pandas has them."""
+
+from __future__ import annotations
+
+import datetime
+from collections.abc import Sequence
+from dataclasses import dataclass
+from decimal import Decimal, localcontext
+from typing import TYPE_CHECKING, Any
+
+import numpy as np
+import numpy.typing as npt
+
+from vorm import _vorm
+from vorm._errors import error
+
+if TYPE_CHECKING:
+    import pandas as pd
+
+# Seconds of each unit.
+UNITS = {
+    "fs": Decimal("1e-15"),
+    "ps": Decimal("1e-12"),
+    "ns": Decimal("1e-9"),
+    "us": Decimal("1e-6"),
+    "ms": Decimal("1e-3"),
+    "s": Decimal(1),
+    "min": Decimal(60),
+    "h": Decimal(3600),
+}
+
+# Units that NumPy has and that are finer than a second.
+NUMPY_UNITS = ("s", "ms", "us", "ns", "ps", "fs")
+
+
+@dataclass(frozen=True)
+class Times:
+    """Times of samples: int64 or float64 numbers of a unit.
+
+    Dates count from 1970 in UTC. `zone` is the zone that they were given in.
+    """
+
+    numbers: npt.NDArray[Any]
+    unit: str
+    is_date: bool = False
+    zone: Any = None
+
+    def seconds_at(self, index: int) -> Decimal:
+        """The time exactly; of a float the shortest decimal that reads back as it."""
+        number = self.numbers[index]
+        is_count = self.numbers.dtype == np.int64
+        decimal = Decimal(int(number)) if is_count else Decimal(repr(float(number)))
+        with localcontext() as context:
+            context.prec = 60
+            return decimal * UNITS[self.unit]
+
+    def first(self) -> Decimal | None:
+        """None without samples, and where the first time is no number."""
+        if len(self.numbers) == 0 or not np.isfinite(self.numbers[0]):
+            return None
+        return self.seconds_at(0)
+
+
+def times_of(given: Any, subject: str, unit: str | None = None, zone: str = "") -> Times:
+    """The times that an index or an array holds.
+
+    Numbers count in the unit, else in the one that the name of the index tells (`t_ms`), else in
+    that in which they count from 1970, else in seconds. Dates without a zone are in `zone`, else in
+    UTC.
+    """
+    given_zone = getattr(given, "tz", None)
+    if given_zone is None and getattr(given.__class__, "__name__", "") == "PeriodIndex":
+        raise error(f"{subject}: periods are no times", "to_timestamp() makes times of them")
+    name = getattr(given, "name", None)
+    array = np.asarray(given.to_numpy() if hasattr(given, "to_numpy") else given)
+    if given_zone is not None:
+        array = np.asarray(given.tz_convert("UTC").tz_localize(None))
+    if array.ndim != 1:
+        raise error(f"{subject}: times of {array.ndim} dimensions", "times are a list of them")
+    if array.dtype.kind == "M" and given_zone is None and zone:
+        return Times(*_counts(_in_utc(array, zone, subject), subject), is_date=True)
+    if array.dtype.kind in "mM":
+        return Times(*_counts(array, subject), is_date=array.dtype.kind == "M", zone=given_zone)
+    return _number_times(array, subject, unit, "" if name is None else str(name))
+
+
+def _in_utc(array: npt.NDArray[Any], zone: str, subject: str) -> npt.NDArray[Any]:
+    import pandas as pd
+
+    try:
+        return np.asarray(pd.DatetimeIndex(array).tz_localize(zone).tz_convert(None))
+    except Exception as problem:  # the libraries of zones raise what they like
+        raise error(f"{subject}: times in the zone '{zone}': {problem}") from None
+
+
+def _counts(array: npt.NDArray[Any], subject: str) -> tuple[npt.NDArray[np.int64], str]:
+    """Dates and lengths of time as whole numbers of a unit that is a second or finer."""
+    missing = np.flatnonzero(np.isnat(array))
+    if len(missing) > 0:
+        raise error(
+            f"{subject}, index {missing[0]}: the time is missing (NaT)", "each sample needs a time"
+        )
+    unit, step = np.datetime_data(array.dtype)
+    if unit not in NUMPY_UNITS or step != 1:
+        finer = array.astype(f"{array.dtype.kind}8[{'s' if unit not in NUMPY_UNITS else unit}]")
+        if not np.array_equal(finer.astype(array.dtype), array):
+            raise error(f"{subject}: times of the type {array.dtype} are out of range")
+        array, unit = finer, np.datetime_data(finer.dtype)[0]
+    return np.ascontiguousarray(array.astype(array.dtype.newbyteorder("="))).view(np.int64), unit
+
+
+def _number_times(array: npt.NDArray[Any], subject: str, unit: str | None, name: str) -> Times:
+    if array.dtype.kind in "iu":
+        if array.dtype == np.uint64 and np.any(array > np.iinfo(np.int64).max):
+            raise error(f"{subject}: a time is beyond the range of int64")
+        numbers: npt.NDArray[Any] = np.ascontiguousarray(array, dtype=np.int64)
+    elif array.dtype.kind == "f" and array.dtype.itemsize <= 8:
+        numbers = np.ascontiguousarray(array, dtype=np.float64)
+        if array.dtype.itemsize < 8:
+            # A float32 stands for its own shortest decimal, too.
+            numbers = np.array([float(str(number)) for number in array], dtype=np.float64)
+    else:
+        advice = "pandas.to_datetime makes times of texts" if array.dtype.kind in "OU" else None
+        raise error(f"{subject}: values of the type {array.dtype} are no times", advice)
+    unit = unit or _vorm.time_unit_in_name(name)
+    if unit is None and len(numbers) > 0:
+        unit = _vorm.epoch_unit(float(numbers[0]))
+    unit = unit or "s"
+    if numbers.dtype == np.int64 and unit in ("min", "h"):
+        factor = int(UNITS[unit])
+        if np.any(np.abs(numbers) > np.iinfo(np.int64).max // factor):
+            raise error(f"{subject}: a time is beyond the range of int64")
+        return Times(numbers * factor, "s")
+    return Times(numbers, unit)
+
+
+def decimal_text(seconds: Decimal) -> str:
+    """As plain digits."""
+    return format(seconds, "f")
+
+
+def origin_of(origin: tuple[str, str], times: Sequence[Times]) -> Decimal:
+    """The seconds that are time 0, as an assessment file says."""
+    kind, text = origin
+    if kind == "recorded":
+        return Decimal(0)
+    if kind == "first":
+        return min(
+            (first for each in times if (first := each.first()) is not None), default=Decimal(0)
+        )
+    if kind == "file":
+        raise error(
+            f"the origin is the first sample of '{text}', but data in memory has no files",
+            'origin = "first" is the first sample of all',
+        )
+    if not any(each.is_date for each in times):
+        unit = times[0].unit if times else "s"
+        return Decimal(text) * UNITS[unit]
+    try:
+        date = datetime.datetime.fromisoformat(text)
+    except ValueError:
+        raise error(
+            f"the origin '{text}' is no date of ISO 8601",
+            "for data in memory write it as 2021-06-30 09:39:19",
+        ) from None
+    date = date if date.tzinfo else date.replace(tzinfo=datetime.timezone.utc)
+    whole = date - datetime.datetime(1970, 1, 1, tzinfo=datetime.timezone.utc)
+    return Decimal(whole // datetime.timedelta(microseconds=1)) * UNITS["us"]
+
+
+@dataclass(frozen=True)
+class Clock:
+    """How times of results are given: as seconds, or as dates in the zone of the data."""
+
+    is_date: bool = False
+    zone: Any = None
+    origin: Decimal = Decimal(0)
+
+    @property
+    def form(self) -> _vorm.TimeForm:
+        """What to ask the extension for."""
+        return _vorm.TimeForm.Nanoseconds if self.is_date else _vorm.TimeForm.Seconds
+
+    def index(self, times: npt.NDArray[Any]) -> pd.Index:
+        """Times of that form as pandas has them."""
+        import pandas as pd
+
+        if not self.is_date:
+            return pd.Index(times, name="time")
+        origin = int(self.origin.scaleb(9).to_integral_value())
+        dates = pd.DatetimeIndex(times + origin, name="time")
+        return dates if self.zone is None else dates.tz_localize("UTC").tz_convert(self.zone)
+
+    def time(self, time: float | int) -> Any:
+        """One of them."""
+        if not self.is_date:
+            return time
+        return self.index(np.array([time], dtype=np.int64))[0]
+
+
+def clock_of(times: Sequence[Times], origin: Decimal) -> Clock:
+    """That of data with these times. Raises Error where some are dates and others are not."""
+    if len({each.is_date for each in times}) > 1:
+        raise error("some times are dates, and others are numbers", "use one kind for all signals")
+    zones = {str(each.zone): each.zone for each in times}
+    zone = None
+    if len(zones) == 1:
+        (zone,) = zones.values()
+    elif zones:
+        zone = datetime.timezone.utc
+    return Clock(bool(times) and times[0].is_date, zone, origin)

@@ -1,0 +1,253 @@
+"""What data in memory mean, and what is refused."""
+
+from __future__ import annotations
+
+import pickle
+from collections.abc import Callable
+from typing import Any
+
+import numpy as np
+import pandas as pd
+import pytest
+import xarray as xr
+from hypothesis import HealthCheck, given, settings
+from hypothesis import strategies as st
+from hypothesis.extra import numpy as hnp
+
+import vorm
+
+X_ABOVE_2 = vorm.parse({"assessment": [{"name": "x", "formula": "x > 2"}]})
+
+
+def values_of(data: Any, formula: str = "x > 2", **options: Any) -> list[Any]:
+    """Time and truth at each change."""
+    series = vorm.evaluate(formula, data, **options)
+    return [
+        (time, None if value is pd.NA else bool(value))
+        for time, value in zip(series.index.tolist(), series.array)
+    ]
+
+
+NUMBERS = [1, 3, 4, 1]
+
+
+@pytest.mark.parametrize(
+    "values",
+    [
+        *(np.array(NUMBERS, dtype=t) for t in ("i1", "u1", "i2", "u2", "i4", "u4", "i8", "u8")),
+        *(np.array(NUMBERS, dtype=t) for t in ("f2", "f4", "f8", ">i4", ">f8", ">f2")),
+        pd.array(NUMBERS, dtype="Int16"),
+        pd.array(NUMBERS, dtype="Float32"),
+        pd.Categorical(NUMBERS),
+        pd.arrays.SparseArray(NUMBERS),
+        np.array(NUMBERS, dtype=object),
+        np.ma.masked_array(NUMBERS, mask=[False] * 4),
+        np.repeat(np.array(NUMBERS, dtype=float), 3)[::3],
+        np.array(NUMBERS[::-1], dtype=np.int16)[::-1],
+        NUMBERS,
+        np.frombuffer(np.array(NUMBERS, dtype=float).tobytes()),
+    ],
+    ids=lambda values: str(getattr(values, "dtype", type(values).__name__)),
+)
+def test_numbers_of_every_type_are_numbers(values: Any) -> None:
+    expected = [(0.0, False), (1.0, True), (3.0, False)]
+    assert values_of({"x": ([0, 1, 2, 3], values)}) == expected
+    # Decimals fit as they do for a column of a file.
+    assert values_of({"x": ([0, 1, 2, 3], values)}, "x > 2.5") == expected
+
+
+@pytest.mark.parametrize(
+    "values",
+    [
+        [1.0, np.nan, 4.0],
+        pd.array([1, None, 4], dtype="Int64"),
+        pd.array([1.0, None, 4.0], dtype="Float64"),
+        np.ma.masked_array([1, 2, 4], mask=[False, True, False]),
+        np.array([1, None, 4], dtype=object),
+    ],
+    ids=["nan", "Int64", "Float64", "masked", "object"],
+)
+def test_what_is_missing_is_no_sample(values: Any) -> None:
+    assert values_of({"x": ([0, 1, 2], values)}) == [(0.0, False), (2.0, True)]
+
+
+def test_nan_is_a_value_where_that_is_asked_for() -> None:
+    data = {"x": ([0, 1, 2], [3.0, np.nan, 3.0])}
+    assert values_of(data) == [(0.0, True), (2.0, True)]
+    assert values_of(data, nan="value") == [(0.0, True), (1.0, False), (2.0, True)]
+
+
+@pytest.mark.parametrize(
+    "values",
+    [
+        ["off", "on", None, "on"],
+        pd.Categorical(["off", "on", None, "on"], categories=["unused", "on", "off"]),
+        pd.array(["off", "on", None, "on"], dtype="string"),
+        np.array(["off", "on", "", "on"]),
+    ],
+    ids=["object", "categorical", "string", "U"],
+)
+def test_texts_are_enumerations(values: Any) -> None:
+    data = {"x": (np.arange(4), values)}
+    assert values_of(data, "x == 'on'") == [(0.0, False), (1.0, True), (3.0, True)]
+    declared = {
+        "signals": {"x": {"type": "Mode"}},
+        "enumerations": {"Mode": ["on", "off"]},
+        "assessment": [{"name": "m", "formula": "x == 'off'"}],
+    }
+    assert vorm.assess(vorm.parse(declared), data)["m"].failures.start.tolist() == [1.0]
+    declared["enumerations"] = {"Mode": ["off"]}
+    with pytest.raises(vorm.Error, match="index 1: 'on' is no member of the enumeration 'Mode'"):
+        vorm.assess(vorm.parse(declared), data)
+
+
+def test_every_signal_has_its_own_times() -> None:
+    data = {
+        "x": pd.Series([1.0, 5.0], index=[0.5, 3.0]),
+        "y": vorm.Signal([0.0, 10.0], [0, 10], interpolation="linear", unit="m", max_gap=20),
+    }
+    assert vorm.intervals("x < y", data).values.tolist() == [[0.5, 1.0], [3.0, 3.0]]
+    dataset = xr.Dataset({"x": ("time", [1, 5]), "z": ((), 1)}, coords={"time": [0.5, 3.0]})
+    assert values_of(dataset) == [(0.5, False), (3.0, True)]
+
+
+def test_declarations_hold_for_columns_in_memory() -> None:
+    text = """
+    [recording]
+    interpolation = "linear"
+    max_gap = 2
+    equal_times = "last"
+    origin = "first"
+    [signals]
+    v = "Speed [km/h]"
+    gear = { type = "int8", max_gap = 100 }
+    [[assessment]]
+    name = "v"
+    formula = "v < 1 | gear == 1"
+    from = 0.25
+    """
+    index = pd.Index([10, 11, 11, 12, 15], name="time")
+    frame = pd.DataFrame({"Speed [km/h]": [0, 7, 2, 2, 0], "gear": [0, 0, 0, 0, 1]}, index=index)
+    result = vorm.assess(vorm.parse(text), frame)["v"]
+    assert result.failures.values.tolist() == [[0.5, 2.0]]
+    assert result.open.values.tolist() == [[2.0, 5.0]]
+
+
+def test_formulas_know_what_the_data_tell() -> None:
+    dates = pd.date_range("2024-03-31 01:30", periods=3, freq="h", tz="Europe/Berlin")
+    series = vorm.evaluate("x > 2", {"x": pd.Series([1, 3, 1], index=dates)})
+    assert series.index[1] == dates[1] and str(series.index.tz) == "Europe/Berlin"
+    robustness = vorm.evaluate("x > 2", {"x": ([0, 1], [1, 5])}, robustness=True)
+    assert robustness.to_dict() == {0.0: -1.0, 1.0: 3.0}
+    ahead = vorm.evaluate("eventually[0, 1](x > 2)", {"x": ([0, 1, 4], [1, 1, 1])})
+    assert ahead.index.tolist() == [0.0, 3.0, 4.0] and ahead.isna().tolist() == [False, True, True]
+    # An instant and what follows it have one time.
+    assert values_of({"x": ([0, 1], [1, 3])}, "~rise(x > 2)") == [(0.0, True), (1.0, False)]
+    assert values_of({"x": ([0, 1, 2], [1, 3, 3])}, "rise(x > 2)") == [
+        (0.0, False),
+        (1.0, True),
+        (1.0, False),
+        (2.0, False),
+    ]
+
+
+FRAME = pd.DataFrame({"x": [1.0, 2.0]}, index=[0.0, 1.0])
+
+
+@pytest.mark.parametrize(
+    "data, message",
+    [
+        (FRAME.set_axis([1.0, 0.0]), "signal 'x', index 1: the time goes back from 1 s to 0 s"),
+        (FRAME.set_axis([0.0, np.nan]), "signal 'x', index 1: the time nan is not finite"),
+        (FRAME.set_axis([0, 0]), "signal 'x', index 1: the signal has a second sample at 0 s"),
+        (FRAME.set_axis(pd.to_datetime(["2024", None])), "index 1: the time is missing"),
+        (
+            FRAME.set_axis(["a", "b"]),
+            "values of the type object are no times\n  pandas.to_datetime",
+        ),
+        (FRAME.set_axis(pd.period_range("2024", periods=2)), "periods are no times"),
+        (FRAME.assign(time=[0, 1]).reset_index(drop=True), r"\n  .*set_index\('time'\)"),
+        (pd.concat([FRAME, FRAME], axis=1), "several columns are called 'x'"),
+        (FRAME.astype(complex), "signal 'x': no signal has values of the type complex128"),
+        (FRAME.astype(np.longdouble), "signal 'x': no signal has values of the type float128"),
+        (FRAME.assign(x=["a", 1]), "signal 'x' has values of the types int, str"),
+        (FRAME.assign(x=[b"a", b"b"]), "signal 'x' has values of the types bytes"),
+        ({"x": [1, 2]}, "signal 'x' has no times\n  give "),
+        ({"x": ([0, 1], [1, 2, 3])}, "signal 'x': has 2 times, but 3 values"),
+        ({"x": ([0], [[1]])}, "signal 'x' has 2 dimensions"),
+        ({"x": (3, 4)}, "signal 'x': times of 0 dimensions"),
+        ({"x": ([0, 1], [1, 2]), "y": (pd.to_datetime(["2024"]), [1])}, "some times are dates"),
+        ({"x": vorm.Signal([1.5], [0], type="int8")}, "signal 'x', index 0: 1.5 is no int8"),
+        ({"x": vorm.Signal([300], [0], type="int8")}, "signal 'x', index 0: 300 is no int8"),
+        (
+            {"x": vorm.Signal([1], [0], type="fixed")},
+            "values in memory are never of the type fixed",
+        ),
+        (42, "data of the type int are no signals\n  give a path"),
+        (None, "data of the type NoneType are no signals"),
+    ],
+)
+def test_what_cannot_be_used_says_why(data: Any, message: str) -> None:
+    with pytest.raises(vorm.Error, match=message):
+        vorm.assess(X_ABOVE_2, data)
+
+
+@pytest.mark.parametrize(
+    "call, message",
+    [
+        (lambda: vorm.parse("[[assessment]]"), "requirements:1:1"),
+        (lambda: vorm.load("nowhere.toml"), "nowhere.toml"),
+        (lambda: vorm.evaluate("x <", FRAME), "x <"),
+        (lambda: vorm.evaluate("y < 2", FRAME), "unknown signal 'y'\n(.*\n)*  there is 'x'"),
+        (lambda: vorm.assess(X_ABOVE_2, FRAME, only=["z"]), "'z'"),
+        (lambda: vorm.assess(X_ABOVE_2, FRAME, nan="keep"), "'missing' or 'value'"),
+        (lambda: vorm.assess(X_ABOVE_2, FRAME, jobs=0), "jobs is 0"),
+        (lambda: vorm.Signal([1], interpolation="spline"), "'held' nor 'linear'"),
+        (lambda: vorm.Signal([1], max_gap=-1), "a number of seconds above 0"),
+        (lambda: vorm.parse({"assessment": [{"name": {1}}]}), "type set has no place"),
+    ],
+)
+def test_wrong_calls_say_what_is_wrong(call: Callable[[], Any], message: str) -> None:
+    with pytest.raises(vorm.Error, match=message):
+        call()
+
+
+def test_errors_and_requirements_are_values() -> None:
+    with pytest.raises(vorm.Error) as caught:
+        vorm.parse('[[assessment]]\nname = "a"\nformula = "x <"')
+    error = pickle.loads(pickle.dumps(caught.value))
+    assert (error.file, error.line, str(error)) == ("requirements", 3, str(caught.value))
+    again = pickle.loads(pickle.dumps(X_ABOVE_2))
+    assert again.assessments == ["x"]
+    assert repr(again) == "<Requirements 'requirements': 'x'>"
+
+
+@settings(max_examples=400, deadline=None, suppress_health_check=list(HealthCheck))
+@given(
+    values=hnp.arrays(
+        st.one_of(
+            hnp.scalar_dtypes(),
+            hnp.byte_string_dtypes(),
+            hnp.unicode_string_dtypes(),
+            hnp.array_dtypes(max_size=2),
+        ),
+        hnp.array_shapes(min_dims=0, max_dims=3, min_side=0, max_side=4),
+    ),
+    times=st.one_of(
+        st.just(np.arange(4.0)),
+        hnp.arrays(hnp.scalar_dtypes(), hnp.array_shapes(min_dims=0, max_dims=2, min_side=0)),
+    ),
+    stride=st.sampled_from([None, 2, -1]),
+    is_readable_only=st.booleans(),
+)
+def test_no_array_does_more_than_raise(
+    values: Any, times: Any, stride: int | None, is_readable_only: bool
+) -> None:
+    if values.ndim > 0 and stride is not None:
+        values = values[::stride]
+    values.flags.writeable = not is_readable_only
+    for formula in ("x > 2", "x == 'a'", "x"):
+        try:
+            vorm.evaluate(formula, {"x": (times, values)})
+        except vorm.Error:
+            pass

@@ -1,0 +1,179 @@
+"""The module gives what the program gives on the same columns, to the last bit."""
+
+from __future__ import annotations
+
+import json
+import subprocess
+import tempfile
+from decimal import Decimal
+from pathlib import Path
+from typing import Any
+
+import numpy as np
+import pandas as pd
+import pytest
+from hypothesis import HealthCheck, given, settings
+from hypothesis import strategies as st
+
+import vorm
+
+BIG = 2**53
+
+FORMULAS = (
+    "{n} <= {c}",
+    "always[0, 1.5]({n} > {c})",
+    "{n} > {c} -> eventually[0, 700 ms](~b)",
+    "rise(b) -> (e == 'low' until[0, 2] {n} < {c})",
+    "Shift[-0.25]({n}) - {n} < 1",
+    "e ~= 'high' | b",
+    "eventually[-1, 0](b & {n} >= {c})",
+    "abs({n}) < 2",
+)
+
+
+@st.composite
+def columns(draw: st.DrawFn) -> tuple[dict[str, Any], pd.DataFrame]:
+    """Requirements and a frame: held and linear, holes, NaN, texts, integers, equal times."""
+    rows = draw(st.integers(1, 12))
+    steps = draw(st.lists(st.sampled_from([0, 1, 3, 10, 25, 40]), min_size=rows, max_size=rows))
+    start = draw(st.sampled_from([0, -37, 46408_60]))
+    times = [(start + sum(steps[: i + 1])) / 100 for i in range(rows)]
+
+    def values(*choices: Any) -> list[Any]:
+        return draw(st.lists(st.sampled_from(choices), min_size=rows, max_size=rows))
+
+    big = values(BIG, BIG + 1, BIG - 1, 5)
+    frame = pd.DataFrame(
+        {
+            "x": np.array(values(0.0, 0.1, 1.5, -2.25, 1 / 3, np.nan), dtype=np.float64),
+            "y": np.array(values(-1.0, 2.0, 0.3, 7.125, np.nan), dtype=np.float64),
+            "i": pd.array(values(0, 1, 2, -3, None), dtype="Int64"),
+            # Equal where times are: a sample that is left out tells a file no type.
+            "k": pd.array([big[times.index(time)] for time in times], dtype="Int64"),
+            "f": np.array(values(0.1, 0.2, -1.0), dtype=np.float32),
+            "b": pd.array(values(True, False, None), dtype="boolean"),
+            "e": pd.Categorical(values("low", "high", "middle", None)),
+        },
+        index=pd.Index(times, name="time"),
+    )
+    signals = {
+        "y": {"interpolation": "linear"},
+        "f": {"type": "float", "interpolation": draw(st.sampled_from(["held", "linear"]))},
+        "b": {"type": "bool"},
+        "e": {"type": "Level"},
+    }
+    numbers = {
+        "x": ["0.1", "1"],
+        "y": ["0.3", "2"],
+        "i": ["1", "0.5"],
+        "k": [str(BIG + 1)],
+        "f": ["0.1", "0"],
+    }
+    assessments = []
+    for number, formula in enumerate(draw(st.lists(st.sampled_from(FORMULAS), min_size=1))):
+        name = draw(st.sampled_from(sorted(numbers)))
+        text = formula.format(n=name, c=draw(st.sampled_from(numbers[name])))
+        assessments.append({"name": str(number), "formula": text})
+    recording: dict[str, Any] = {"equal_times": draw(st.sampled_from(["first", "last"]))}
+    if draw(st.booleans()):
+        recording["max_gap"] = 0.2
+    recording["origin"] = draw(st.sampled_from(["first", "recorded"]))
+    requirements = {
+        "recording": recording,
+        "signals": signals,
+        "enumerations": {"Level": ["high", "middle", "low", "none"]},
+        "assessment": assessments,
+    }
+    return requirements, frame
+
+
+def outcome_of(report: str) -> list[Any]:
+    """All but what is about files."""
+    recordings = json.loads(report)["recordings"]
+    for one in recordings:
+        assert one["error"] is None, one["error"]
+        for outcome in one["assessments"]:
+            if outcome["problem"]:
+                outcome["error"] = outcome["problem"] = "an error"
+    return [one["assessments"] for one in recordings]
+
+
+def program_report(program: Path, requirements: dict[str, Any], table: str) -> str:
+    with tempfile.TemporaryDirectory() as folder:
+        files = Path(folder) / "r.toml", Path(folder) / "r.csv"
+        files[0].write_text(vorm._requirements._toml(requirements))
+        files[1].write_text(table)
+        options = "--explain --robustness --format json --quiet".split()
+        command = [str(program), "run", *map(str, files), *options]
+        done = subprocess.run(command, capture_output=True, text=True)
+        assert done.returncode in (0, 1, 3), done.stderr
+        return done.stdout
+
+
+@settings(max_examples=300, deadline=None, suppress_health_check=list(HealthCheck))
+@given(data=columns())
+def test_a_frame_and_its_table_are_the_same(
+    program: Path, data: tuple[dict[str, Any], pd.DataFrame]
+) -> None:
+    requirements, frame = data
+    run = vorm.assess(vorm.parse(requirements), frame, robustness=True)
+    table = frame.to_csv().replace("True", "true").replace("False", "false")
+    assert outcome_of(run.to_json()) == outcome_of(program_report(program, requirements, table))
+
+
+@pytest.mark.parametrize("zone", [None, "UTC", "America/New_York"])
+def test_dates_are_exact_to_the_nanosecond_over_weeks(program: Path, zone: str | None) -> None:
+    random = np.random.default_rng(1)
+    start = pd.Timestamp("2024-01-01T00:00:00.000000001").value
+    steps = random.integers(1, 4, 400)
+    steps[::50] = 3 * 86_400 * 10**9 + 1
+    count = start + np.cumsum(steps)
+    index = pd.DatetimeIndex(count, tz=zone, name="time")
+    frame = pd.DataFrame({"x": random.integers(0, 2, 400)}, index=index)
+    requirements = {
+        "recording": {"origin": "first", "max_gap": "1 s"},
+        "assessment": [{"name": "x", "formula": "x > 0 | Shift[1 ns](x) > 0"}],
+    }
+    run = vorm.assess(vorm.parse(requirements), frame, robustness=True)
+    seconds = [str(Decimal(int(c)).scaleb(-9)) for c in count]
+    table = frame.set_axis(pd.Index(seconds, name="time")).to_csv()
+    report = program_report(program, requirements, table)
+    assert outcome_of(run.to_json()) == outcome_of(report)
+    failures = run["x"].failures
+    assert failures.start.dt.tz is not None if zone else failures.start.dt.tz is None
+    assert set(failures.start) <= set(frame.index)
+    assert len(failures) > 5 and run["x"].first_failure == failures.start[0]
+
+
+def test_times_that_nothing_tells_apart_are_refused(program: Path) -> None:
+    count = 1_700_000_000 * 10**9 + np.array(
+        [0, 200 * 86_400 * 10**9, 200 * 86_400 * 10**9 + 1]
+    )
+    frame = pd.DataFrame({"x": [0, 1, 0]}, index=pd.Index(count, name="time [ns]"))
+    requirements = {"assessment": [{"name": "x", "formula": "x > 0"}]}
+    with pytest.raises(vorm.Error, match="the recording is too long for its times"):
+        vorm.assess(vorm.parse(requirements), frame.set_axis(pd.DatetimeIndex(count)))
+    report = json.loads(program_report(program, requirements, frame.to_csv()))
+    assert "the recording is too long for its times" in report["recordings"][0]["error"]
+
+
+@pytest.mark.parametrize(
+    "name, numbers, unit",
+    [
+        ("t_ms", [0.5, 1000.1, 2500], "ms"),
+        ("time [us]", [0, 1_000_000, 2_500_000], "us"),
+        ("t_min", [0, 1, 90], "min"),
+        ("timestamp", [1710773350354, 1710773351354, 1710773352354], "ms"),
+    ],
+)
+def test_the_unit_of_times_is_found_as_in_files(
+    program: Path, name: str, numbers: list[Any], unit: str
+) -> None:
+    frame = pd.DataFrame({"x": [0, 3, 1]}, index=pd.Index(numbers, name=name))
+    requirements = {"assessment": [{"name": "x", "formula": "eventually[0, 1](x > 2)"}]}
+    run = vorm.assess(vorm.parse(requirements), frame, robustness=True)
+    report = program_report(program, requirements, frame.to_csv())
+    assert outcome_of(run.to_json()) == outcome_of(report)
+    declared = vorm.parse({**requirements, "recording": {"unit": unit}})
+    unnamed = vorm.assess(declared, frame.set_axis(pd.Index(numbers)), robustness=True)
+    assert outcome_of(unnamed.to_json()) == outcome_of(report)
