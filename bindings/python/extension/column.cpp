@@ -156,11 +156,11 @@ evaluation::Recording recordingOf(const std::string& name, const std::vector<Col
         views.push_back(column.column);
     }
     const evaluation::RecordingOptions options{unitLength(resolution), reach};
-    return unlocked([&](const Progress&) {
-        evaluation::Recording recording = evaluation::recordingOf(name, views, options);
-        recording.availableNames = availableNames;
-        return recording;
-    });
+    // Too quick to be worth a thread of its own.
+    const py::gil_scoped_release unlock;
+    evaluation::Recording recording = evaluation::recordingOf(name, views, options);
+    recording.availableNames = availableNames;
+    return recording;
 }
 
 evaluation::Recording readFor(const evaluation::ParsedFormula& formula,

@@ -54,20 +54,68 @@ ExactTime endTimeAt(const Times& times, std::size_t index) {
     return time;
 }
 
-// Counts times on a timeline without a bias.
+// Whether doubles hold that many ticks, and all fewer.
+bool isExact(WideInteger ticks) {
+    constexpr WideInteger most = WideInteger{1} << 53;
+    return ticks <= most && ticks >= -most;
+}
+
+// How many ticks of the timeline lie before the zero of the times; nothing where these are not
+// whole.
+std::optional<std::int64_t> wholeTicksBefore(ExactTime zero, const Timeline& counting) {
+    const WideInteger tick = counting.tick().attoseconds();
+    const WideInteger distance = (zero - counting.timeAt(0)).attoseconds();
+    const WideInteger ticks = distance / tick;
+    return distance % tick == 0 && isExact(ticks) ? std::optional(static_cast<std::int64_t>(ticks))
+                                                  : std::nullopt;
+}
+
+// Counts times on a timeline without a bias. Decimals of few digits that are whole ticks stay
+// integers: of at most 15 digits no two are the same double, and so it is the shortest one of a
+// number that is read back from it.
 class NumberCounter {
 public:
     NumberCounter(const NumberTimes& times, const Timeline& counting)
-        : times_(times), counting_(counting) {}
+        : times_(times), counting_(counting) {
+        const WideInteger tick = counting.tick().attoseconds();
+        const auto zero = wholeTicksBefore(times.zero, counting);
+        double power = 1;  // of ten, which double has up to 1e22
+        WideInteger ticks = 1;
+        while (ticks * tick < times.unit.attoseconds() && power < mostDecimal_) {
+            ticks *= 10;
+            power *= 10;
+        }
+        if (zero && ticks * tick == times.unit.attoseconds()) {
+            zero_ = *zero;
+            perUnit_ = power;
+        }
+    }
 
     bool goesBackAt(std::size_t index) const {
         return times_.numbers[index] < times_.numbers[index - 1];
     }
-    double counted(std::size_t index) const { return counting_.counted(timeAt(times_, index)); }
+    double counted(std::size_t index) const {
+        const double number = times_.numbers[index];
+        const double product = number * perUnit_;
+        // False for a NaN.
+        if (std::abs(product) < mostDecimal_) {
+            const auto ticks = static_cast<std::int64_t>(product + (product < 0 ? -0.5 : 0.5));
+            const WideInteger count = WideInteger{zero_} + ticks;
+            // Nor is it so where no power of ten leads from the unit to ticks.
+            if (static_cast<double>(ticks) / perUnit_ == number && isExact(count)) {
+                return static_cast<double>(static_cast<std::int64_t>(count));
+            }
+        }
+        return counting_.counted(timeAt(times_, index));
+    }
 
 private:
+    static constexpr double mostDecimal_ = 1e15;
+
     const NumberTimes& times_;
     const Timeline& counting_;
+    double perUnit_ = 0;  // ticks; 0 where that is no power of ten
+    std::int64_t zero_ = 0;
 };
 
 // As NumberCounter; ticks that are whole ones of the timeline stay integers.
@@ -76,10 +124,10 @@ public:
     TickCounter(const TickTimes& times, const Timeline& counting)
         : times_(times), counting_(counting) {
         const WideInteger tick = counting.tick().attoseconds();
-        const WideInteger zero = (times.zero - counting.timeAt(0)).attoseconds();
-        if (times.unit.attoseconds() % tick == 0 && zero % tick == 0) {
+        const auto zero = wholeTicksBefore(times.zero, counting);
+        if (zero && times.unit.attoseconds() % tick == 0) {
             factor_ = static_cast<std::int64_t>(times.unit.attoseconds() / tick);
-            zero_ = zero / tick;
+            zero_ = *zero;
         }
     }
 
@@ -87,11 +135,10 @@ public:
         return times_.ticks[index] < times_.ticks[index - 1];
     }
     double counted(std::size_t index) const {
-        constexpr WideInteger most = WideInteger{1} << 53;
         const WideInteger count = zero_ + WideInteger{times_.ticks[index]} * factor_;
-        const bool isExact = factor_ != 0 && count <= most && count >= -most;
-        return isExact ? static_cast<double>(static_cast<std::int64_t>(count))
-                       : counting_.counted(timeAt(times_, index));
+        return factor_ != 0 && isExact(count)
+                   ? static_cast<double>(static_cast<std::int64_t>(count))
+                   : counting_.counted(timeAt(times_, index));
     }
 
 private:
