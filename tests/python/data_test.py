@@ -28,6 +28,7 @@ def values_of(data: Any, formula: str = "x > 2", **options: Any) -> list[Any]:
     ]
 
 
+TEXTS = {"assessment": [{"name": "x", "formula": "x == 'a'"}]}
 NUMBERS = [1, 3, 4, 1]
 
 
@@ -133,6 +134,30 @@ def test_declarations_hold_for_columns_in_memory() -> None:
     assert result.open.values.tolist() == [[2.0, 5.0]]
 
 
+def test_dates_without_a_zone_are_those_of_the_declared_one() -> None:
+    requirements = {
+        "recording": {"zone": "Europe/Berlin"},
+        "assessment": [{"name": "x", "formula": "x > 2"}],
+    }
+    dates = pd.to_datetime(["2024-07-01 12:00", "2024-07-01 13:00"])
+    frame = pd.DataFrame({"x": [1, 3]}, index=dates)
+    result = vorm.assess(vorm.parse(requirements), frame)["x"]
+    assert result.failures.values.tolist() == [[date.value for date in dates]]
+    assert "from 1719828000 s" in result.why()
+    twice = frame.set_axis(pd.to_datetime(["2024-10-27 02:30", "2024-10-27 12:00"]))
+    with pytest.raises(vorm.Error, match="signal 'x': times in the zone 'Europe/Berlin'"):
+        vorm.assess(vorm.parse(requirements), twice)
+
+
+def test_signals_that_nothing_names_need_not_fit() -> None:
+    data = {"x": ([0, 1], [1, 3]), "y": (["a"], [1j]), "z": (pd.date_range("2024", periods=1), [1])}
+    assert vorm.assess(X_ABOVE_2, data)["x"].verdict == "FAIL"
+    declared = vorm.parse({"recording": {"missing": ["?"]}, **TEXTS})
+    texts = {"x": ([0, 1, 2], ["a", "?", "a"]), "y": vorm.Signal([1], [0], max_gap=np.inf)}
+    assert vorm.assess(declared, texts)["x"].verdict == "PASS"
+    assert vorm.assess(vorm.parse(TEXTS), texts)["x"].verdict == "FAIL"
+
+
 def test_formulas_know_what_the_data_tell() -> None:
     dates = pd.date_range("2024-03-31 01:30", periods=3, freq="h", tz="Europe/Berlin")
     series = vorm.evaluate("x > 2", {"x": pd.Series([1, 3, 1], index=dates)})
@@ -176,13 +201,16 @@ FRAME = pd.DataFrame({"x": [1.0, 2.0]}, index=[0.0, 1.0])
         ({"x": ([0, 1], [1, 2, 3])}, "signal 'x': has 2 times, but 3 values"),
         ({"x": ([0], [[1]])}, "signal 'x' has 2 dimensions"),
         ({"x": (3, 4)}, "signal 'x': times of 0 dimensions"),
-        ({"x": ([0, 1], [1, 2]), "y": (pd.to_datetime(["2024"]), [1])}, "some times are dates"),
         ({"x": vorm.Signal([1.5], [0], type="int8")}, "signal 'x', index 0: 1.5 is no int8"),
         ({"x": vorm.Signal([300], [0], type="int8")}, "signal 'x', index 0: 300 is no int8"),
         (
             {"x": vorm.Signal([1], [0], type="fixed")},
             "values in memory are never of the type fixed",
         ),
+        ({"\ud800": ([0], [1])}, "the name of a signal is no valid text"),
+        ({"x": ([0, 1], ["a", "\ud800"])}, "signal 'x': a value is no valid text"),
+        ({"x": ([0, 1], np.array([2**70, 1], dtype=object))}, "an integer of more than 64 bits"),
+        ({"x": (np.array([0, 1], dtype="M8[as]"), [1, 3])}, "are out of range"),
         (42, "data of the type int are no signals\n  give a path"),
         (None, "data of the type NoneType are no signals"),
     ],
@@ -192,11 +220,17 @@ def test_what_cannot_be_used_says_why(data: Any, message: str) -> None:
         vorm.assess(X_ABOVE_2, data)
 
 
+DATES_AND_NUMBERS = {"x": ([0, 1], [1, 2]), "y": (pd.to_datetime(["2024"]), [1])}
+NUMBER: Any = 7
+TABLE: Any = {"assessment": []}
+
+
 @pytest.mark.parametrize(
     "call, message",
     [
         (lambda: vorm.parse("[[assessment]]"), "requirements:1:1"),
         (lambda: vorm.load("nowhere.toml"), "nowhere.toml"),
+        (lambda: vorm.evaluate("x > y", DATES_AND_NUMBERS), "some times are dates"),
         (lambda: vorm.evaluate("x <", FRAME), "x <"),
         (lambda: vorm.evaluate("y < 2", FRAME), "unknown signal 'y'\n(.*\n)*  there is 'x'"),
         (lambda: vorm.assess(X_ABOVE_2, FRAME, only=["z"]), "'z'"),
@@ -205,6 +239,13 @@ def test_what_cannot_be_used_says_why(data: Any, message: str) -> None:
         (lambda: vorm.Signal([1], interpolation="spline"), "'held' nor 'linear'"),
         (lambda: vorm.Signal([1], max_gap=-1), "a number of seconds above 0"),
         (lambda: vorm.parse({"assessment": [{"name": {1}}]}), "type set has no place"),
+        (lambda: vorm.parse("\ud800"), "the text of the requirements is no valid text"),
+        (lambda: vorm.parse(NUMBER), "the text of the requirements is no text"),
+        (lambda: vorm.assess(TABLE, FRAME), "vorm.parse makes requirements of it"),
+        (lambda: vorm.evaluate(NUMBER, FRAME), "the formula is no text, but of the type int"),
+        (lambda: vorm.load("a\0b"), "is no path"),
+        (lambda: vorm.assess(X_ABOVE_2, FRAME, only=[NUMBER]), "a name is no text"),
+        (lambda: vorm.assess(X_ABOVE_2, FRAME).to_html("x.html", megabytes=-1), "megabytes is -1"),
     ],
 )
 def test_wrong_calls_say_what_is_wrong(call: Callable[[], Any], message: str) -> None:

@@ -125,6 +125,8 @@ void addFiles(py::module_& module) {
         .def_property_readonly(
             "equal_times",
             [](const File& file) { return nameOf(file.content().layout.time.equalTimes); })
+        .def_property_readonly("missing",
+                               [](const File& file) { return file.content().layout.missing; })
         .def_property_readonly(
             "time_unit", [](const File& file) { return nameOf(file.content().layout.time.unit); })
         .def_property_readonly("zone",

@@ -3,155 +3,16 @@
 from __future__ import annotations
 
 import os
-from collections.abc import Iterable, Sequence
-from dataclasses import dataclass
+from collections.abc import Sequence
 from typing import Any
 
 from vorm import _vorm
-from vorm._columns import Wanted, values_of
-from vorm._data import Quantity, paths_in, quantities_in
-from vorm._errors import Failed, error
+from vorm._data import paths_in
+from vorm._errors import Failed, checked_text, error
+from vorm._layout import Layout, columns_of
 from vorm._requirements import Requirements, requirements_of
 from vorm._run import Run
-from vorm._times import Clock, Times, clock_of, decimal_text, origin_of, times_of
-
-
-@dataclass(frozen=True)
-class Columns:
-    """Signals in memory as the engine takes them."""
-
-    columns: list[_vorm.Column]
-    available: list[str]
-    clock: Clock
-
-
-class Layout:
-    """What an assessment file says of signals, or, without one, what holds if nothing is said."""
-
-    def __init__(self, file: _vorm.File | None, nan: str) -> None:
-        if nan not in ("missing", "value"):
-            raise error(f"nan is {nan!r}", "it is 'missing' or 'value'")
-        self._file = file
-        self.is_nan_value = nan == "value"
-        declared = [] if file is None else file.declarations
-        self._declared = {each.name: each for each in declared}
-
-    @property
-    def time_unit(self) -> str | None:
-        return None if self._file is None else self._file.time_unit
-
-    @property
-    def zone(self) -> str:
-        return "" if self._file is None else self._file.zone
-
-    @property
-    def origin(self) -> tuple[str, str]:
-        return ("recorded", "") if self._file is None else self._file.origin
-
-    def declaration(self, name: str) -> _vorm.Declaration | None:
-        """That of a signal."""
-        return self._declared.get(name)
-
-    def names(self, quantities: Sequence[Quantity]) -> dict[str, list[Quantity]]:
-        """What each name means: declared signals, and those of the data that are not declared."""
-        named: dict[str, list[Quantity]] = {}
-        columns = {each.column or each.name for each in self._declared.values()}
-        for quantity in quantities:
-            header, _ = _vorm.column_header(quantity.name)
-            for name in dict.fromkeys((quantity.name, header)):
-                if name not in columns and name not in self._declared:
-                    named.setdefault(name, []).append(quantity)
-        for each in self._declared.values():
-            column = each.column or each.name
-            meant = [
-                one for one in quantities if column in (one.name, _vorm.column_header(one.name)[0])
-            ]
-            if meant:
-                named[each.name] = meant
-        return named
-
-    def column(self, name: str, quantity: Quantity, times: Times, zero: str) -> _vorm.Column:
-        """The samples of a signal as they are declared."""
-        signal, declared = quantity.signal, self._declared.get(name)
-        members = None if declared is None else declared.members
-        wanted = Wanted(signal.type, None)
-        if signal.type is None and declared is not None:
-            wanted = Wanted(None if members else declared.type, members)
-        values = values_of(signal.values, quantity.subject, wanted, self.is_nan_value)
-        enumeration = wanted.members[0] if wanted.members else name
-        return _vorm.Column(
-            name=name,
-            times=times.numbers,
-            time_unit=times.unit,
-            zero=zero,
-            values=values.array,
-            missing=values.missing,
-            members=None if values.members is None else (enumeration, values.members),
-            unit=_first(signal.unit, declared and declared.unit or None, _unit_in(quantity.name)),
-            is_nan_value=self.is_nan_value,
-            is_linear=self._is_linear(quantity, declared, values.array.dtype.kind == "f"),
-            max_gap=_first(
-                _text(signal.max_gap),
-                declared and declared.max_gap,
-                self._file and self._file.max_gap,
-            ),
-            equal_times=_first(
-                declared and declared.equal_times, self._file and self._file.equal_times, "error"
-            ),
-        )
-
-    def _is_linear(
-        self, quantity: Quantity, declared: _vorm.Declaration | None, has_lines: bool
-    ) -> bool:
-        """What the whole file says gives way where a type has no lines."""
-        if quantity.signal.interpolation is not None:
-            return quantity.signal.interpolation == "linear"
-        if declared is not None and declared.is_linear is not None:
-            return declared.is_linear
-        return has_lines and self._file is not None and self._file.is_linear
-
-
-def _first(*choices: Any) -> Any:
-    """The first that is known."""
-    return next((choice for choice in choices if choice is not None), None)
-
-
-def _unit_in(name: str) -> str:
-    return _vorm.column_header(name)[1]
-
-
-def _text(seconds: float | None) -> str | None:
-    return None if seconds is None else repr(float(seconds))
-
-
-def columns_of(data: Any, layout: Layout, wanted: Iterable[str]) -> Columns:
-    """The columns of the signals that are wanted."""
-    quantities = quantities_in(data)
-    times: dict[int, Times] = {}
-    for quantity in quantities:
-        if id(quantity.times) not in times:
-            times[id(quantity.times)] = times_of(
-                quantity.times, quantity.subject, layout.time_unit, layout.zone
-            )
-    origin = origin_of(layout.origin, list(times.values()))
-    clock = clock_of(list(times.values()), origin)
-    named = layout.names(quantities)
-    zero = decimal_text(-origin)
-    columns = []
-    for name in sorted(wanted):
-        declared = layout.declaration(name)
-        if name not in named and declared is not None:
-            raise error(
-                f"there is no '{declared.column or name}' for the signal '{name}'",
-                f"there are {', '.join(repr(each.name) for each in quantities)}",
-            )
-        if name not in named:
-            continue
-        if len(named[name]) > 1:
-            raise error(f"several columns are called '{name}'", "rename all of them but one")
-        (quantity,) = named[name]
-        columns.append(layout.column(name, quantity, times[id(quantity.times)], zero))
-    return Columns(columns, list(named), clock)
+from vorm._times import Clock
 
 
 def assess(
@@ -179,6 +40,8 @@ def assess(
     """
     known = requirements_of(requirements)
     chosen = [only] if isinstance(only, str) else list(only or [])
+    for each in [*chosen, name]:
+        checked_text(each, "a name")
     jobs = _jobs(jobs)
     paths = paths_in(data)
     if paths is not None:
@@ -193,8 +56,8 @@ def assess(
 
 
 def _jobs(jobs: int) -> int:
-    if not 1 <= jobs <= 1024:
-        raise error(f"jobs is {jobs}", "it is a number of threads from 1 to 1024")
+    if not isinstance(jobs, int) or not 1 <= jobs <= 1024:
+        raise error(f"jobs is {jobs!r}", "it is a number of threads from 1 to 1024")
     return jobs
 
 

@@ -12,7 +12,7 @@ from typing import Any
 import numpy as np
 import numpy.typing as npt
 
-from vorm._errors import Error, error
+from vorm._errors import checked_text, error
 
 Array = npt.NDArray[Any]
 
@@ -49,15 +49,18 @@ class Values:
 
 @dataclass(frozen=True)
 class Wanted:
-    """What is declared: a type by its name, or the members of an enumeration."""
+    """What is declared: a type by its name, or the members of an enumeration, and missing texts."""
 
     type: str | None = None
     members: tuple[str, list[str]] | None = None
+    missing: frozenset[str] = frozenset()
 
 
 def values_of(given: Any, subject: str, wanted: Wanted, is_nan_value: bool = False) -> Values:
     """The samples that a Series, an array or a list holds, as they are declared."""
-    values = _plain(given, subject)
+    values = _without(wanted.missing, _plain(given, subject))
+    for member in values.members or []:
+        checked_text(member, f"{subject}: a value")
     if is_nan_value and values.array.dtype.kind == "f" and wanted.type not in FLOATING:
         for index in np.flatnonzero(np.isnan(values.array)):
             raise error(f"{subject}, index {index}: nan is no {wanted.type}")
@@ -103,6 +106,17 @@ def _plain(given: Any, subject: str) -> Values:
     return Values(np.ascontiguousarray(native), _marks(mask))
 
 
+def _without(missing: frozenset[str], values: Values) -> Values:
+    """The samples without those whose texts are declared as missing."""
+    positions = [i for i, member in enumerate(values.members or []) if member in missing]
+    if not positions or values.members is None:
+        return values
+    is_missing = np.isin(values.array, positions) | _all_of(values.array, values.missing)
+    kept = [member for member in values.members if member not in missing]
+    table = np.array([kept.index(m) if m in kept else 0 for m in values.members], dtype=np.int32)
+    return Values(table[values.array], _marks(is_missing), kept)
+
+
 def _marks(mask: Array | None) -> Array | None:
     return np.ascontiguousarray(mask, dtype=np.bool_) if mask is not None and mask.any() else None
 
@@ -138,7 +152,10 @@ def _of_objects(array: Array, mask: Array | None, subject: str) -> Values:
         )
     filled = np.where(nothing, False if kinds == {"bool"} else 0, array)
     dtype = np.bool_ if kinds == {"bool"} else _number_type(array[~nothing])
-    return Values(np.ascontiguousarray(filled.astype(dtype)), _marks(nothing))
+    try:
+        return Values(np.ascontiguousarray(filled.astype(dtype)), _marks(nothing))
+    except OverflowError:
+        raise error(f"{subject} has an integer of more than 64 bits") from None
 
 
 def _all_of(array: Array, mask: Array | None) -> Array:
@@ -242,7 +259,7 @@ def _as_members(values: Values, members: tuple[str, list[str]], subject: str) ->
     for code in sorted(used):
         if values.members[code] not in positions:
             index = int(np.flatnonzero(known & (values.array == code))[0])
-            raise Error(
+            raise error(
                 f"{subject}, index {index}: '{values.members[code]}' is no member of the enumeration '{name}'"
             )
     table = np.array([positions.get(member, 0) for member in values.members] or [0], dtype=np.int32)

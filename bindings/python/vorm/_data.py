@@ -8,7 +8,8 @@ from dataclasses import dataclass
 from typing import Any
 
 from vorm import _vorm
-from vorm._errors import error
+from vorm._errors import checked_text, error
+from vorm._requirements import path_text
 
 
 @dataclass(frozen=True, eq=False)
@@ -17,7 +18,7 @@ class Signal:
 
     `values` may bring their times, as a Series does; else `times` are as many. `interpolation` is
     "held" or "linear", `max_gap` a distance of samples in seconds above which nothing is known
-    between them, `unit` a text for people, and `type` a value type as assessment files name it:
+    between them (infinite: none), `unit` a text for people, and `type` a value type as assessment files name it:
     "int8", "float", "enum", a Categorical's own. What is None is as the requirements say.
     """
 
@@ -40,8 +41,11 @@ class Signal:
     ) -> None:
         if interpolation not in (None, "held", "linear"):
             raise error(f"the interpolation {interpolation!r} is neither 'held' nor 'linear'")
-        if max_gap is not None and not max_gap > 0:
+        is_number = isinstance(max_gap, (int, float)) and max_gap > 0
+        if max_gap is not None and not is_number:
             raise error(f"max_gap is {max_gap!r}", "it is a number of seconds above 0")
+        if unit is not None:
+            checked_text(unit, "the unit")
         for name, value in (
             ("values", values),
             ("times", times),
@@ -70,7 +74,7 @@ class Quantity:
 def paths_in(data: Any) -> list[list[str]] | None:
     """The files of each recording, where the data are paths."""
     if isinstance(data, (str, os.PathLike)):
-        return [[os.fspath(data)]]
+        return [[path_text(data)]]
     if isinstance(data, Sequence) and data and all(_is_path(each) for each in data):
         return [
             [os.fspath(each)]
@@ -150,4 +154,5 @@ def _of_dataset(dataset: Any) -> list[Quantity]:
 
 
 def _text(name: Any) -> str:
-    return ".".join(map(str, name)) if isinstance(name, tuple) else str(name)
+    text = ".".join(map(str, name)) if isinstance(name, tuple) else str(name)
+    return checked_text(text, "the name of a signal")

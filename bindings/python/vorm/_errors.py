@@ -42,6 +42,17 @@ def error(message: str, advice: str | None = None) -> Error:
     return Error(text, advice=advice)
 
 
+def checked_text(text: Any, what: str) -> str:
+    """The text, if it is one that the engine reads: UTF-8."""
+    if not isinstance(text, str):
+        raise error(f"{what} is no text, but of the type {type(text).__name__}")
+    try:
+        text.encode()
+    except UnicodeEncodeError:
+        raise error(f"{what} is no valid text: {text!r} has half a character") from None
+    return text
+
+
 class Failed(AssertionError):
     """Requirements do not hold. `run` tells all that became of them."""
 

@@ -5,9 +5,9 @@ from __future__ import annotations
 from typing import TYPE_CHECKING, Any
 
 from vorm import _vorm
-from vorm._assess import Layout, columns_of
 from vorm._data import paths_in
-from vorm._errors import error
+from vorm._errors import checked_text, error
+from vorm._layout import Layout, columns_of
 from vorm._times import Clock
 
 if TYPE_CHECKING:
@@ -37,7 +37,7 @@ def evaluate(
     """
     import pandas as pd
 
-    known = _vorm.Formula(formula)
+    known = _vorm.Formula(checked_text(formula, "the formula"))
     recording, clock = _recording(known, data, nan)
     if robustness:
         times, numbers = known.robustness(recording, 1, clock.form)
@@ -51,7 +51,7 @@ def intervals(formula: str, data: Any, *, nan: str = "missing") -> pd.DataFrame:
     """The intervals in which a formula fails: columns start and end."""
     import pandas as pd
 
-    known = _vorm.Formula(formula)
+    known = _vorm.Formula(checked_text(formula, "the formula"))
     recording, clock = _recording(known, data, nan)
     spans = known.failures(recording, 1, clock.form)
     return pd.DataFrame({"start": clock.index(spans[:, 0]), "end": clock.index(spans[:, 1])})

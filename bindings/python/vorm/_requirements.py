@@ -8,7 +8,7 @@ from collections.abc import Mapping
 from typing import Any
 
 from vorm import _vorm
-from vorm._errors import error
+from vorm._errors import checked_text, error
 
 
 class Requirements:
@@ -47,17 +47,31 @@ class Requirements:
 
 def load(path: str | os.PathLike[str]) -> Requirements:
     """Reads an assessment file. Raises Error, with file, line and column, for what is none."""
-    name = os.fspath(path)
+    name = path_text(path)
     return Requirements(_vorm.read_text(name), name)
+
+
+def path_text(path: Any) -> str:
+    """The path as a text."""
+    try:
+        name = os.fsdecode(path)
+    except TypeError:
+        raise error(f"{path!r} is no path") from None
+    if "\0" in name:
+        raise error(f"{name!r} is no path")
+    return name
 
 
 def parse(text: str | Mapping[str, Any]) -> Requirements:
     """Requirements from the text of an assessment file, or from a dict of the same keys."""
-    return Requirements(text if isinstance(text, str) else _toml(text), "requirements")
+    text = _toml(text) if isinstance(text, Mapping) else text
+    return Requirements(checked_text(text, "the text of the requirements"), "requirements")
 
 
 def requirements_of(given: Requirements | str | os.PathLike[str]) -> Requirements:
     """Those given, or read from the path given."""
+    if isinstance(given, Mapping):
+        raise error("a dict is no requirements yet", "vorm.parse makes requirements of it")
     return given if isinstance(given, Requirements) else load(given)
 
 

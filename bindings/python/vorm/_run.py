@@ -13,7 +13,7 @@ import numpy as np
 from vorm import _vorm
 from vorm._errors import Error, error
 from vorm._plots import plot
-from vorm._requirements import Requirements
+from vorm._requirements import Requirements, path_text
 from vorm._times import Clock
 
 if TYPE_CHECKING:
@@ -116,6 +116,8 @@ class Result:
 
     def why(self, intervals: int = MOST_INTERVALS) -> str:
         """Why it fails or has no result, of as many intervals; times are in seconds."""
+        if not isinstance(intervals, int) or intervals < 0:
+            raise error(f"intervals is {intervals!r}", "it is how many of them to tell")
         return self._result.why(intervals)
 
     def plot(self, ax: matplotlib.axes.Axes | None = None) -> matplotlib.axes.Axes:
@@ -238,7 +240,9 @@ class Run:
 
         Times on the page are in seconds. SOURCE_DATE_EPOCH fixes the date that it shows.
         """
-        self._run.write_html(os.fspath(path), _today(), int(megabytes * 1e6))
+        if not 0 < megabytes < 1e6:
+            raise error(f"megabytes is {megabytes}", "it is a size above 0")
+        self._run.write_html(path_text(path), _today(), int(megabytes * 1e6))
 
     def to_json(self) -> str:
         """The report that `assess run --explain --format json` writes."""

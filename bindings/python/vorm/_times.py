@@ -37,13 +37,15 @@ NUMPY_UNITS = ("s", "ms", "us", "ns", "ps", "fs")
 class Times:
     """Times of samples: int64 or float64 numbers of a unit.
 
-    Dates count from 1970 in UTC. `zone` is the zone that they were given in.
+    Dates count from 1970 in UTC. `zone` is the zone that they were given in, and `is_local` tells
+    that they did not say so.
     """
 
     numbers: npt.NDArray[Any]
     unit: str
     is_date: bool = False
     zone: Any = None
+    is_local: bool = False
 
     def seconds_at(self, index: int) -> Decimal:
         """The time exactly; of a float the shortest decimal that reads back as it."""
@@ -78,7 +80,8 @@ def times_of(given: Any, subject: str, unit: str | None = None, zone: str = "") 
     if array.ndim != 1:
         raise error(f"{subject}: times of {array.ndim} dimensions", "times are a list of them")
     if array.dtype.kind == "M" and given_zone is None and zone:
-        return Times(*_counts(_in_utc(array, zone, subject), subject), is_date=True)
+        counts = _counts(_in_utc(array, zone, subject), subject)
+        return Times(*counts, is_date=True, zone=zone, is_local=True)
     if array.dtype.kind in "mM":
         return Times(*_counts(array, subject), is_date=array.dtype.kind == "M", zone=given_zone)
     return _number_times(array, subject, unit, "" if name is None else str(name))
@@ -102,8 +105,12 @@ def _counts(array: npt.NDArray[Any], subject: str) -> tuple[npt.NDArray[np.int64
         )
     unit, step = np.datetime_data(array.dtype)
     if unit not in NUMPY_UNITS or step != 1:
-        finer = array.astype(f"{array.dtype.kind}8[{'s' if unit not in NUMPY_UNITS else unit}]")
-        if not np.array_equal(finer.astype(array.dtype), array):
+        try:
+            finer = array.astype(f"{array.dtype.kind}8[{'s' if unit not in NUMPY_UNITS else unit}]")
+            is_same = np.array_equal(finer.astype(array.dtype), array)
+        except OverflowError:
+            is_same = False
+        if not is_same:
             raise error(f"{subject}: times of the type {array.dtype} are out of range")
         array, unit = finer, np.datetime_data(finer.dtype)[0]
     return np.ascontiguousarray(array.astype(array.dtype.newbyteorder("="))).view(np.int64), unit
@@ -155,7 +162,10 @@ def origin_of(origin: tuple[str, str], times: Sequence[Times]) -> Decimal:
         )
     if not any(each.is_date for each in times):
         unit = times[0].unit if times else "s"
-        return Decimal(text) * UNITS[unit]
+        try:
+            return Decimal(text) * UNITS[unit]
+        except ArithmeticError:
+            raise error(f"the origin '{text}' is no number, as the times of the data are") from None
     try:
         date = datetime.datetime.fromisoformat(text)
     except ValueError:
@@ -174,6 +184,7 @@ class Clock:
 
     is_date: bool = False
     zone: Any = None
+    is_local: bool = False
     origin: Decimal = Decimal(0)
 
     @property
@@ -189,7 +200,10 @@ class Clock:
             return pd.Index(times, name="time")
         origin = int(self.origin.scaleb(9).to_integral_value())
         dates = pd.DatetimeIndex(times + origin, name="time")
-        return dates if self.zone is None else dates.tz_localize("UTC").tz_convert(self.zone)
+        if self.zone is None:
+            return dates
+        dates = dates.tz_localize("UTC").tz_convert(self.zone)
+        return dates.tz_localize(None) if self.is_local else dates
 
     def time(self, time: float | int) -> Any:
         """One of them."""
@@ -202,10 +216,8 @@ def clock_of(times: Sequence[Times], origin: Decimal) -> Clock:
     """That of data with these times. Raises Error where some are dates and others are not."""
     if len({each.is_date for each in times}) > 1:
         raise error("some times are dates, and others are numbers", "use one kind for all signals")
-    zones = {str(each.zone): each.zone for each in times}
-    zone = None
-    if len(zones) == 1:
-        (zone,) = zones.values()
-    elif zones:
-        zone = datetime.timezone.utc
-    return Clock(bool(times) and times[0].is_date, zone, origin)
+    zones = {(str(each.zone), each.is_local): each for each in times}
+    first = next(iter(zones.values()), Times(np.zeros(0), "s"))
+    if len(zones) > 1:
+        return Clock(first.is_date, datetime.timezone.utc, False, origin)
+    return Clock(first.is_date, first.zone, first.is_local, origin)
