@@ -28,6 +28,7 @@ def values_of(data: Any, formula: str = "x > 2", **options: Any) -> list[Any]:
     ]
 
 
+LOW = {"assessment": [{"name": "x", "formula": "x < 5"}]}
 TEXTS = {"assessment": [{"name": "x", "formula": "x == 'a'"}]}
 NUMBERS = [1, 3, 4, 1]
 
@@ -149,6 +150,88 @@ def test_dates_without_a_zone_are_those_of_the_declared_one() -> None:
         vorm.assess(vorm.parse(requirements), twice)
 
 
+ORIGINS: list[tuple[Any, str, Any, bool]] = [
+    (1, "t_min", [0, 1, 2], True),
+    (1, "t_min", [0.0, 1.0, 2.0], True),
+    (0, "t_min", [0, 1, 2], False),
+    ({"time": "2021-06-30 12:00:00"}, "", ["11:00", "12:00", "13:00"], True),
+    ({"time": "2021-06-30 10:00:00Z"}, "", ["11:00", "12:00", "13:00"], True),
+    ({"time": "30.06.2021 11:59:59.9999999"}, "", ["11:00", "12:00", "13:00"], False),
+]
+
+
+@pytest.mark.parametrize("origin, name, times, fails", ORIGINS)
+def test_an_origin_is_written_as_the_times_are(
+    origin: Any, name: str, times: Any, fails: bool
+) -> None:
+    """x is 9 at the second time alone, and the formula is asked for at time 0."""
+    requirements = {
+        "recording": {"origin": origin, "zone": "Europe/Berlin"},
+        "assessment": [{"name": "x", "formula": "x < 5", "from": 0, "to": 0}],
+    }
+    index = pd.Index(times) if name else pd.to_datetime([f"2021-06-30 {time}" for time in times])
+    run = vorm.assess(vorm.parse(requirements), {"x": (index.rename(name or None), [1, 9, 1])})
+    assert run["x"].verdict == ("FAIL" if fails else "PASS")
+
+
+@pytest.mark.parametrize(
+    "origin, message",
+    [
+        ("20210630", "the origin '20210630' is no date"),
+        ("06/05/2021", "the origin '06/05/2021' is no date"),
+        ({"file": "a.csv"}, "data in memory has no files"),
+    ],
+)
+def test_origins_that_may_be_another_time_are_refused(origin: Any, message: str) -> None:
+    origin = origin if isinstance(origin, dict) else {"time": origin}
+    requirements = vorm.parse({"recording": {"origin": origin}, **LOW})
+    with pytest.raises(vorm.Error, match=message):
+        vorm.assess(requirements, {"x": (pd.date_range("2021", periods=2), [1, 9])})
+
+
+def test_declarations_that_cannot_hold_are_refused() -> None:
+    requirements = vorm.parse({"signals": {"x": {"file": "a.csv"}}, **LOW})
+    with pytest.raises(vorm.Error, match="declared to be in the file 'a.csv'"):
+        vorm.assess(requirements, FRAME)
+
+
+def test_declared_missing_numbers_are_no_samples() -> None:
+    requirements = vorm.parse({"recording": {"missing": ["-999", "?"]}, **LOW})
+    for values in ([9, -999, 1], [9.0, -999.0, 1.0]):
+        result = vorm.assess(requirements, {"x": ([0, 1, 2], values)})["x"]
+        assert result.failures.values.tolist() == [[0.0, 2.0]]
+
+
+def test_categories_of_numbers_are_exact() -> None:
+    big = 2**53 + 1
+    values = pd.Categorical([big, None, big])
+    assert values_of({"x": ([0, 1, 2], values)}, f"x == {big}") == [(0.0, True), (2.0, True)]
+    empty = {"x": ([0, 1, 2], pd.Categorical(["a", "", "a"]))}
+    assert values_of(empty, "x == 'a'") == [(0.0, True), (2.0, True)]
+    masked: Any = np.ma.masked_array([3, 2**63 - 1, 3], mask=[False, True, False])
+    assert values_of({"x": ([0, 1, 2], masked)}, "x > 2.5") == [(0.0, True), (2.0, True)]
+
+
+def test_without_a_sample_there_is_no_type() -> None:
+    data = {"x": ([0, 1], [None, None]), "y": ([0, 1], [np.nan, np.nan])}
+    for formula in ("x == 'a'", "y == 'a'", "x > 2"):
+        requirements = vorm.parse({"assessment": [{"name": "a", "formula": formula}]})
+        assert vorm.assess(requirements, data)["a"].verdict == "NO_RESULT"
+
+
+def test_robustness_runs_along_lines_from_row_to_row() -> None:
+    held = vorm.evaluate("x > 2", {"x": ([0, 1, 2], [1, 5, 1])}, robustness=True)
+    assert list(held.items()) == [(0, -1), (1, -1), (1, 3), (2, 3), (2, -1)]
+    line = vorm.Signal([1, 5], [0, 2], interpolation="linear")
+    assert list(vorm.evaluate("x > 2", {"x": line}, robustness=True).items()) == [(0, -1), (2, 3)]
+    hole = vorm.Signal([1, 1, 3, 3], [0, 1, 5, 6], max_gap=2)
+    rows = vorm.evaluate("x > 2", {"x": hole}, robustness=True)
+    assert rows.index.tolist() == [0, 1, 1, 5, 5, 6]
+    assert np.array_equal(rows.array, [-1, -1, np.nan, np.nan, 1, 1], equal_nan=True)
+    instant = vorm.evaluate("rise(x > 2)", {"x": ([0, 1, 2, 3], [1, 1, 3, 3])}, robustness=True)
+    assert instant[instant.index == 2].max() == 1
+
+
 def test_signals_that_nothing_names_need_not_fit() -> None:
     data = {"x": ([0, 1], [1, 3]), "y": (["a"], [1j]), "z": (pd.date_range("2024", periods=1), [1])}
     assert vorm.assess(X_ABOVE_2, data)["x"].verdict == "FAIL"
@@ -174,6 +257,15 @@ def test_formulas_know_what_the_data_tell() -> None:
         (1.0, False),
         (2.0, False),
     ]
+
+
+def test_until_holds_at_a_step_and_from_any_first_time() -> None:
+    """y becomes true at 105; x is false from there on, and was true throughout before."""
+    data = {"x": ([100, 105, 110], [True, False, False]), "y": ([100, 105], [False, True])}
+    # At the goal x need not hold any more, but where one begins.
+    intervals = vorm.intervals("x until[0, 2] y", data).values.tolist()
+    assert intervals == [[100.0, 103.0], [105.0, 110.0]]
+    assert vorm.intervals("x until[0, 5] y", data).values.tolist() == [[105.0, 110.0]]
 
 
 FRAME = pd.DataFrame({"x": [1.0, 2.0]}, index=[0.0, 1.0])
@@ -208,8 +300,22 @@ FRAME = pd.DataFrame({"x": [1.0, 2.0]}, index=[0.0, 1.0])
             "values in memory are never of the type fixed",
         ),
         ({"\ud800": ([0], [1])}, "the name of a signal is no valid text"),
-        ({"x": ([0, 1], ["a", "\ud800"])}, "signal 'x': a value is no valid text"),
-        ({"x": ([0, 1], np.array([2**70, 1], dtype=object))}, "an integer of more than 64 bits"),
+        ({"x": ([0, 1], ["a", "\ud800"])}, "signal 'x', index 1: a value is no valid text"),
+        (
+            {"x": ([0, 1], np.array([2**70 + 1, 1], dtype=object))},
+            "no type holds 1180591620717411",
+        ),
+        ({"x": ([0, 1], np.array([2**53 + 1, 0.5], dtype=object))}, "no type holds 900719925474"),
+        (
+            {"x": ([0, 1], np.array([-1, 2**63 + 1], dtype=object))},
+            "no type holds 92233720368547",
+        ),
+        ({"x": ([0, 1], [[1, 2], [3]])}, "signal 'x' has values of several lengths"),
+        ({"x": (np.ma.array([0, 1], mask=[False, True]), [1, 2])}, "times in a masked array"),
+        ({"x": (pd.Index([0, 1], name="time [days]"), [1, 2])}, "the unit 'days' of its times"),
+        ({"x": ([10**13, 10**13 + 1], [1, 2])}, "times such as 10000000000000 are no seconds"),
+        ({"x": (np.array(["3000-01-01"], dtype="M8[s]"), [1])}, "a date is before 1678 or after"),
+        ({"x": vorm.Signal([1e300], [0], type="float")}, "index 0: 1e.300 is beyond the range of"),
         ({"x": (np.array([0, 1], dtype="M8[as]"), [1, 3])}, "are out of range"),
         (42, "data of the type int are no signals\n  give a path"),
         (None, "data of the type NoneType are no signals"),

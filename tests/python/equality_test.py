@@ -98,27 +98,52 @@ def outcome_of(report: str) -> list[Any]:
     return [one["assessments"] for one in recordings]
 
 
-def program_report(program: Path, requirements: dict[str, Any], table: str) -> str:
-    with tempfile.TemporaryDirectory() as folder:
-        files = Path(folder) / "r.toml", Path(folder) / "r.csv"
-        files[0].write_text(vorm._requirements._toml(requirements))
-        files[1].write_text(table)
+def program_report(program: Path, requirements: dict[str, Any], tables: dict[str, str]) -> str:
+    """What the program reports of a folder with these tables."""
+    with tempfile.TemporaryDirectory() as name:
+        toml, folder = Path(name) / "requirements.toml", Path(name) / "recording"
+        toml.write_text(vorm._requirements._toml(requirements))
+        folder.mkdir()
+        for table, text in tables.items():
+            (folder / f"{table}.csv").write_text(text)
+        recording = folder if len(tables) > 1 else next(folder.iterdir())
         options = "--explain --robustness --format json --quiet".split()
-        command = [str(program), "run", *map(str, files), *options]
+        command = [str(program), "run", str(toml), str(recording), *options]
         done = subprocess.run(command, capture_output=True, text=True)
         assert done.returncode in (0, 1, 3), done.stderr
-        return done.stdout
+        return str(done.stdout)
 
 
-@settings(max_examples=300, deadline=None, suppress_health_check=list(HealthCheck))
-@given(data=columns())
+def table_of(frame: pd.DataFrame) -> str:
+    return str(frame.to_csv()).replace("True", "true").replace("False", "false")
+
+
+SETTINGS = settings(max_examples=250, deadline=None, suppress_health_check=list(HealthCheck))
+
+
+@SETTINGS
+@given(data=columns(), nan=st.sampled_from(["missing", "value"]))
 def test_a_frame_and_its_table_are_the_same(
-    program: Path, data: tuple[dict[str, Any], pd.DataFrame]
+    program: Path, data: tuple[dict[str, Any], pd.DataFrame], nan: str
 ) -> None:
     requirements, frame = data
-    run = vorm.assess(vorm.parse(requirements), frame, robustness=True)
-    table = frame.to_csv().replace("True", "true").replace("False", "false")
-    assert outcome_of(run.to_json()) == outcome_of(program_report(program, requirements, table))
+    run = vorm.assess(vorm.parse(requirements), frame, robustness=True, nan=nan)
+    if nan == "value":
+        frame = frame.assign(**{name: frame[name].map(repr) for name in "xy"})
+    report = program_report(program, requirements, {"table": table_of(frame)})
+    assert outcome_of(run.to_json()) == outcome_of(report)
+
+
+@SETTINGS
+@given(data=columns(), rows=st.lists(st.integers(1, 12), min_size=7, max_size=7))
+def test_signals_with_times_of_their_own_are_files_of_their_own(
+    program: Path, data: tuple[dict[str, Any], pd.DataFrame], rows: list[int]
+) -> None:
+    requirements, frame = data
+    signals = {name: frame[name].iloc[-count:] for name, count in zip(frame, rows)}
+    run = vorm.assess(vorm.parse(requirements), signals, robustness=True)
+    tables = {name: table_of(series.to_frame()) for name, series in signals.items()}
+    assert outcome_of(run.to_json()) == outcome_of(program_report(program, requirements, tables))
 
 
 @pytest.mark.parametrize("zone", [None, "UTC", "America/New_York"])
@@ -136,8 +161,8 @@ def test_dates_are_exact_to_the_nanosecond_over_weeks(program: Path, zone: str |
     }
     run = vorm.assess(vorm.parse(requirements), frame, robustness=True)
     seconds = [str(Decimal(int(c)).scaleb(-9)) for c in count]
-    table = frame.set_axis(pd.Index(seconds, name="time")).to_csv()
-    report = program_report(program, requirements, table)
+    tables = {"table": frame.set_axis(pd.Index(seconds, name="time")).to_csv()}
+    report = program_report(program, requirements, tables)
     assert outcome_of(run.to_json()) == outcome_of(report)
     failures = run["x"].failures
     assert failures.start.dt.tz is not None if zone else failures.start.dt.tz is None
@@ -153,7 +178,7 @@ def test_times_that_nothing_tells_apart_are_refused(program: Path) -> None:
     requirements = {"assessment": [{"name": "x", "formula": "x > 0"}]}
     with pytest.raises(vorm.Error, match="the recording is too long for its times"):
         vorm.assess(vorm.parse(requirements), frame.set_axis(pd.DatetimeIndex(count)))
-    report = json.loads(program_report(program, requirements, frame.to_csv()))
+    report = json.loads(program_report(program, requirements, {"table": frame.to_csv()}))
     assert "the recording is too long for its times" in report["recordings"][0]["error"]
 
 
@@ -172,7 +197,7 @@ def test_the_unit_of_times_is_found_as_in_files(
     frame = pd.DataFrame({"x": [0, 3, 1]}, index=pd.Index(numbers, name=name))
     requirements = {"assessment": [{"name": "x", "formula": "eventually[0, 1](x > 2)"}]}
     run = vorm.assess(vorm.parse(requirements), frame, robustness=True)
-    report = program_report(program, requirements, frame.to_csv())
+    report = program_report(program, requirements, {"table": frame.to_csv()})
     assert outcome_of(run.to_json()) == outcome_of(report)
     declared = vorm.parse({**requirements, "recording": {"unit": unit}})
     unnamed = vorm.assess(declared, frame.set_axis(pd.Index(numbers)), robustness=True)

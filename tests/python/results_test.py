@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import _thread
+import pickle
 import subprocess
 import sys
 import threading
@@ -53,6 +54,7 @@ def test_a_run_tells_verdicts_intervals_and_reasons() -> None:
     assert "4 s" not in slow.why(intervals=1)
     assert run["lamp"].open.values.tolist() == [[0.0, 5.0]]
     assert run["lamp"].robustness is None and run["lamp"].robustness_range == (-np.inf, np.inf)
+    assert "slow" in run and "fast" not in run
     assert repr(run) == "<Run: 2 FAIL, 1 NO_RESULT>"
     assert repr(slow) == "<Result FAIL: 'slow' fails at 1.0 s and in 1 more interval>"
     with pytest.raises(KeyError, match="no result is called 'fast'; there are 'slow', 'brakes'"):
@@ -90,7 +92,8 @@ def test_check_raises_what_does_not_hold() -> None:
     first, *rest = str(caught.value).splitlines()
     assert first == "'slow' fails at 1.0 s and in 1 more interval, and 2 more"
     assert "because speed < 20 is false from 4 s to 5 s" in "\n".join(rest)
-    assert caught.value.run["slow"].verdict == "FAIL"
+    assert caught.value.run is not None and caught.value.run["slow"].verdict == "FAIL"
+    assert str(pickle.loads(pickle.dumps(caught.value))) == str(caught.value)
     vorm.check(REQUIREMENTS, FRAME.assign(speed=1.0), only="slow")
     with pytest.raises(vorm.Failed, match="'lamp' has no result"):
         vorm.check(REQUIREMENTS, FRAME, only="lamp")
@@ -163,6 +166,11 @@ def test_pytest_shows_what_failed_and_writes_a_report(
     )
     assert "def judge" not in result.stdout.str()
     page = (pytester.path / "report.html").read_text()
+    lost = pytester.runpytest_subprocess(*options[:3], "nowhere/report.html", *options[4:])
+    lost.assert_outcomes(passed=1, failed=2)
+    lost.stdout.fnmatch_lines(
+        ["no report of the requirements: cannot write 'nowhere/report.html'*"]
+    )
     assert "test_drive[1]" in page and "test_drive[30]" in page and "test_plain" not in page
 
 

@@ -28,6 +28,7 @@ struct Column {
     py::array times;
     py::array values;
     py::array missing;
+    bool isTyped;  // else nothing tells the type of its values
     std::shared_ptr<const std::vector<HalfFloat>> halves;
 };
 
@@ -100,7 +101,7 @@ void takeValues(Column& column) {
 ExactTime seconds(const std::string& decimal) {
     const auto time = ExactTime::of(decimal, evaluation::second);
     if (!time) {
-        throw py::value_error("'" + decimal + "' is no time");
+        evaluation::failAt({}, decimal + " s is beyond the range of times");
     }
     return *time;
 }
@@ -117,9 +118,9 @@ Column makeColumn(const std::string& name, const py::array& times, const std::st
                   const std::string& zero, const py::array& values,
                   const std::optional<py::array>& missing,
                   const std::optional<std::pair<std::string, std::vector<std::string>>>& members,
-                  const std::string& unit, bool isNanValue, bool isLinear,
+                  const std::string& unit, bool isTyped, bool isNanValue, bool isLinear,
                   const std::optional<std::string>& maxGap, const std::string& equalTimes) {
-    Column column{{}, times, values, {}, nullptr};
+    Column column{{}, times, values, {}, isTyped, nullptr};
     column.column.name = name;
     column.column.times = timesOf(times, unitLength(timeUnit), seconds(zero));
     takeValues(column);
@@ -160,6 +161,11 @@ evaluation::Recording recordingOf(const std::string& name, const std::vector<Col
     const py::gil_scoped_release unlock;
     evaluation::Recording recording = evaluation::recordingOf(name, views, options);
     recording.availableNames = availableNames;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (!columns[i].isTyped) {
+            recording.signals[i].type = {};
+        }
+    }
     return recording;
 }
 
@@ -180,8 +186,8 @@ void addColumns(py::module_& module) {
     py::class_<Column>(module, "Column")
         .def(py::init(&makeColumn), py::kw_only(), py::arg("name"), py::arg("times"),
              py::arg("time_unit"), py::arg("zero"), py::arg("values"), py::arg("missing"),
-             py::arg("members"), py::arg("unit"), py::arg("is_nan_value"), py::arg("is_linear"),
-             py::arg("max_gap"), py::arg("equal_times"));
+             py::arg("members"), py::arg("unit"), py::arg("is_typed"), py::arg("is_nan_value"),
+             py::arg("is_linear"), py::arg("max_gap"), py::arg("equal_times"));
     py::class_<evaluation::Recording>(module, "Recording")
         .def_static(
             "for_file",

@@ -4,6 +4,8 @@
 #include <vorm/evaluation/table/column_header.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/time/counted_time.hpp>
+#include <vorm/evaluation/time/time_notation.hpp>
+#include <vorm/evaluation/time/time_zone.hpp>
 
 #include <pybind11/stl.h>
 
@@ -66,6 +68,20 @@ std::optional<std::string> declaredType(const SignalLayout& signal) {
         return std::nullopt;
     }
     return signal.type->isEnumerated() ? "enum" : typeText(*signal.type);
+}
+
+// The time of a date that is written in one of the usual ways; nothing for one that means several
+// days, and for any other text.
+std::optional<std::string> dateSeconds(const std::string& text, const std::string& zone) {
+    std::vector<evaluation::TimeNotation> notations = evaluation::notationsOf(text);
+    std::erase(notations, evaluation::TimeNotation::Clock);
+    const auto time =
+        notations.size() == 1 ? evaluation::read(text, notations.front()) : std::nullopt;
+    if (!time) {
+        return std::nullopt;
+    }
+    const bool isLocal = !time->hasOffset && !zone.empty();
+    return (isLocal ? evaluation::TimeZone::called(zone).utcOf(time->time) : time->time).text();
 }
 
 void addDeclaration(py::module_& module) {
@@ -155,6 +171,13 @@ void addFiles(py::module_& module) {
                    evaluation::TimeName::Usual;
         },
         py::arg("name"));
+    module.def("date_seconds", &dateSeconds, py::arg("text"), py::arg("zone"));
+    module.def(
+        "number_seconds",
+        [](const std::string& text, const std::string& unit) {
+            return textOf(evaluation::ExactTime::of(text, evaluation::timeUnitOf(unit)->length));
+        },
+        py::arg("text"), py::arg("unit"));
     module.def(
         "epoch_unit",
         [](double number) {

@@ -3,12 +3,14 @@
 #include "arrays.hpp"
 #include "unlocked.hpp"
 
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/assessment/evaluate_formula.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 
 #include <pybind11/stl.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace vorm::python {
@@ -81,23 +83,43 @@ std::vector<double> timesOf(const Numbers& a, const Numbers& b, double from, dou
     return times;
 }
 
-// The times at which the robustness bends or changes, and what it is there: NaN where the recording
-// does not decide it.
+// The value just before a time: a held trace has that of the sample before, a linear one no other.
+std::optional<double> valueBefore(const Numbers& trace, double time) {
+    return trace.valueAt(trace.interpolation == assessments::INTERPOLATION_METHOD::ZOH
+                             ? assessments::support::previousTime(time)
+                             : time);
+}
+
+// What both bounds are where they are equal, else NaN: the recording does not decide it.
+double decided(std::optional<double> least, std::optional<double> greatest) {
+    return least && greatest && *least == *greatest ? *least
+                                                    : std::numeric_limits<double>::quiet_NaN();
+}
+
+// Rows between which the robustness runs along straight lines: two where it steps, first what it
+// was just before. NaN where the recording does not decide it.
 py::tuple robustness(const evaluation::ParsedFormula& formula, const Recording& recording,
                      unsigned jobs, TimeForm form) {
     const FormulaOutcome outcome = evaluate(formula, recording, jobs, true);
     std::vector<ExactTime> times;
     std::vector<double> values;
+    const auto push = [&](double time, double value) {
+        times.push_back(recording.timeline.timeAt(time));
+        values.push_back(value);
+    };
     if (!outcome.truth.empty()) {
         const Numbers& least = numbersIn(outcome.leastRobustness);
         const Numbers& greatest = numbersIn(outcome.greatestRobustness);
-        for (const double time :
-             timesOf(least, greatest, recording.timeline.at(outcome.truth.front().span.start),
-                     recording.timeline.at(outcome.truth.back().span.end))) {
-            const auto [low, high] = std::pair(least.valueAt(time), greatest.valueAt(time));
-            times.push_back(recording.timeline.timeAt(time));
-            values.push_back(
-                low && high && *low == *high ? *low : std::numeric_limits<double>::quiet_NaN());
+        const double from = recording.timeline.at(outcome.truth.front().span.start);
+        const double to = recording.timeline.at(outcome.truth.back().span.end);
+        for (const double time : timesOf(least, greatest, from, to)) {
+            const double before = decided(valueBefore(least, time), valueBefore(greatest, time));
+            const double value = decided(least.valueAt(time), greatest.valueAt(time));
+            const bool isStep = before != value && !(std::isnan(before) && std::isnan(value));
+            if (time > from && isStep) {
+                push(time, before);
+            }
+            push(time, value);
         }
     }
     return py::make_tuple(timeArray(times, form), arrayOf(values));

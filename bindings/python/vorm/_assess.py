@@ -39,19 +39,21 @@ def assess(
     assessed.
     """
     known = requirements_of(requirements)
+    if not (only is None or isinstance(only, (str, Sequence))):
+        raise error(f"only is {only!r}", "it is the name of an assessment, or a list of names")
     chosen = [only] if isinstance(only, str) else list(only or [])
     for each in [*chosen, name]:
         checked_text(each, "a name")
     jobs = _jobs(jobs)
     paths = paths_in(data)
     if paths is not None:
-        run = _vorm.Run.read(known.file, paths, chosen, jobs, robustness, strict)
+        run = _vorm.Run.read(known.file, paths, chosen, jobs, bool(robustness), bool(strict))
         return Run(run, known, [Clock()])
     columns = columns_of(data, Layout(known.file, nan), known.file.names_to_read(chosen))
     recording = _vorm.Recording.for_file(
         known.file, chosen, name, columns.columns, columns.available
     )
-    run = _vorm.Run.assess(known.file, recording, chosen, jobs, robustness, strict)
+    run = _vorm.Run.assess(known.file, recording, chosen, jobs, bool(robustness), bool(strict))
     return Run(run, known, [columns.clock])
 
 

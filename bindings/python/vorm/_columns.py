@@ -1,7 +1,7 @@
-"""Values of signals as the arrays that the engine reads: one rule for types and missing values.
+"""Columns of signals: one rule for types, which is that of files.
 
-It is that of files: integers are numbers (double) unless double cannot hold them all, texts are an
-enumeration in the order of their appearance, and what is missing is no sample.
+Numbers are double, integers of 64 bits where double cannot hold them all, texts an enumeration in
+the order of their appearance, unless something else is declared.
 """
 
 from __future__ import annotations
@@ -10,13 +10,11 @@ from dataclasses import dataclass
 from typing import Any
 
 import numpy as np
-import numpy.typing as npt
 
-from vorm._errors import checked_text, error
+from vorm._errors import error
+from vorm._values import Array, Values, given_values, marks
 
-Array = npt.NDArray[Any]
-
-NUMPY_TYPES = {
+NUMPY_TYPES: dict[str, Any] = {
     "double": np.float64,
     "float": np.float32,
     "single": np.float32,
@@ -36,18 +34,6 @@ FLOATING = (None, "double", "float", "single", "half")
 
 
 @dataclass(frozen=True)
-class Values:
-    """Samples of one type; `missing` marks those that are none."""
-
-    array: Array
-    missing: Array | None = None
-    members: list[str] | None = None  # of which the array holds positions
-
-    def __len__(self) -> int:
-        return len(self.array)
-
-
-@dataclass(frozen=True)
 class Wanted:
     """What is declared: a type by its name, or the members of an enumeration, and missing texts."""
 
@@ -58,12 +44,13 @@ class Wanted:
 
 def values_of(given: Any, subject: str, wanted: Wanted, is_nan_value: bool = False) -> Values:
     """The samples that a Series, an array or a list holds, as they are declared."""
-    values = _without(wanted.missing, _plain(given, subject))
-    for member in values.members or []:
-        checked_text(member, f"{subject}: a value")
+    values = _without(wanted.missing, given_values(given, subject))
+    is_declared = wanted.type is not None or wanted.members is not None
     if is_nan_value and values.array.dtype.kind == "f" and wanted.type not in FLOATING:
         for index in np.flatnonzero(np.isnan(values.array)):
             raise error(f"{subject}, index {index}: nan is no {wanted.type}")
+    if not is_declared and not (is_nan_value and len(values) > 0) and not values.known().any():
+        return Values(np.zeros(len(values)), np.ones(len(values), dtype=np.bool_), is_typed=False)
     if wanted.members is not None:
         return _as_members(_as_texts(values, subject), wanted.members, subject)
     if wanted.type == "enum":
@@ -75,105 +62,32 @@ def values_of(given: Any, subject: str, wanted: Wanted, is_nan_value: bool = Fal
     return Values(_as_number(values.array), values.missing)
 
 
-def _plain(given: Any, subject: str) -> Values:
-    """Values of a type that the engine has, or integers of any size, or positions of texts."""
-    dtype = getattr(given, "dtype", None)
-    if dtype is not None and hasattr(given, "cat" if hasattr(given, "index") else "categories"):
-        return _of_categories(getattr(given, "array", given), subject)
-    mask = None
-    if dtype is not None and not isinstance(dtype, np.dtype):
-        mask = np.asarray(given.isna())
-        numpy_type: Any = getattr(dtype, "numpy_dtype", None)
-        is_text = numpy_type is None or numpy_type.kind == "O"
-        array = (
-            np.asarray(given, dtype=object)
-            if is_text
-            else np.asarray(given.to_numpy(dtype=numpy_type, na_value=numpy_type.type(0)))
-        )
-    else:
-        if isinstance(given, np.ma.MaskedArray):
-            mask = np.asarray(np.ma.getmaskarray(given))  # type: ignore[no-untyped-call]
-            given = given.data
-        array = np.asarray(given)
-    if array.ndim != 1:
-        raise error(f"{subject} has {array.ndim} dimensions", "the values of a signal are a list")
-    if array.dtype.kind in "OU":
-        return _of_objects(array, mask, subject)
-    is_known = array.dtype.kind in "biuf" and array.dtype.itemsize <= 8
-    if not is_known:
-        raise error(f"{subject}: no signal has values of the type {array.dtype}")
-    native = array.astype(array.dtype.newbyteorder("="), copy=False)
-    return Values(np.ascontiguousarray(native), _marks(mask))
-
-
 def _without(missing: frozenset[str], values: Values) -> Values:
-    """The samples without those whose texts are declared as missing."""
-    positions = [i for i, member in enumerate(values.members or []) if member in missing]
-    if not positions or values.members is None:
+    """The samples without those that are declared as missing, by their text or their number."""
+    if not missing:
         return values
-    is_missing = np.isin(values.array, positions) | _all_of(values.array, values.missing)
+    if values.members is None:
+        numbers = [number for text in missing if (number := _number(text)) is not None]
+        is_missing = np.isin(values.array, numbers) & (values.array.dtype.kind != "b")
+    else:
+        positions = [i for i, member in enumerate(values.members) if member in missing]
+        is_missing = np.isin(values.array, positions)
+    if values.missing is not None:
+        is_missing |= values.missing
+    if values.members is None:
+        return Values(
+            np.where(is_missing, values.array.dtype.type(0), values.array), marks(is_missing)
+        )
     kept = [member for member in values.members if member not in missing]
     table = np.array([kept.index(m) if m in kept else 0 for m in values.members], dtype=np.int32)
-    return Values(table[values.array], _marks(is_missing), kept)
+    return Values(table[values.array], marks(is_missing), kept)
 
 
-def _marks(mask: Array | None) -> Array | None:
-    return np.ascontiguousarray(mask, dtype=np.bool_) if mask is not None and mask.any() else None
-
-
-def _of_categories(given: Any, subject: str) -> Values:
-    categories = list(given.categories)
-    if not all(isinstance(each, str) for each in categories):
-        return _plain(np.asarray(given), subject)
-    codes = np.ascontiguousarray(given.codes, dtype=np.int32)
-    return Values(np.maximum(codes, 0), _marks(codes < 0), categories)
-
-
-def _is_nothing(value: Any) -> bool:
-    """None, NaN, NA and an empty text, as an empty cell."""
-    return value is None or type(value).__name__ == "NAType" or value != value or value == ""
-
-
-def _of_objects(array: Array, mask: Array | None, subject: str) -> Values:
-    nothing = np.array(
-        [bool(m) or _is_nothing(v) for v, m in zip(array, _all_of(array, mask))], dtype=np.bool_
-    )
-    kinds = {_kind(value) for value in array[~nothing]}
-    if kinds == {"text"}:
-        members: dict[str, int] = {}
-        codes = np.zeros(len(array), dtype=np.int32)
-        for index in np.flatnonzero(~nothing):
-            codes[index] = members.setdefault(str(array[index]), len(members))
-        return Values(codes, _marks(nothing), list(members))
-    if len(kinds) > 1 or kinds == {None}:
-        types = sorted({type(value).__name__ for value in array[~nothing]})
-        raise error(
-            f"{subject} has values of the types {', '.join(types)}", "a signal has one type"
-        )
-    filled = np.where(nothing, False if kinds == {"bool"} else 0, array)
-    dtype = np.bool_ if kinds == {"bool"} else _number_type(array[~nothing])
+def _number(text: str) -> float | None:
     try:
-        return Values(np.ascontiguousarray(filled.astype(dtype)), _marks(nothing))
-    except OverflowError:
-        raise error(f"{subject} has an integer of more than 64 bits") from None
-
-
-def _all_of(array: Array, mask: Array | None) -> Array:
-    return np.zeros(len(array), dtype=np.bool_) if mask is None else mask
-
-
-def _kind(value: Any) -> str | None:
-    if isinstance(value, str):
-        return "text"
-    if isinstance(value, (bool, np.bool_)):
-        return "bool"
-    return "number" if isinstance(value, (int, float, np.integer, np.floating)) else None
-
-
-def _number_type(numbers: Array) -> Any:
-    if not all(isinstance(number, (int, np.integer)) for number in numbers):
-        return np.float64
-    return np.uint64 if len(numbers) > 0 and max(numbers) > np.iinfo(np.int64).max else np.int64
+        return float(text)
+    except ValueError:
+        return None
 
 
 def _as_number(array: Array) -> Array:
@@ -196,16 +110,19 @@ def _as_type(values: Values, name: str, subject: str) -> Values:
     if values.members is not None:
         raise error(f"{subject} has texts, but is declared as {name}")
     array = values.array
-    known = _known(values)
+    known = values.known()
     if np.dtype(target).kind == "f":
         with np.errstate(over="ignore"):
-            return Values(array.astype(target), values.missing)
+            floats = array.astype(target)
+        for index in np.flatnonzero(known & np.isinf(floats) & (np.abs(array) != np.inf)):
+            raise error(f"{subject}, index {index}: {array[index]!s} is beyond the range of {name}")
+        return Values(floats, values.missing)
     # A missing sample counts as 0, which every type has.
     array = np.where(known, array, array.dtype.type(0))
     limits = (0, 1) if target is np.bool_ else _limits(np.dtype(target))
     for index in np.flatnonzero(known & ~_fits(array, *limits)):
         raise error(f"{subject}, index {index}: {array[index]!s} is no {name}")
-    return Values(array.astype(target), _marks(~known))
+    return Values(array.astype(target), marks(~known))
 
 
 def _limits(integer: np.dtype[Any]) -> tuple[int, int]:
@@ -225,19 +142,12 @@ def _fits(array: Array, least: int, greatest: int) -> Array:
     return np.array([least <= int(number) <= greatest for number in array], dtype=np.bool_)
 
 
-def _known(values: Values) -> Array:
-    known = np.ones(len(values), dtype=np.bool_)
-    if values.missing is not None:
-        known &= ~values.missing
-    if values.array.dtype.kind == "f":
-        known &= ~np.isnan(values.array)
-    return known
-
-
 def _as_texts(values: Values, subject: str) -> Values:
     if values.members is not None:
         return values
-    known = _known(values)
+    known = values.known()
+    if not known.any():
+        return Values(np.zeros(len(values), dtype=np.int32), marks(~known), [])
     if values.array.dtype.kind == "f" and not np.all(
         values.array[known] == np.floor(values.array[known])
     ):
@@ -247,14 +157,14 @@ def _as_texts(values: Values, subject: str) -> Values:
         (str(bool(value)).lower() if is_bool else str(int(value))) if is_known else None
         for value, is_known in zip(values.array, known)
     ]
-    return _of_objects(np.array(texts, dtype=object), None, subject)
+    return given_values(np.array(texts, dtype=object), subject)
 
 
 def _as_members(values: Values, members: tuple[str, list[str]], subject: str) -> Values:
     name, declared = members
     assert values.members is not None
     positions = {member: position for position, member in enumerate(declared)}
-    known = _known(values)
+    known = values.known()
     used = {int(code) for code in np.unique(values.array[known])}
     for code in sorted(used):
         if values.members[code] not in positions:

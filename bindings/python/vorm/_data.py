@@ -19,7 +19,7 @@ class Signal:
     `values` may bring their times, as a Series does; else `times` are as many. `interpolation` is
     "held" or "linear", `max_gap` a distance of samples in seconds above which nothing is known
     between them (infinite: none), `unit` a text for people, and `type` a value type as assessment files name it:
-    "int8", "float", "enum", a Categorical's own. What is None is as the requirements say.
+    "int8", "float", "enum". What is None is as the requirements say.
     """
 
     values: Any
@@ -39,13 +39,13 @@ class Signal:
         unit: str | None = None,
         type: str | None = None,
     ) -> None:
+        for text, what in ((interpolation, "interpolation"), (unit, "unit"), (type, "type")):
+            if text is not None:
+                checked_text(text, f"the {what} of a signal")
         if interpolation not in (None, "held", "linear"):
             raise error(f"the interpolation {interpolation!r} is neither 'held' nor 'linear'")
-        is_number = isinstance(max_gap, (int, float)) and max_gap > 0
-        if max_gap is not None and not is_number:
+        if max_gap is not None and not _is_length(max_gap):
             raise error(f"max_gap is {max_gap!r}", "it is a number of seconds above 0")
-        if unit is not None:
-            checked_text(unit, "the unit")
         for name, value in (
             ("values", values),
             ("times", times),
@@ -55,6 +55,13 @@ class Signal:
             ("type", type),
         ):
             object.__setattr__(self, name, value)
+
+
+def _is_length(seconds: Any) -> bool:
+    try:
+        return float(seconds) > 0
+    except (TypeError, ValueError, OverflowError):
+        return False
 
 
 @dataclass(frozen=True)
@@ -76,12 +83,8 @@ def paths_in(data: Any) -> list[list[str]] | None:
     if isinstance(data, (str, os.PathLike)):
         return [[path_text(data)]]
     if isinstance(data, Sequence) and data and all(_is_path(each) for each in data):
-        return [
-            [os.fspath(each)]
-            if isinstance(each, (str, os.PathLike))
-            else list(map(os.fspath, each))
-            for each in data
-        ]
+        groups = ([each] if isinstance(each, (str, os.PathLike)) else each for each in data)
+        return [[path_text(path) for path in group] for group in groups]
     return None
 
 
@@ -143,7 +146,10 @@ def _of_frame(frame: Any) -> list[Quantity]:
 def _of_dataset(dataset: Any) -> list[Quantity]:
     if "time" not in dataset.coords:
         raise error("the Dataset has no coordinate 'time'", "rename the one that is the time")
-    times = dataset["time"].values
+    coordinate = dataset["time"]
+    times = coordinate.values
+    if "units" in coordinate.attrs:
+        times = _named(times, f"time [{coordinate.attrs['units']}]")
     quantities = []
     for name, variable in dataset.data_vars.items():
         if variable.dims == ("time",):
@@ -151,6 +157,13 @@ def _of_dataset(dataset: Any) -> list[Quantity]:
             signal = Signal(variable.values, times, unit=None if unit is None else str(unit))
             quantities.append(Quantity(_text(name), times, signal))
     return quantities
+
+
+def _named(times: Any, name: str) -> Any:
+    """Times whose name tells their unit."""
+    import pandas as pd
+
+    return pd.Index(times, name=name)
 
 
 def _text(name: Any) -> str:

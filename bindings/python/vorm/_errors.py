@@ -54,8 +54,11 @@ def checked_text(text: Any, what: str) -> str:
 
 
 class Failed(AssertionError):
-    """Requirements do not hold. `run` tells all that became of them."""
+    """Requirements do not hold. `run` tells all that became of them; another process gets none."""
 
-    def __init__(self, text: str, run: Run) -> None:
+    def __init__(self, text: str, run: Run | None) -> None:
         super().__init__(text)
         self.run = run
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return Failed, (self.args[0], None)

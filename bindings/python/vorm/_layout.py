@@ -71,6 +71,12 @@ class Layout:
     def column(self, name: str, quantity: Quantity, times: Times, zero: str) -> _vorm.Column:
         """The samples of a signal as they are declared."""
         signal, declared = quantity.signal, self._declared.get(name)
+        if declared is not None and declared.file:
+            raise error(
+                f"the signal '{name}' is declared to be in the file '{declared.file}', but data in "
+                "memory have no files",
+                "leave the file out",
+            )
         members = None if declared is None else declared.members
         missing = frozenset() if self._file is None else frozenset(self._file.missing)
         wanted = Wanted(signal.type, None, missing)
@@ -87,6 +93,7 @@ class Layout:
             missing=values.missing,
             members=None if values.members is None else (enumeration, values.members),
             unit=_first(signal.unit, declared and declared.unit or None, _unit_in(quantity.name)),
+            is_typed=values.is_typed,
             is_nan_value=self.is_nan_value,
             is_linear=self._is_linear(quantity, declared, values.array.dtype.kind == "f"),
             max_gap=self._max_gap(signal.max_gap, declared),
@@ -159,7 +166,7 @@ def columns_of(data: Any, layout: Layout, wanted: Iterable[str]) -> Columns:
     # The first sample of all signals counts, whichever are wanted.
     counting = quantities if layout.origin[0] == "first" else list(chosen.values())
     times = [known.of(quantity) for quantity in counting]
-    origin = origin_of(layout.origin, times)
+    origin = origin_of(layout.origin, times, layout.zone)
     zero = decimal_text(-origin)
     columns = [layout.column(name, one, known.of(one), zero) for name, one in chosen.items()]
     return Columns(columns, list(named), clock_of(times, origin))

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import json
+import numbers
 import os
 from collections.abc import Mapping
 from typing import Any
@@ -34,6 +35,11 @@ class Requirements:
         return self._file.assessments
 
     @property
+    def text(self) -> str:
+        """The text of the file."""
+        return self._text
+
+    @property
     def file(self) -> _vorm.File:
         """What the engine knows of it."""
         return self._file
@@ -59,7 +65,7 @@ def path_text(path: Any) -> str:
         raise error(f"{path!r} is no path") from None
     if "\0" in name:
         raise error(f"{name!r} is no path")
-    return name
+    return checked_text(name, "the path")
 
 
 def parse(text: str | Mapping[str, Any]) -> Requirements:
@@ -87,8 +93,10 @@ def _toml_value(value: Any) -> str:
         return f"[{', '.join(map(_toml_value, value))}]"
     if isinstance(value, bool):
         return str(value).lower()
-    if isinstance(value, (int, float)):
-        return repr(value)
+    if isinstance(value, numbers.Integral):
+        return str(int(value))
+    if isinstance(value, numbers.Real):
+        return repr(float(value))
     if isinstance(value, str):
         return _toml_text(value)
     raise error(f"a value of the type {type(value).__name__} has no place among requirements")

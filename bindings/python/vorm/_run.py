@@ -118,7 +118,7 @@ class Result:
         """Why it fails or has no result, of as many intervals; times are in seconds."""
         if not isinstance(intervals, int) or intervals < 0:
             raise error(f"intervals is {intervals!r}", "it is how many of them to tell")
-        return self._result.why(intervals)
+        return self._result.why(min(intervals, 2**31))
 
     def plot(self, ax: matplotlib.axes.Axes | None = None) -> matplotlib.axes.Axes:
         """Draws the signals of the formula, failing intervals in red and open ones hatched.
@@ -240,8 +240,8 @@ class Run:
 
         Times on the page are in seconds. SOURCE_DATE_EPOCH fixes the date that it shows.
         """
-        if not 0 < megabytes < 1e6:
-            raise error(f"megabytes is {megabytes}", "it is a size above 0")
+        if not isinstance(megabytes, (int, float)) or not 0 < megabytes < 1e6:
+            raise error(f"megabytes is {megabytes!r}", "it is a size above 0")
         self._run.write_html(path_text(path), _today(), int(megabytes * 1e6))
 
     def to_json(self) -> str:
@@ -256,7 +256,7 @@ class Run:
 
     def __getitem__(self, key: str | tuple[str, str]) -> Result:
         """The result of an assessment; of several recordings: run[recording, assessment]."""
-        recording, name = key if isinstance(key, tuple) else (None, key)
+        recording, name = key if isinstance(key, tuple) and len(key) == 2 else (None, key)
         found = [
             one for one in self._results if one.name == name and recording in (None, one.recording)
         ]
@@ -267,6 +267,9 @@ class Run:
             raise error(f"'{name}' has a result for each of {names}", "run[recording, assessment]")
         known = ", ".join(dict.fromkeys(repr(one.name) for one in self._results))
         raise KeyError(f"no result is called {name!r}; there are {known}")
+
+    def __contains__(self, name: object) -> bool:
+        return any(one.name == name for one in self._results)
 
     def __len__(self) -> int:
         return len(self._results)

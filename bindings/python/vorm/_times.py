@@ -12,7 +12,7 @@ import numpy as np
 import numpy.typing as npt
 
 from vorm import _vorm
-from vorm._errors import error
+from vorm._errors import checked_text, error
 
 if TYPE_CHECKING:
     import pandas as pd
@@ -38,7 +38,7 @@ class Times:
     """Times of samples: int64 or float64 numbers of a unit.
 
     Dates count from 1970 in UTC. `zone` is the zone that they were given in, and `is_local` tells
-    that they did not say so.
+    that they did not say so. `origin_unit` is that of an origin that is given as a number.
     """
 
     numbers: npt.NDArray[Any]
@@ -46,6 +46,7 @@ class Times:
     is_date: bool = False
     zone: Any = None
     is_local: bool = False
+    origin_unit: str = "s"
 
     def seconds_at(self, index: int) -> Decimal:
         """The time exactly; of a float the shortest decimal that reads back as it."""
@@ -70,11 +71,15 @@ def times_of(given: Any, subject: str, unit: str | None = None, zone: str = "") 
     that in which they count from 1970, else in seconds. Dates without a zone are in `zone`, else in
     UTC.
     """
+    if hasattr(given, "index") and hasattr(given, "array"):
+        given = _as_index(given)
     given_zone = getattr(given, "tz", None)
-    if given_zone is None and getattr(given.__class__, "__name__", "") == "PeriodIndex":
+    if type(given).__name__ == "PeriodIndex":
         raise error(f"{subject}: periods are no times", "to_timestamp() makes times of them")
+    if isinstance(given, np.ma.MaskedArray):
+        raise error(f"{subject}: times in a masked array", "each sample needs a time")
     name = getattr(given, "name", None)
-    array = np.asarray(given.to_numpy() if hasattr(given, "to_numpy") else given)
+    array = _time_array(given, subject)
     if given_zone is not None:
         array = np.asarray(given.tz_convert("UTC").tz_localize(None))
     if array.ndim != 1:
@@ -84,7 +89,26 @@ def times_of(given: Any, subject: str, unit: str | None = None, zone: str = "") 
         return Times(*counts, is_date=True, zone=zone, is_local=True)
     if array.dtype.kind in "mM":
         return Times(*_counts(array, subject), is_date=array.dtype.kind == "M", zone=given_zone)
-    return _number_times(array, subject, unit, "" if name is None else str(name))
+    header = "" if name is None else checked_text(str(name), f"{subject}: the name of its times")
+    return _number_times(array, subject, unit, header)
+
+
+def _as_index(series: Any) -> Any:
+    import pandas as pd
+
+    return pd.Index(series, name=series.name)
+
+
+def _time_array(given: Any, subject: str) -> npt.NDArray[Any]:
+    numpy_type = getattr(getattr(given, "dtype", None), "numpy_dtype", None)
+    try:
+        if numpy_type is not None:
+            return np.asarray(given.to_numpy(dtype=numpy_type))
+        return np.asarray(given.to_numpy() if hasattr(given, "to_numpy") else given)
+    except ValueError:
+        raise error(
+            f"{subject}: a time is missing, or is a list", "each sample needs one"
+        ) from None
 
 
 def _in_utc(array: npt.NDArray[Any], zone: str, subject: str) -> npt.NDArray[Any]:
@@ -113,7 +137,19 @@ def _counts(array: npt.NDArray[Any], subject: str) -> tuple[npt.NDArray[np.int64
         if not is_same:
             raise error(f"{subject}: times of the type {array.dtype} are out of range")
         array, unit = finer, np.datetime_data(finer.dtype)[0]
-    return np.ascontiguousarray(array.astype(array.dtype.newbyteorder("="))).view(np.int64), unit
+    native = np.ascontiguousarray(array.astype(array.dtype.newbyteorder("=")))
+    _check_reach(native, subject)
+    return native.view(np.int64), unit
+
+
+def _check_reach(dates: npt.NDArray[Any], subject: str) -> None:
+    """Results are dates of pandas, which count nanoseconds."""
+    if dates.dtype.kind == "M" and len(dates) > 0:
+        counts = dates.view(np.int64)
+        scale = UNITS[np.datetime_data(dates.dtype)[0]] / UNITS["ns"]
+        farthest = max(abs(int(counts.min())), abs(int(counts.max())))
+        if farthest * scale >= 2**63:
+            raise error(f"{subject}: a date is before 1678 or after 2261", "give times as numbers")
 
 
 def _number_times(array: npt.NDArray[Any], subject: str, unit: str | None, name: str) -> Times:
@@ -129,16 +165,44 @@ def _number_times(array: npt.NDArray[Any], subject: str, unit: str | None, name:
     else:
         advice = "pandas.to_datetime makes times of texts" if array.dtype.kind in "OU" else None
         raise error(f"{subject}: values of the type {array.dtype} are no times", advice)
-    unit = unit or _vorm.time_unit_in_name(name)
-    if unit is None and len(numbers) > 0:
-        unit = _vorm.epoch_unit(float(numbers[0]))
-    unit = unit or "s"
+    unit = unit or _unit_in(name, subject) or _epoch_unit(numbers, subject)
     if numbers.dtype == np.int64 and unit in ("min", "h"):
         factor = int(UNITS[unit])
         if np.any(np.abs(numbers) > np.iinfo(np.int64).max // factor):
             raise error(f"{subject}: a time is beyond the range of int64")
-        return Times(numbers * factor, "s")
-    return Times(numbers, unit)
+        return Times(numbers * factor, "s", origin_unit=unit)
+    return Times(numbers, unit, origin_unit=unit)
+
+
+def _unit_in(name: str, subject: str) -> str | None:
+    """The unit that a name such as `t_ms` or `time [ms]` tells."""
+    unit = _vorm.time_unit_in_name(name)
+    written = _vorm.column_header(name)[1]
+    if unit is None and written:
+        raise error(
+            f"{subject}: the unit '{written}' of its times '{name}' is not known",
+            f"known are {', '.join(UNITS)}; or say [recording] unit",
+        )
+    return unit
+
+
+# From there on numbers are no seconds.
+MOST_SECONDS = 1e11
+
+
+def _epoch_unit(numbers: npt.NDArray[Any], subject: str) -> str:
+    """That of a count from 1970, which its size tells, else seconds."""
+    if len(numbers) == 0:
+        return "s"
+    unit = _vorm.epoch_unit(float(numbers[0]))
+    if unit is None:
+        for number in (numbers[0], numbers[-1]):
+            if MOST_SECONDS < abs(float(number)) < np.inf:
+                raise error(
+                    f"{subject}: times such as {number} are no seconds",
+                    "name their unit: [recording] unit, or the name of the index, 'time [ms]'",
+                )
+    return unit or "s"
 
 
 def decimal_text(seconds: Decimal) -> str:
@@ -146,7 +210,7 @@ def decimal_text(seconds: Decimal) -> str:
     return format(seconds, "f")
 
 
-def origin_of(origin: tuple[str, str], times: Sequence[Times]) -> Decimal:
+def origin_of(origin: tuple[str, str], times: Sequence[Times], zone: str) -> Decimal:
     """The seconds that are time 0, as an assessment file says."""
     kind, text = origin
     if kind == "recorded":
@@ -160,22 +224,20 @@ def origin_of(origin: tuple[str, str], times: Sequence[Times]) -> Decimal:
             f"the origin is the first sample of '{text}', but data in memory has no files",
             'origin = "first" is the first sample of all',
         )
-    if not any(each.is_date for each in times):
-        unit = times[0].unit if times else "s"
-        try:
-            return Decimal(text) * UNITS[unit]
-        except ArithmeticError:
-            raise error(f"the origin '{text}' is no number, as the times of the data are") from None
-    try:
-        date = datetime.datetime.fromisoformat(text)
-    except ValueError:
-        raise error(
-            f"the origin '{text}' is no date of ISO 8601",
-            "for data in memory write it as 2021-06-30 09:39:19",
-        ) from None
-    date = date if date.tzinfo else date.replace(tzinfo=datetime.timezone.utc)
-    whole = date - datetime.datetime(1970, 1, 1, tzinfo=datetime.timezone.utc)
-    return Decimal(whole // datetime.timedelta(microseconds=1)) * UNITS["us"]
+    if any(each.is_date for each in times):
+        seconds = _vorm.date_seconds(text, zone)
+    else:
+        units = {each.origin_unit for each in times} or {"s"}
+        if len(units) > 1:
+            raise error(
+                f"the origin {text} is a number, but times count in {' and '.join(sorted(units))}",
+                "give all signals times of one unit",
+            )
+        seconds = _vorm.number_seconds(text, units.pop())
+    if seconds is None:
+        kind = "date" if any(each.is_date for each in times) else "number"
+        raise error(f"the origin '{text}' is no {kind}, as the times of the data are")
+    return Decimal(seconds)
 
 
 @dataclass(frozen=True)

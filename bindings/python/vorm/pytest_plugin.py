@@ -10,11 +10,12 @@ from typing import Any
 import pytest
 
 from vorm._assess import assess, judge
+from vorm._errors import Error
 from vorm._requirements import Requirements
 from vorm._run import Run
 
 RUNS = pytest.StashKey[list[Run]]()
-REPORTS = pytest.StashKey[list[Path]]()
+REPORTS = pytest.StashKey[list[str]]()
 
 
 def pytest_addoption(parser: pytest.Parser) -> None:
@@ -28,7 +29,7 @@ def pytest_addoption(parser: pytest.Parser) -> None:
 
 def pytest_configure(config: pytest.Config) -> None:
     runs: list[Run] = []
-    reports: list[Path] = []
+    reports: list[str] = []
     config.stash[RUNS] = runs
     config.stash[REPORTS] = reports
 
@@ -53,18 +54,22 @@ def pytest_sessionfinish(session: pytest.Session) -> None:
     path = session.config.getoption("--vorm-report")
     if path is None:
         return
-    groups: dict[tuple[str, tuple[str, ...]], list[Run]] = {}
+    groups: dict[tuple[str, str], list[Run]] = {}
     for run in session.config.stash[RUNS]:
-        key = (run.requirements.name, tuple(run.requirements.assessments))
+        key = (run.requirements.name, run.requirements.text)
         groups.setdefault(key, []).append(run)
     for number, runs in enumerate(groups.values()):
         target = Path(path)
         if number > 0:
             target = target.with_stem(f"{target.stem}-{number + 1}")
-        Run.joined(runs).to_html(target)
-        session.config.stash[REPORTS].append(target)
+        try:
+            Run.joined(runs).to_html(target)
+            session.config.stash[REPORTS].append(f"report of the requirements: {target}")
+        except Error as error:
+            session.exitstatus = pytest.ExitCode.USAGE_ERROR
+            session.config.stash[REPORTS].append(f"no report of the requirements: {error}")
 
 
 def pytest_terminal_summary(terminalreporter: Any, config: pytest.Config) -> None:
-    for path in config.stash[REPORTS]:
-        terminalreporter.write_line(f"report of the requirements: {path}")
+    for line in config.stash[REPORTS]:
+        terminalreporter.write_line(line)

@@ -1,0 +1,9 @@
+#pragma once
+
+// What most sources of the extension include, compiled once.
+
+#include <vorm/precompiled.hpp>
+
+#include <pybind11/numpy.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
