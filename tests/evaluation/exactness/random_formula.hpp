@@ -3,23 +3,13 @@
 // Random formulas: the text for the engine, and beside it what the oracle takes it to mean.
 
 #include "random_recording.hpp"
-#include "world.hpp"
+#include "said.hpp"
 
 #include <functional>
 #include <set>
 #include <string>
 
 namespace vorm::evaluation::test {
-
-template <class Course>
-struct Said {
-    std::string text;
-    std::function<Course(const World&)> in;
-    std::set<std::string> signals;
-};
-
-using SaidTruth = Said<TruthCourse>;
-using SaidNumber = Said<Quantity>;
 
 /// The text with the operand's in the place of `$`.
 inline std::string filled(const std::string& pattern, const std::string& operand) {

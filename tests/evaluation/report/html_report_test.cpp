@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 
 #include <cmath>
-#include <regex>
 
 namespace vorm::evaluation {
 namespace {
@@ -44,8 +43,13 @@ std::string between(const std::string& text, const std::string& begin, const std
 
 // Browsers take for infinite what has no double; the parser here refuses it.
 Json islandOf(const std::string& page) {
-    const std::string data = between(page, R"(id="data-1">)", "</script>");
-    return Json::parse(std::regex_replace(data, std::regex("(-?)1e999"), "\"$1inf\""));
+    std::string data = between(page, R"(id="data-1">)", "</script>");
+    for (std::size_t at = data.find("1e999"); at != std::string::npos; at = data.find("1e999")) {
+        const bool isNegative = data[at - 1] == '-';
+        data.replace(isNegative ? at - 1 : at, isNegative ? 6 : 5,
+                     isNegative ? R"("-inf")" : R"("inf")");
+    }
+    return Json::parse(data);
 }
 
 std::size_t countOf(const std::string& text, const std::string& part) {

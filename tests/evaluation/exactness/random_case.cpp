@@ -1,0 +1,106 @@
+#include "random_case.hpp"
+
+namespace vorm::evaluation::test {
+namespace {
+
+std::string allShown(const std::vector<Span>& spans) {
+    std::string text;
+    for (const Span& span : spans) {
+        text += " [" + shown(span.start) + ", " + shown(span.end) + ']';
+    }
+    return text;
+}
+
+}  // namespace
+
+World worldOf(const RandomRecording& recording) {
+    World world;
+    for (const RandomSignal& signal : recording.signals) {
+        world.signals[signal.name] = signal.said.quantity();
+    }
+    return world;
+}
+
+Judgement judged(const RandomRequirement& requirement, const World& world) {
+    return judged(requirement.formula.in(world), requirement.from.value_or(requirement.known.start),
+                  requirement.to.value_or(requirement.known.end));
+}
+
+Rational RandomCase::reportedOffset() const {
+    return writing.isFromFirst ? Rational(-recording.firstTick() * recording.grid.tick)
+                               : recording.grid.offset;
+}
+
+Texts RandomCase::texts() const {
+    Texts texts;
+    texts.recordingName = form == Form::JsonLines ? "r.jsonl" : "r.csv";
+    texts.recording = recordingText(recording, writing, form);
+    texts.assessments = layoutText(recording, writing, form);
+    for (const RandomRequirement& requirement : requirements) {
+        texts.assessments += "[[assessment]]\nname = \"" +
+                             std::to_string(&requirement - requirements.data()) +
+                             "\"\nformula = \"" + requirement.formula.text + "\"\n";
+        texts.assessments += boundText("from", requirement.from);
+        texts.assessments += boundText("to", requirement.to);
+    }
+    return texts;
+}
+
+std::string RandomCase::shown(const RandomRequirement& requirement) const {
+    RandomCase alone = *this;
+    alone.requirements = {requirement};
+    const Texts texts = alone.texts();
+    return texts.recordingName + ":\n" + texts.recording + '\n' + texts.assessments +
+           "\nin ticks of " + test::shown(recording.grid.tick) + " s from " +
+           test::shown(reportedOffset()) + " s on it\n";
+}
+
+Judgement RandomCase::inTicks(const Judgement& inSeconds) const {
+    const auto ticks = [&](const Rational& time) {
+        return Rational((time - reportedOffset()) / recording.grid.tick);
+    };
+    const auto allTicks = [&](std::vector<Span> spans) {
+        for (Span& span : spans) {
+            span = {ticks(span.start), ticks(span.end)};
+        }
+        return spans;
+    };
+    return {.verdict = inSeconds.verdict,
+            .from = ticks(inSeconds.from),
+            .to = ticks(inSeconds.to),
+            .failures = allTicks(inSeconds.failures),
+            .openSpans = allTicks(inSeconds.openSpans),
+            .passed = inSeconds.passed / recording.grid.tick,
+            .failed = inSeconds.failed / recording.grid.tick,
+            .open = inSeconds.open / recording.grid.tick};
+}
+
+std::string RandomCase::boundText(const std::string& key,
+                                  const std::optional<Rational>& tick) const {
+    if (!tick) {
+        return "";
+    }
+    return key + " = \"" + *decimal(reportedOffset() + *tick * recording.grid.tick) + " s\"\n";
+}
+
+RandomCase anyCase() {
+    RandomCase result;
+    result.recording = anyRecording();
+    result.writing = anyTimeWriting(result.recording.grid);
+    // JSON has no NaN.
+    const std::size_t forms = result.recording.hasNans() ? 2 : 3;
+    result.form = static_cast<Form>(anyIndex(forms));
+    for (int i = 0; i < formulasPerRecording; ++i) {
+        result.requirements.push_back(anyRequirement(result.recording));
+    }
+    return result;
+}
+
+std::string shown(const Judgement& judgement) {
+    return judgement.verdict + " from " + shown(judgement.from) + " to " + shown(judgement.to) +
+           ", failing" + allShown(judgement.failures) + ", open" + allShown(judgement.openSpans) +
+           ", passed " + shown(judgement.passed) + ", failed " + shown(judgement.failed) +
+           ", open " + shown(judgement.open);
+}
+
+}  // namespace vorm::evaluation::test
