@@ -3,6 +3,7 @@
 #include "commands.hpp"
 
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <CLI/CLI.hpp>
 
@@ -214,7 +215,7 @@ private:
         sub.add_option("--report-size", options_.reportMegabytes,
                        "Megabytes that a page takes at most, 20 without it: what would be more is "
                        "drawn in fewer points, or not at all")
-            ->check(CLI::Range(1e-3, 1e4).description(""))
+            ->check(atLeastAtMost(1e-3, 1e4))
             ->type_name("MB");
         addChoice(sub, "--plots", options_.plotsAll, {{"all", true}, {"failed", false}},
                   "What a page has plots of: all assessments, or without it those that failed or "
@@ -309,6 +310,20 @@ private:
                     return isNumber && seconds >= 0 && std::isfinite(seconds)
                                ? std::string()
                                : "'" + text + "' is no number of seconds from 0 on";
+                },
+                ""};
+    }
+
+    // The library's own takes a NaN, which is neither below nor above.
+    static CLI::Validator atLeastAtMost(double least, double most) {
+        return {[=](const std::string& text) {
+                    double number = 0;
+                    const bool fits = CLI::detail::lexical_cast(text, number) && number >= least &&
+                                      number <= most;
+                    return fits ? std::string()
+                                : "'" + text + "' is no number from " +
+                                      vorm::evaluation::shortestNumber(least) + " to " +
+                                      vorm::evaluation::shortestNumber(most);
                 },
                 ""};
     }

@@ -87,6 +87,14 @@ formula = ${JSON.stringify(`"${text}" < 2 & "mode ${text}" == '${hostileTexts[0]
   return run("hostile", "hostile.toml", [write(name, `${csv}\n`), write("<i>bad.csv", "no table")]);
 }
 
+/** Samples of a line that stand alone among NaNs, and a hole. */
+export function alone() {
+  const toml = '[signals]\nx = { interpolation = "linear", max_gap = 3 }\n';
+  write("alone.toml", `${toml}[[assessment]]\nname = "low"\nformula = "x <= 1"\n`);
+  const rows = "0,1\n1,nan\n2,inf\n3,nan\n4,5\n10,1\n";
+  return run("alone", "alone.toml", [write("alone.csv", `time,x\n${rows}`)]);
+}
+
 /** Two holes that begin in one pixel, the second of which reaches to 900 s. */
 export function holes() {
   const times = [...range(5001, (i) => i), 5003, 5004, ...range(1001, (i) => 9000 + i)];

@@ -6,7 +6,7 @@ import { mkdirSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { chromium } from "playwright-core";
-import { drive, folder, holes, hostile, hostileTexts, large, planted } from "./pages.js";
+import { alone, drive, folder, holes, hostile, hostileTexts, large, planted } from "./pages.js";
 
 const pictures = process.env.PICTURES ?? folder;
 let browser;
@@ -218,6 +218,27 @@ test("no line is drawn across a hole, however small the pixels", async () => {
     for (const run of curve.split("M").slice(1)) {
       const places = [...run.matchAll(/(?:^|[LH])([\d.]+)/g)].map((match) => Number(match[1]));
       assert.ok(places.every((x) => x < middle) || places.every((x) => x > middle), run);
+    }
+  });
+});
+
+test("what stands alone, is not a number or not there reads so", async () => {
+  await withPage(alone().url, async (page) => {
+    await hasDrawn(page, "r1a1");
+    const axis = page.locator("#r1a1 .axis");
+    const box = await axis.boundingBox();
+    const frame = await axis.locator("path.frame").getAttribute("d");
+    const [left, right] = /M([\d.]+) [\d.]+H([\d.]+)/.exec(frame).slice(1).map(Number);
+    for (const [time, text] of Object.entries({
+      0: "1",
+      1: "NaN",
+      2: "∞",
+      4: "5",
+      7: "no value",
+    })) {
+      await page.mouse.move(box.x + left + ((right - left) * time) / 10, box.y - 20);
+      const reading = page.locator("#r1a1 .plot:not(.verdicts) .reading");
+      assert.equal(await reading.textContent(), text, `at ${time} s`);
     }
   });
 });

@@ -39,7 +39,7 @@ TEST(SvgReport, DrawsLinesHolesAndFailures) {
                                    "t,<x>\n0,0\n10,10\n20,0\n60,5\n100,5\n");
     EXPECT_STREQ(picture.child("svg").child_value("title"), "a & b");
     EXPECT_EQ(pathOf(picture, "stroke", "#0a3069"),
-              "M80 170L160.4 72L240.8 170M562.4 121H563.4M884 121H885");
+              "M80 170L160.4 72L240.8 170M560.4 121h4M882 121h4");
     // It fails from 9 s to 11 s.
     EXPECT_EQ(pathOf(picture, "fill", "#a40e26").substr(0, 24), "M152.36 30H168.44v16H152");
     EXPECT_EQ(pathOf(picture, "fill", "#0969da").substr(0, 8), "M152.36 ");
@@ -53,7 +53,15 @@ TEST(SvgReport, DrawsTheRangeOnly) {
                                    "t,x\n0,900\n40,0\n60,4\n70,nan\n80,4\n90,nan\n100,0\n");
     // From 40 s, at 80 - 160.8, to 60 s: cut by the range. 80 s is an instant between NaNs.
     EXPECT_EQ(pathOf(picture, "clip-path", "url(#range)"),
-              "M-80.8 170L240.8 72M562.4 72H563.4M884 170H885");
+              "M-80.8 170L240.8 72M560.4 72h4M882 170h4");
+}
+
+TEST(SvgReport, KeepsWhatIsInfiniteApart) {
+    const auto picture = pictureOf(R"(assessment = [{ name = "n", formula = "x < 2" }])",
+                                   "t,x\n0,1\n10,inf\n20,2\n30,-inf\n40,1\n");
+    // 2 is at 72, 1 at 170.
+    EXPECT_EQ(pathOf(picture, "stroke", "#0a3069"), "M80 170H281V66H482V72H683V176H884V170");
+    EXPECT_EQ(pathOf(picture, "fill", "#9a6700"), "M281 66l4 6h-8zM683 176l4 -6h-8z");
 }
 
 TEST(SvgReport, WhereNothingIsKnownIsOpen) {

@@ -34,6 +34,22 @@ TEST(TerminalPlot, ShowsTheSignalsToBlameAroundTheFirstFailure) {
 )");
 }
 
+TEST(TerminalPlot, KeepsWhatIsInfiniteApart) {
+    TerminalPlotStyle style;
+    style.width = 40;
+    style.height = 4;
+    EXPECT_EQ(plotOf(R"(assessment = [{ name = "n", formula = "x < 2" }])",
+                     "t,x\n0,1\n1,inf\n2,2\n3,-inf\n4,1\n", style),
+              R"(x
+         inf │      █▀▀▀▀▀▀             
+           2 │      █      ▀▀▀▀▀▀█      
+           1 │▄▄▄▄▄▄█            █     ▄
+        -inf │                   █▄▄▄▄▄█
+       fails        ━━━━━━━━━━━━━━      
+              0 s                    4 s
+)");
+}
+
 TEST(TerminalPlot, IsNothingWhereNothingFails) {
     EXPECT_EQ(plotOf(R"(assessment = [{ name = "n", formula = "x < 5" }])", "t,x\n0,1\n1,2\n"), "");
 }

@@ -44,7 +44,11 @@ struct Plot {
     double top;
     double height;
 
+    // What is infinite stands at the edge, beyond all that is not.
     double y(double value) const {
+        if (std::isinf(value)) {
+            return value > 0 ? top : top + height;
+        }
         return top + height - valueMargin - scale.share(value) * (height - 2 * valueMargin);
     }
 };
@@ -200,8 +204,23 @@ private:
                 }
             }
         }
+        add(path(infiniteMarks(plot), R"x(fill="#9a6700" clip-path="url(#range)")x"));
         add(path(data,
                  R"x(fill="none" stroke="#0a3069" stroke-width="1.3" clip-path="url(#range)")x"));
+    }
+
+    // A triangle at the edge for each sample that is infinite.
+    std::string infiniteMarks(const Plot& plot) const {
+        std::string data;
+        for (const DrawnPiece& piece : plot.signal.pieces) {
+            for (std::size_t i = 0; i < piece.times.size(); ++i) {
+                if (std::isinf(piece.values[i])) {
+                    data += "M" + pixel(x(piece.times[i])) + " " + pixel(plot.y(piece.values[i])) +
+                            (piece.values[i] > 0 ? "l4 6h-8z" : "l4 -6h-8z");
+                }
+            }
+        }
+        return data;
     }
 
     // Samples that are numbers, from one to before another.
@@ -224,8 +243,12 @@ private:
         const bool isLast = end == piece.times.size();
         const double heldTo = isLast ? x(piece.end) : isHeld ? x(piece.times[end]) : last;
         // What is known for an instant only would not be seen.
-        const double least = end - begin == 1 ? last + 1 : last;
-        return std::max(heldTo, least) > last ? data + "H" + pixel(std::max(heldTo, least)) : data;
+        constexpr double least = 4;
+        if (end - begin == 1 && heldTo - last < least) {
+            return "M" + pixel(last - least / 2) + " " + pixel(plot.y(piece.values[begin])) + "h" +
+                   pixel(least);
+        }
+        return heldTo > last ? data + "H" + pixel(heldTo) : data;
     }
 
     void addCauses(const Plot& plot) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace vorm::evaluation {
@@ -66,7 +67,9 @@ public:
         : drawing_(drawing),
           columns_(columns),
           height_(drawing.kind == DrawingKind::Switch ? 1 : height),
-          scale_(drawing, endsOf(columns)) {}
+          scale_(drawing, endsOf(columns)),
+          lowest_(hasInfinite(-1) ? 1 : 0),
+          highest_(height_ - (hasInfinite(1) ? 2 : 1)) {}
 
     std::vector<std::string> lines() const {
         std::vector<std::string> lines;
@@ -91,9 +94,20 @@ private:
         return values;
     }
 
+    bool hasInfinite(double sign) const {
+        const double infinite = sign * std::numeric_limits<double>::infinity();
+        return std::any_of(columns_.begin(), columns_.end(), [=](const auto& column) {
+            return column && (column->least == infinite || column->greatest == infinite);
+        });
+    }
+
+    // What is infinite has a line of its own.
     std::size_t level(double value) const {
-        const auto top = static_cast<double>(2 * height_ - 1);
-        return static_cast<std::size_t>(std::lround(scale_.share(value) * top));
+        if (std::isinf(value)) {
+            return value > 0 ? 2 * height_ - 1 : 0;
+        }
+        const auto top = static_cast<double>(2 * (highest_ - lowest_) + 1);
+        return 2 * lowest_ + static_cast<std::size_t>(std::lround(scale_.share(value) * top));
     }
 
     const char* block(const std::optional<ValueRange>& column, std::size_t line) const {
@@ -112,8 +126,11 @@ private:
         if (drawing_.kind == DrawingKind::Switch) {
             return "";
         }
-        const bool isTop = line + 1 == height_;
-        if (!isTop && line > 0) {
+        if (line > highest_ || line < lowest_) {
+            return line > highest_ ? "inf" : "-inf";
+        }
+        const bool isTop = line == highest_;
+        if (!isTop && line > lowest_) {
             return "";
         }
         const double value = isTop ? scale_.greatest() : scale_.least();
@@ -129,6 +146,8 @@ private:
     const std::vector<std::optional<ValueRange>>& columns_;
     const std::size_t height_;
     const ValueScale scale_;
+    const std::size_t lowest_;   // line of what is finite
+    const std::size_t highest_;  // line of what is finite
 };
 
 // Which columns the failing intervals touch.

@@ -11,13 +11,15 @@ function island(recording) {
 }
 
 /**
- * A signal whose pieces stand in one array, each closed by a sample that is not a number, so that
- * one search finds a time and one pass draws everything.
+ * A signal whose pieces stand in one array, each closed by a sample that is not a number, which
+ * `closes` tells from one that was recorded, so that one search finds a time and one pass draws
+ * everything.
  */
 function flatSignal({ pieces, ...signal }) {
   const length = pieces.reduce((sum, piece) => sum + piece.t.length + 2, 0);
   const times = new Float64Array(length);
   const values = new Float64Array(length);
+  const closes = new Uint8Array(length);
   let count = 0;
   const push = (time, value) => {
     times[count] = time;
@@ -28,7 +30,8 @@ function flatSignal({ pieces, ...signal }) {
     if (end > t.at(-1)) {
       push(end, v.at(-1));
     }
+    closes[count] = 1;
     push(end, NaN);
   }
-  return { ...signal, times: times.subarray(0, count), values: values.subarray(0, count) };
+  return { ...signal, times: times.subarray(0, count), values: values.subarray(0, count), closes };
 }

@@ -45,7 +45,12 @@ function helpOf(stack) {
   return html(
     "div",
     { class: "help" },
-    html("p", {}, "Drag to zoom, Shift+drag to move, Ctrl+wheel to zoom, double-click for all."),
+    html(
+      "p",
+      {},
+      "Drag to zoom, Shift+drag to move, Ctrl+wheel to zoom, double-click for all; keys once a plot " +
+        "was clicked. Bars below a signal are causes, dashed lines what it is compared with.",
+    ),
     html(
       "dl",
       { class: "keys", hidden: "" },

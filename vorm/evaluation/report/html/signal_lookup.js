@@ -18,9 +18,13 @@ function partitionPoint(count, isBefore) {
 /** The index of the sample that counts at `time`; -1 before the first. */
 function indexAt({ times, values }, time) {
   const index = partitionPoint(times.length, (i) => times[i] <= time) - 1;
-  // A piece is known at its end, too, where the sample that closes it stands.
-  const isEnd = index > 0 && Number.isNaN(values[index]) && times[index - 1] === time;
-  return isEnd ? index - 1 : index;
+  // A piece is known at its end, too, whatever begins just after it and shares its time.
+  for (let i = index; i >= 0 && times[i] === time; --i) {
+    if (!Number.isNaN(values[i])) {
+      return i;
+    }
+  }
+  return index;
 }
 
 /** Held, or on the line between two samples; not a number in holes. */
@@ -35,6 +39,12 @@ function valueAt(signal, time) {
   }
   const share = (time - times[index]) / (times[index + 1] - times[index]);
   return values[index] * (1 - share) + values[index + 1] * share;
+}
+
+/** Whether there is a value, if only NaN. */
+function isKnownAt(signal, time) {
+  const index = indexAt(signal, time);
+  return index >= 0 && !signal.closes[index];
 }
 
 function hasSampleAt(signal, time) {
@@ -57,7 +67,10 @@ function signalText({ kind, levels, unit }, value) {
 /** Between samples of a thinned signal others may stand that the page does not have. */
 function readingAt(signal, time) {
   const value = valueAt(signal, time);
-  if (Number.isNaN(value) || hasSampleAt(signal, time)) {
+  if (Number.isNaN(value)) {
+    return isKnownAt(signal, time) ? "NaN" : "no value";
+  }
+  if (hasSampleAt(signal, time)) {
     return signalText(signal, value);
   }
   const text = signalText(signal, signal.kind === "lines" ? Number(value.toPrecision(9)) : value);
