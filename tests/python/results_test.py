@@ -4,10 +4,12 @@ from __future__ import annotations
 
 import _thread
 import pickle
+import signal
 import subprocess
 import sys
 import threading
 import time
+from collections.abc import Iterator
 from pathlib import Path
 from typing import Any
 
@@ -206,7 +208,15 @@ def test_other_threads_go_on() -> None:
     assert during > 50
 
 
-def test_an_interrupt_ends_a_long_call() -> None:
+@pytest.fixture
+def interrupts() -> Iterator[None]:
+    """What runs in the background may have been started to ignore them."""
+    before = signal.signal(signal.SIGINT, signal.default_int_handler)
+    yield
+    signal.signal(signal.SIGINT, before)
+
+
+def test_an_interrupt_ends_a_long_call(interrupts: None) -> None:
     data = noise(400_000)
     threading.Timer(0.5, _thread.interrupt_main).start()
     begin = time.monotonic()
