@@ -196,6 +196,9 @@ def test_declarations_that_cannot_hold_are_refused() -> None:
 
 
 def test_declared_missing_numbers_are_no_samples() -> None:
+    big = vorm.parse({"recording": {"missing": [str(2**53)]}, **LOW})
+    values: Any = np.array([1, 2**53 + 1], dtype=np.int64)
+    assert vorm.assess(big, {"x": ([0, 1], values)})["x"].verdict == "FAIL"
     requirements = vorm.parse({"recording": {"missing": ["-999", "?"]}, **LOW})
     for values in ([9, -999, 1], [9.0, -999.0, 1.0]):
         result = vorm.assess(requirements, {"x": ([0, 1, 2], values)})["x"]
@@ -317,6 +320,8 @@ FRAME = pd.DataFrame({"x": [1.0, 2.0]}, index=[0.0, 1.0])
         ({"x": (np.array(["3000-01-01"], dtype="M8[s]"), [1])}, "a date is before 1678 or after"),
         ({"x": vorm.Signal([1e300], [0], type="float")}, "index 0: 1e.300 is beyond the range of"),
         ({"x": (np.array([0, 1], dtype="M8[as]"), [1, 3])}, "are out of range"),
+        ({"x": vorm.Signal([np.inf], [0], type="enum")}, "has numbers, but is declared as texts"),
+        ({"x": (pd.Index([-(2**63), 0], name="t_min"), [1, 3])}, "beyond the range of int64"),
         (42, "data of the type int are no signals\n  give a path"),
         (None, "data of the type NoneType are no signals"),
     ],

@@ -6,7 +6,9 @@ the order of their appearance, unless something else is declared.
 
 from __future__ import annotations
 
+from collections.abc import Iterable
 from dataclasses import dataclass
+from decimal import Decimal
 from typing import Any
 
 import numpy as np
@@ -67,8 +69,7 @@ def _without(missing: frozenset[str], values: Values) -> Values:
     if not missing:
         return values
     if values.members is None:
-        numbers = [number for text in missing if (number := _number(text)) is not None]
-        is_missing = np.isin(values.array, numbers) & (values.array.dtype.kind != "b")
+        is_missing = np.isin(values.array, _numbers(missing, values.array.dtype))
     else:
         positions = [i for i, member in enumerate(values.members) if member in missing]
         is_missing = np.isin(values.array, positions)
@@ -83,11 +84,21 @@ def _without(missing: frozenset[str], values: Values) -> Values:
     return Values(table[values.array], marks(is_missing), kept)
 
 
-def _number(text: str) -> float | None:
-    try:
-        return float(text)
-    except ValueError:
-        return None
+def _numbers(texts: Iterable[str], dtype: np.dtype[Any]) -> Array:
+    """Those of the texts that are numbers of the type, exactly where it is one of integers."""
+    numbers = []
+    for text in texts:
+        try:
+            number = Decimal(text)
+        except ArithmeticError:
+            continue
+        if dtype.kind == "f":
+            numbers.append(float(number))
+        elif dtype.kind in "iu" and number.is_finite() and number == int(number):
+            least, greatest = _limits(dtype)
+            if least <= number <= greatest:
+                numbers.append(int(number))
+    return np.array(numbers, dtype=dtype)
 
 
 def _as_number(array: Array) -> Array:
@@ -149,7 +160,7 @@ def _as_texts(values: Values, subject: str) -> Values:
     if not known.any():
         return Values(np.zeros(len(values), dtype=np.int32), marks(~known), [])
     if values.array.dtype.kind == "f" and not np.all(
-        values.array[known] == np.floor(values.array[known])
+        np.isfinite(values.array[known]) & (values.array[known] == np.floor(values.array[known]))
     ):
         raise error(f"{subject} has numbers, but is declared as texts")
     is_bool = values.array.dtype.kind == "b"
@@ -170,7 +181,8 @@ def _as_members(values: Values, members: tuple[str, list[str]], subject: str) ->
         if values.members[code] not in positions:
             index = int(np.flatnonzero(known & (values.array == code))[0])
             raise error(
-                f"{subject}, index {index}: '{values.members[code]}' is no member of the enumeration '{name}'"
+                f"{subject}, index {index}: '{values.members[code]}' is no member of the "
+                f"enumeration '{name}'"
             )
     table = np.array([positions.get(member, 0) for member in values.members] or [0], dtype=np.int32)
     return Values(table[values.array], values.missing, declared)

@@ -18,8 +18,8 @@ class Signal:
 
     `values` may bring their times, as a Series does; else `times` are as many. `interpolation` is
     "held" or "linear", `max_gap` a distance of samples in seconds above which nothing is known
-    between them (infinite: none), `unit` a text for people, and `type` a value type as assessment files name it:
-    "int8", "float", "enum". What is None is as the requirements say.
+    between them (infinite: none), `unit` a text for people, and `type` a value type as assessment
+    files name it: "int8", "float", "enum". What is None is as the requirements say.
     """
 
     values: Any
@@ -137,7 +137,8 @@ def _of_frame(frame: Any) -> list[Quantity]:
     if is_count and times:
         raise error(
             f"the frame counts its rows, but has a column '{times[0]}'",
-            f"say that it is the time: frame.set_index({times[0]!r})",
+            f"say that it is the time: frame.set_index({times[0]!r}), or that the rows are seconds: "
+            "frame.rename_axis('time')",
         )
     columns = [frame.iloc[:, number] for number in range(len(names))]
     return [Quantity(name, index, Signal(column)) for name, column in zip(names, columns)]

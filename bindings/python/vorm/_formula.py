@@ -33,7 +33,8 @@ def evaluate(
     True, False, or NA where the data do not tell; each holds up to the next row, and the last row is
     the end. Two rows of one time are what holds at it and just after it. With `robustness` it is by
     how much the formula holds, NaN where the data do not decide it; it runs along straight lines
-    between two rows. `data` are those of assess, of one recording. Raises Error.
+    from row to row, and where it steps two rows have one time. `data` are those of assess, of one
+    recording. Raises Error.
     """
     import pandas as pd
 

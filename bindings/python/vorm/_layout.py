@@ -11,7 +11,7 @@ from vorm import _vorm
 from vorm._columns import Wanted, values_of
 from vorm._data import Quantity, quantities_in
 from vorm._errors import error
-from vorm._times import Clock, Times, clock_of, decimal_text, origin_of, times_of
+from vorm._times import Clock, Times, clock_of, origin_of, times_of
 
 
 @dataclass(frozen=True)
@@ -167,6 +167,7 @@ def columns_of(data: Any, layout: Layout, wanted: Iterable[str]) -> Columns:
     counting = quantities if layout.origin[0] == "first" else list(chosen.values())
     times = [known.of(quantity) for quantity in counting]
     origin = origin_of(layout.origin, times, layout.zone)
-    zero = decimal_text(-origin)
+    # A minus sign would round to the digits of the context.
+    zero = format(origin.copy_negate(), "f")
     columns = [layout.column(name, one, known.of(one), zero) for name, one in chosen.items()]
     return Columns(columns, list(named), clock_of(times, origin))

@@ -4,6 +4,8 @@ from __future__ import annotations
 
 from typing import TYPE_CHECKING, Any
 
+import numpy as np
+
 from vorm import _vorm
 from vorm._errors import error
 from vorm._times import Clock
@@ -56,13 +58,19 @@ def _draw(ax: Any, signal: tuple[Any, ...], clock: Clock) -> None:
 
 
 def _shade(ax: Any, result: _vorm.AssessmentResult, clock: Clock) -> None:
-    """Instants are lines: no failure is too short to be seen."""
+    """Instants are lines: no failure is too short to be seen. One element for all of a kind."""
+    from matplotlib.dates import date2num
+
+    height = {"transform": ax.get_xaxis_transform()}
     failing = {"color": FAILING, "alpha": 0.25}
     unknown = {"facecolor": "none", "edgecolor": OPEN, "hatch": "//"}
     for spans, colour, style in (
         (result.failures(clock.form), FAILING, failing),
         (result.open_spans(clock.form), OPEN, unknown),
     ):
-        for start, end in zip(clock.index(spans[:, 0]), clock.index(spans[:, 1])):
-            ax.axvspan(start, end, **style, linewidth=0)
-            ax.axvline(start, color=colour, linewidth=1)
+        if len(spans) > 0:
+            ends = [clock.index(spans[:, side]) for side in (0, 1)]
+            start, end = map(date2num, ends) if clock.is_date else (spans[:, 0], spans[:, 1])
+            ranges = np.column_stack([start, end - start])
+            ax.broken_barh(ranges, (0, 1), **style, **height, linewidth=0)
+            ax.vlines(start, 0, 1, color=colour, linewidth=1, **height)

@@ -137,7 +137,7 @@ def _counts(array: npt.NDArray[Any], subject: str) -> tuple[npt.NDArray[np.int64
         if not is_same:
             raise error(f"{subject}: times of the type {array.dtype} are out of range")
         array, unit = finer, np.datetime_data(finer.dtype)[0]
-    native = np.ascontiguousarray(array.astype(array.dtype.newbyteorder("=")))
+    native = np.ascontiguousarray(array.astype(array.dtype.newbyteorder("="), copy=False))
     _check_reach(native, subject)
     return native.view(np.int64), unit
 
@@ -166,9 +166,11 @@ def _number_times(array: npt.NDArray[Any], subject: str, unit: str | None, name:
         advice = "pandas.to_datetime makes times of texts" if array.dtype.kind in "OU" else None
         raise error(f"{subject}: values of the type {array.dtype} are no times", advice)
     unit = unit or _unit_in(name, subject) or _epoch_unit(numbers, subject)
-    if numbers.dtype == np.int64 and unit in ("min", "h"):
+    if numbers.dtype == np.int64 and len(numbers) > 0 and unit in ("min", "h"):
         factor = int(UNITS[unit])
-        if np.any(np.abs(numbers) > np.iinfo(np.int64).max // factor):
+        # As integers of Python: the least int64 is its own absolute value.
+        farthest = max(abs(int(numbers.min())), abs(int(numbers.max())))
+        if farthest > np.iinfo(np.int64).max // factor:
             raise error(f"{subject}: a time is beyond the range of int64")
         return Times(numbers * factor, "s", origin_unit=unit)
     return Times(numbers, unit, origin_unit=unit)
@@ -203,11 +205,6 @@ def _epoch_unit(numbers: npt.NDArray[Any], subject: str) -> str:
                     "name their unit: [recording] unit, or the name of the index, 'time [ms]'",
                 )
     return unit or "s"
-
-
-def decimal_text(seconds: Decimal) -> str:
-    """As plain digits."""
-    return format(seconds, "f")
 
 
 def origin_of(origin: tuple[str, str], times: Sequence[Times], zone: str) -> Decimal:

@@ -68,8 +68,8 @@ public:
           columns_(columns),
           height_(drawing.kind == DrawingKind::Switch ? 1 : height),
           scale_(drawing, endsOf(columns)),
-          lowest_(hasInfinite(-1) ? 1 : 0),
-          highest_(height_ - (hasInfinite(1) ? 2 : 1)) {}
+          lowest_(height_ > 2 && hasInfinite(-1) ? 1 : 0),
+          highest_(height_ - (height_ > 2 && hasInfinite(1) ? 2 : 1)) {}
 
     std::vector<std::string> lines() const {
         std::vector<std::string> lines;
@@ -101,7 +101,7 @@ private:
         });
     }
 
-    // What is infinite has a line of its own.
+    // What is infinite has a line of its own, where there are three.
     std::size_t level(double value) const {
         if (std::isinf(value)) {
             return value > 0 ? 2 * height_ - 1 : 0;

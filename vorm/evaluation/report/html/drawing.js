@@ -37,8 +37,8 @@ function drawPlots() {
     },
     { rootMargin: "400px" },
   );
-  onUnfolding((details) => {
-    details.querySelectorAll(".plots").forEach((box) => views.observe(box));
+  document.addEventListener("unfold", ({ target }) => {
+    target.querySelectorAll(".plots").forEach((box) => views.observe(box));
   });
   addEventListener("beforeprint", drawForPaper);
   addEventListener("afterprint", () => stacks.forEach((stack) => stack.schedule()));
