@@ -23,10 +23,9 @@ using evaluation::Recording;
 namespace {
 
 FormulaOutcome evaluate(const evaluation::ParsedFormula& formula, const Recording& recording,
-                        unsigned jobs, bool robustness) {
+                        bool robustness) {
     return unlocked([&](const Progress& progress) {
         evaluation::RunOptions options;
-        options.jobs = jobs;
         options.robustness = robustness;
         options.progress = progress;
         return evaluation::evaluate(formula.text(), recording, options);
@@ -35,9 +34,9 @@ FormulaOutcome evaluate(const evaluation::ParsedFormula& formula, const Recordin
 
 // The times at which truth changes, and what it is from there on; at last the end with the last
 // value.
-py::tuple truth(const evaluation::ParsedFormula& formula, const Recording& recording, unsigned jobs,
+py::tuple truth(const evaluation::ParsedFormula& formula, const Recording& recording,
                 TimeForm form) {
-    const FormulaOutcome outcome = evaluate(formula, recording, jobs, false);
+    const FormulaOutcome outcome = evaluate(formula, recording, false);
     std::vector<ExactTime> times;
     std::vector<std::int8_t> values;
     for (const auto& [span, value] : outcome.truth) {
@@ -52,9 +51,9 @@ py::tuple truth(const evaluation::ParsedFormula& formula, const Recording& recor
 }
 
 py::array failures(const evaluation::ParsedFormula& formula, const Recording& recording,
-                   unsigned jobs, TimeForm form) {
+                   TimeForm form) {
     std::vector<evaluation::TimeSpan> spans;
-    for (const auto& [span, value] : evaluate(formula, recording, jobs, false).truth) {
+    for (const auto& [span, value] : evaluate(formula, recording, false).truth) {
         if (value == evaluation::certainlyFalse) {
             spans.push_back(span);
         }
@@ -99,8 +98,8 @@ double decided(std::optional<double> least, std::optional<double> greatest) {
 // Rows between which the robustness runs along straight lines: two where it steps, first what it
 // was just before. NaN where the recording does not decide it.
 py::tuple robustness(const evaluation::ParsedFormula& formula, const Recording& recording,
-                     unsigned jobs, TimeForm form) {
-    const FormulaOutcome outcome = evaluate(formula, recording, jobs, true);
+                     TimeForm form) {
+    const FormulaOutcome outcome = evaluate(formula, recording, true);
     std::vector<ExactTime> times;
     std::vector<double> values;
     const auto push = [&](double time, double value) {
@@ -131,9 +130,9 @@ void addFormulas(py::module_& module) {
     py::class_<evaluation::ParsedFormula>(module, "Formula")
         .def(py::init<std::string>(), py::arg("text"))
         .def_property_readonly("names", &evaluation::ParsedFormula::names)
-        .def("truth", &truth, py::arg("recording"), py::arg("jobs"), py::arg("form"))
-        .def("failures", &failures, py::arg("recording"), py::arg("jobs"), py::arg("form"))
-        .def("robustness", &robustness, py::arg("recording"), py::arg("jobs"), py::arg("form"));
+        .def("truth", &truth, py::arg("recording"), py::arg("form"))
+        .def("failures", &failures, py::arg("recording"), py::arg("form"))
+        .def("robustness", &robustness, py::arg("recording"), py::arg("form"));
 }
 
 }  // namespace vorm::python

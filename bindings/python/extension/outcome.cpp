@@ -118,9 +118,9 @@ std::string svg(const AssessmentResult& result, std::size_t width) {
                : svgReport(result.recording.outcome(), result.number, *drawing, {width});
 }
 
-py::object spanOf(const AssessmentResult& result, TimeForm form) {
-    const AssessmentOutcome& outcome = result.outcome();
-    return py::make_tuple(timeObject(outcome.from, form), timeObject(outcome.to, form));
+py::object firstFailure(const AssessmentResult& result, TimeForm form) {
+    const auto& failures = result.outcome().failures;
+    return failures.empty() ? py::none() : timeObject(failures.front().start, form);
 }
 
 py::object robustnessOf(const AssessmentResult& result) {
@@ -182,7 +182,10 @@ void addOutcomes(py::module_& module) {
                                [](const AssessmentResult& result) {
                                    return errorObject(result.outcome().robustnessError);
                                })
-        .def("range", &spanOf, py::arg("form"))
+        .def_property_readonly(
+            "failure_count",
+            [](const AssessmentResult& result) { return result.outcome().failures.size(); })
+        .def("first_failure", &firstFailure, py::arg("form"))
         .def("failures", spans(&AssessmentOutcome::failures), py::arg("form"))
         .def("open_spans", spans(&AssessmentOutcome::openSpans), py::arg("form"))
         .def("why", &why, py::arg("most_intervals"))

@@ -105,7 +105,6 @@ void addRuns(py::module_& module) {
         .def_static("read", &read, py::arg("file"), py::arg("recordings"), py::arg("only"),
                     py::arg("jobs"), py::arg("robustness"), py::arg("strict"))
         .def_static("joined", &joined, py::arg("runs"))
-        .def_property_readonly("title", [](const Run& run) { return run.outcome.title; })
         .def_property_readonly("is_strict", [](const Run& run) { return run.outcome.strict; })
         .def_property_readonly("recordings",
                                [](const std::shared_ptr<Run>& run) {

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import os
 from collections.abc import Mapping, Sequence
-from dataclasses import dataclass
+from dataclasses import KW_ONLY, dataclass
 from typing import Any
 
 from vorm import _vorm
@@ -24,37 +24,20 @@ class Signal:
 
     values: Any
     times: Any = None
+    _: KW_ONLY
     interpolation: str | None = None
     max_gap: float | None = None
     unit: str | None = None
     type: str | None = None
 
-    def __init__(
-        self,
-        values: Any,
-        times: Any = None,
-        *,
-        interpolation: str | None = None,
-        max_gap: float | None = None,
-        unit: str | None = None,
-        type: str | None = None,
-    ) -> None:
-        for text, what in ((interpolation, "interpolation"), (unit, "unit"), (type, "type")):
-            if text is not None:
-                checked_text(text, f"the {what} of a signal")
-        if interpolation not in (None, "held", "linear"):
-            raise error(f"the interpolation {interpolation!r} is neither 'held' nor 'linear'")
-        if max_gap is not None and not _is_length(max_gap):
-            raise error(f"max_gap is {max_gap!r}", "it is a number of seconds above 0")
-        for name, value in (
-            ("values", values),
-            ("times", times),
-            ("interpolation", interpolation),
-            ("max_gap", max_gap),
-            ("unit", unit),
-            ("type", type),
-        ):
-            object.__setattr__(self, name, value)
+    def __post_init__(self) -> None:
+        for name in ("interpolation", "unit", "type"):
+            if getattr(self, name) is not None:
+                checked_text(getattr(self, name), f"the {name} of a signal")
+        if self.interpolation not in (None, "held", "linear"):
+            raise error(f"the interpolation {self.interpolation!r} is neither 'held' nor 'linear'")
+        if self.max_gap is not None and not _is_length(self.max_gap):
+            raise error(f"max_gap is {self.max_gap!r}", "it is a number of seconds above 0")
 
 
 def _is_length(seconds: Any) -> bool:

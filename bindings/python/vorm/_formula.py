@@ -41,9 +41,9 @@ def evaluate(
     known = _vorm.Formula(checked_text(formula, "the formula"))
     recording, clock = _recording(known, data, nan)
     if robustness:
-        times, numbers = known.robustness(recording, 1, clock.form)
+        times, numbers = known.robustness(recording, clock.form)
         return pd.Series(numbers, index=clock.index(times), name=formula)
-    times, truth = known.truth(recording, 1, clock.form)
+    times, truth = known.truth(recording, clock.form)
     values = pd.arrays.BooleanArray(truth > 0, truth == 0)
     return pd.Series(values, index=clock.index(times), name=formula)
 
@@ -54,5 +54,5 @@ def intervals(formula: str, data: Any, *, nan: str = "missing") -> pd.DataFrame:
 
     known = _vorm.Formula(checked_text(formula, "the formula"))
     recording, clock = _recording(known, data, nan)
-    spans = known.failures(recording, 1, clock.form)
+    spans = known.failures(recording, clock.form)
     return pd.DataFrame({"start": clock.index(spans[:, 0]), "end": clock.index(spans[:, 1])})

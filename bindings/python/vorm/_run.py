@@ -57,8 +57,8 @@ class Result:
     @property
     def first_failure(self) -> Any:
         """The first failing time: seconds, or a Timestamp where the data have dates; or None."""
-        failures = self._result.failures(self._clock.form)
-        return self._clock.time(failures[0, 0].item()) if len(failures) > 0 else None
+        time = self._result.first_failure(self._clock.form)
+        return None if time is None else self._clock.time(time)
 
     @property
     def passed(self) -> float:
@@ -86,6 +86,11 @@ class Result:
         return self._result.robustness
 
     @property
+    def robustness_error(self) -> Error | None:
+        """Why it was asked for and is not known."""
+        return self._result.robustness_error
+
+    @property
     def failures(self) -> pd.DataFrame:
         """The failing intervals: start is the first failing time, end the next that does not."""
         return self._spans(self._result.failures(self._clock.form))
@@ -103,7 +108,7 @@ class Result:
     @property
     def summary(self) -> str:
         """One line on how it ended."""
-        count = len(self._result.failures(self._clock.form))
+        count = self._result.failure_count
         if count > 0:
             more = (
                 f" and in {count - 1} more interval{'s' if count > 2 else ''}" if count > 1 else ""
