@@ -26,7 +26,10 @@ after(async () => {
 
 /** Opens a page, and makes sure at its end that it asked for nothing and complained of nothing. */
 async function withPage(url, action, options = {}) {
-  const context = await browser.newContext({ viewport: { width: 1200, height: 900 }, ...options });
+  const context = await browser.newContext({
+    viewport: { width: 1200, height: 900 },
+    ...options,
+  });
   const page = await context.newPage();
   const complaints = [];
   page.on("console", (message) => complaints.push(message.text()));
@@ -42,11 +45,27 @@ async function withPage(url, action, options = {}) {
 }
 
 const surfaceOf = (id) => `#${id} .surface`;
-const hasDrawn = (page, id) =>
-  page
+
+/**
+ * Waits until plots are drawn and are not drawn again for some frames: a page that is still finding
+ * its width replaces what it has drawn.
+ */
+const hasDrawn = async (page, id) => {
+  await page
     .locator(`${surfaceOf(id)} .curve`)
     .first()
     .waitFor({ state: "attached" });
+  await page.locator(`#${id}`).evaluate((details) => {
+    const axis = () => details.querySelector(".axis");
+    return new Promise((done) => {
+      const wait = (drawn, frames) =>
+        requestAnimationFrame(() => {
+          frames === 0 ? done() : wait(axis(), axis() === drawn ? frames - 1 : 10);
+        });
+      wait(axis(), 10);
+    });
+  });
+};
 
 /** The failing intervals as they are drawn through a plot, in pixels. */
 const drawnFailures = (page, id) =>
@@ -201,7 +220,9 @@ test("the picture in README.md is small", async () => {
       await hasDrawn(page, `r1a${id}`);
       await page.mouse.move(620, 300);
       await page.waitForTimeout(300);
-      const picture = await page.screenshot({ path: join(pictures, "readme.png") });
+      const picture = await page.screenshot({
+        path: join(pictures, "readme.png"),
+      });
       assert.ok(picture.length < 150_000);
     },
     { viewport },
