@@ -13,6 +13,7 @@
 #include <vorm/evaluation/assessment/judgement.hpp>
 #include <vorm/evaluation/assessment/layout_keys.hpp>
 #include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/evaluation/assessment/range_limit.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
@@ -22,9 +23,11 @@
 #include <vorm/evaluation/drawing/value_columns.hpp>
 #include <vorm/evaluation/evaluator/evaluator.hpp>
 #include <vorm/evaluation/evaluator/truth.hpp>
+#include <vorm/evaluation/formula/definition_names.hpp>
 #include <vorm/evaluation/formula/enumeration_literal.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
+#include <vorm/evaluation/recording/recorded_times.hpp>
 #include <vorm/evaluation/recording/recording.hpp>
 #include <vorm/evaluation/recording/recording_in_memory.hpp>
 #include <vorm/evaluation/recording/recording_layout.hpp>
@@ -39,6 +42,7 @@
 #include <vorm/evaluation/report/svg_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>
 #include <vorm/evaluation/report/terminal_plot.hpp>
+#include <vorm/evaluation/report/time_writer.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 #include <vorm/evaluation/signal/signal_column.hpp>
@@ -50,10 +54,13 @@
 #include <vorm/evaluation/table/table_layout.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
+#include <vorm/evaluation/text/natural_order.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
+#include <vorm/evaluation/text/text_columns.hpp>
 #include <vorm/evaluation/time/counted_time.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
+#include <vorm/evaluation/time/rounded_time.hpp>
 #include <vorm/evaluation/time/time_format.hpp>
 #include <vorm/evaluation/time/time_notation.hpp>
 #include <vorm/evaluation/time/time_span.hpp>
@@ -61,3 +68,4 @@
 #include <vorm/evaluation/time/time_unit.hpp>
 #include <vorm/evaluation/time/time_zone.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
+#include <vorm/evaluation/time/wall_clock.hpp>

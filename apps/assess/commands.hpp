@@ -26,7 +26,9 @@ ExitCode showSignals(const Options& options);
 ExitCode draftAssessments(const Options& options);
 ExitCode showAssessment(const Options& options);
 
-/// The recordings that the command line names: each path one, or all of them together.
+/// The recordings that the command line names: each path one, or all of them together. Paths in the
+/// order of their characters, as a shell's pattern gives them, come in natural order; others as
+/// they are given.
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options);
 
 /// How they are to be read: as the assessment file says, if there is one, but for what the options

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <optional>
 
 namespace assess {
 namespace {
@@ -33,11 +34,61 @@ struct Format {
     bool isOfOne = false;  // of one assessment on one recording
 };
 
-std::string table(const Results& results, const Options& options) {
+TableStyle tableStyle(const Options& options) {
     TableStyle style;
     style.colours = wantsColours(options);
+    style.width = terminalWidth(options);
+    style.verbose = options.verbose;
     style.mostIntervals = options.intervals.value_or(style.mostIntervals);
+    return style;
+}
+
+// Of a file that is written besides, there is no terminal.
+std::string table(const Results& results, const Options& options) {
+    TableStyle style = tableStyle(options);
+    style.width.reset();
     return tableReport(results.outcome, style);
+}
+
+// The table on standard output, recording by recording as they are done.
+class TableOnOutput {
+public:
+    TableOnOutput(const AssessmentFile& file, const Options& options, ProgressLine& progress)
+        : about_{file.name, file.title, {}, options.strict},
+          options_(options),
+          progress_(progress) {}
+
+    void add(const RecordingOutcome& recording, std::size_t count) {
+        begin(count);
+        write(report_->recording(recording));
+    }
+
+    void end(const RunOutcome& run) {
+        begin(run.recordings.size());
+        write(report_->end(run));
+    }
+
+private:
+    void begin(std::size_t recordings) {
+        if (!report_) {
+            report_.emplace(about_, recordings, tableStyle(options_));
+            write(report_->begin());
+        }
+    }
+
+    void write(const std::string& text) {
+        progress_.clear();
+        writeResults(options_, text);
+    }
+
+    const RunOutcome about_;
+    const Options& options_;
+    ProgressLine& progress_;
+    std::optional<TableReport> report_;
+};
+
+bool showsTable(const Options& options) {
+    return options.format == "table" && options.output.empty();
 }
 
 std::string page(const Results& results, const Options& options) {
@@ -87,7 +138,9 @@ void writeReports(const Results& results, const Options& options) {
     for (const auto& [format, path] : options.reports) {
         writeFile(path, formatOf(format).report(results, options));
     }
-    writeResults(options, formatOf(options.format).report(results, options));
+    if (!showsTable(options)) {
+        writeResults(options, formatOf(options.format).report(results, options));
+    }
 }
 
 // The assessments that were never triggered, each as a note names it: with the number of recordings
@@ -163,9 +216,18 @@ ExitCode runAssessments(const Options& options) {
             results.drawings.push_back(drawRecording(results.file, assessed, drawing));
         };
     }
+    TableOnOutput shown(results.file, options, progress);
+    if (showsTable(options)) {
+        run.done = [&](const RecordingOutcome& recording, std::size_t count) {
+            shown.add(recording, count);
+        };
+    }
     results.outcome = vorm::evaluation::run(results.file, recordingsOf(options), run);
     const RunOutcome& outcome = results.outcome;
     progress.clear();
+    if (showsTable(options)) {
+        shown.end(outcome);
+    }
     writeReports(results, options);
     if (!options.quiet) {
         for (const RecordingOutcome& recording : outcome.recordings) {

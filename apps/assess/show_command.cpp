@@ -19,6 +19,7 @@ using namespace vorm::evaluation;
 ExplanationStyle styleOf(const Options& options) {
     ExplanationStyle style;
     style.colours = wantsColours(options);
+    style.width = terminalWidth(options);
     style.mostIntervals = options.intervals.value_or(style.mostIntervals);
     style.mostValues = options.values.value_or(style.mostValues);
     if (options.margin) {

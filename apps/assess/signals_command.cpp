@@ -13,7 +13,7 @@ ExitCode showSignals(const Options& options) {
     std::string tables;
     for (const RecordingSource& source : recordingsOf(options)) {
         surveys.emplace_back(source.name(), surveyRecording(source, layout));
-        tables += surveyReport(source.name(), surveys.back().second);
+        tables += surveyReport(source.name(), surveys.back().second, terminalWidth(options));
     }
     writeResults(options, options.format == "json" ? surveyJson(surveys) : tables);
     return ExitCode::NothingFailed;

@@ -52,12 +52,12 @@ TEST_F(Assess, TableTellsVerdictsTimesAndIntervals) {
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, R"(A drive
 
-d.csv
-  verdict    assessment  passed [s]  failed [s]  no result [s]  first failure [s]
-  FAIL       slow                 2           2              0                0.5
+d.csv, from 0 s to 12 s
+  verdict    assessment  passed  failed  no result  first failure
+  FAIL       slow           2.0     2.0          0            0.5
              fails from 0.5 s to 2.5 s
-  PASS       brakes               4           0              0                  -
-  NO_RESULT  later                0           0              2                  -
+  PASS       brakes         4.0       0          0              -
+  NO_RESULT  later            0       0        2.0              -
              nothing is known in the range from 'from' to 'to'
 
 1 passed, 1 failed, 1 without result

@@ -31,19 +31,19 @@ formula = "late >= 0 & (brake == 0 | lamp == 1)"
 
 TEST_F(Explain, TableTellsCausesAndReasons) {
     const ProgramResult result = assess("run e.toml e.csv --explain");
-    EXPECT_EQ(result.out, R"(e.csv
-  verdict  assessment  passed [s]  failed [s]  no result [s]  first failure [s]
-  FAIL     goes on            7.5         0.5              2                  3
+    EXPECT_EQ(result.out, R"(e.csv, from 0 s to 10 s
+  verdict  assessment  passed  failed  no result  first failure
+  FAIL     goes on        7.5     0.5        2.0            3.0
            fails from 3 s to 3.5 s
              because lamp == 1 is false from 4 s to 6.5 s
              (1 other set of conditions accounts for it as well)
            no result for 20 % of the range: from 8 s to 10 s
              since the window reaches beyond the recording's end at 10 s
-  FAIL     calm               2.5         3.5              0                  0
+  FAIL     calm           2.5     3.5          0            0.0
            fails from 0 s to 3.5 s
              because abs(speed) < 3 is false from 3 s to 3.5 s
              and abs(speed) < 3 is false from 5 s to 5.5 s
-  PASS     known              1.5           0            8.5                  -
+  PASS     known          1.5       0        8.5              -
            no result for 85 % of the range, first from 0 s to 3 s
              since 'late' begins at 3 s
            no result from 3.5 s to 6 s
@@ -62,10 +62,10 @@ TEST_F(Explain, JsonHoldsExplanationsAsData) {
     const auto run = report("run e.toml e.csv --explain")["recordings"][0]["assessments"];
     const auto failure = run[1]["failures"][0];
     EXPECT_EQ(failure["explanation"], nlohmann::json::parse(R"({"extent": "whole", "causes": [
-        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false,
-         "when": "from 3 s to 3.5 s", "start": 3, "end": 3.5},
-        {"formula": "abs(speed) < 3", "signals": ["speed"], "value": false,
-         "when": "from 5 s to 5.5 s", "start": 5, "end": 5.5}
+        {"formula": "abs(speed) < 3", "named": "abs(speed) < 3", "definitions": {},
+         "signals": ["speed"], "value": false, "when": "from 3 s to 3.5 s", "start": 3, "end": 3.5},
+        {"formula": "abs(speed) < 3", "named": "abs(speed) < 3", "definitions": {},
+         "signals": ["speed"], "value": false, "when": "from 5 s to 5.5 s", "start": 5, "end": 5.5}
         ], "other_sets": 0, "has_more_sets": false})"));
     EXPECT_EQ(run[0]["failures"][0]["explanation"]["other_sets"], 1);
     EXPECT_EQ(run[2]["no_result_spans"][2]["reasons"], nlohmann::json({"'late' ends at 7 s"}));

@@ -54,8 +54,9 @@ std::string why(const AssessmentResult& result, std::size_t mostIntervals) {
             lines.push_back(text);
         }
     }
+    const evaluation::TimeWriter times(result.recording.outcome().times.clock);
     for (const auto& more :
-         {failureLines(outcome, mostIntervals), openLines(outcome, mostIntervals)}) {
+         {failureLines(outcome, mostIntervals, times), openLines(outcome, mostIntervals, times)}) {
         lines.insert(lines.end(), more.begin(), more.end());
     }
     std::string text;

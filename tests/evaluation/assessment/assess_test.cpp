@@ -3,6 +3,7 @@
 #include <vorm/evaluation/assessment/explanation.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/recording/recording_in_memory.hpp>
+#include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <gtest/gtest.h>
@@ -56,7 +57,7 @@ TEST(Assess, JudgesARecording) {
     ASSERT_EQ(outcome.assessments.size(), 3U);
     EXPECT_EQ(verdictText(outcome.assessments[0]), "FAIL");
     ASSERT_EQ(outcome.assessments[0].failures.size(), 1U);
-    EXPECT_EQ(intervalText(outcome.assessments[0].failures[0]), "from 2.5 s to 3 s");
+    EXPECT_EQ(TimeWriter().interval(outcome.assessments[0].failures[0]), "from 2.5 s to 3 s");
     EXPECT_EQ(verdictText(outcome.assessments[1]), "ERROR");
     ASSERT_TRUE(outcome.assessments[1].error);
     const InputProblem& problem = outcome.assessments[1].error->problem();
@@ -64,7 +65,7 @@ TEST(Assess, JudgesARecording) {
     EXPECT_EQ(problem.where.file, "limits.toml");
     EXPECT_EQ(problem.where.line, 4U);
     ASSERT_EQ(outcome.assessments[2].failures.size(), 1U);
-    EXPECT_EQ(intervalText(outcome.assessments[2].failures[0]), "from 2.5 s to 5 s");
+    EXPECT_EQ(TimeWriter().interval(outcome.assessments[2].failures[0]), "from 2.5 s to 5 s");
     EXPECT_EQ(outcome.assessments[2].open.text(), "1");
 }
 
@@ -83,7 +84,8 @@ TEST(Assess, ExplainsARecording) {
     const Explanation explanation = explain(file, file.find("low"), twoSignals());
     EXPECT_EQ(verdictText(explanation.outcome), "FAIL");
     ASSERT_EQ(explanation.outcome.explanations.size(), 1U);
-    EXPECT_EQ(explanation.outcome.explanations[0].causes.at(0).when, "from 2.5 s to 3 s");
+    EXPECT_EQ(whenText(explanation.outcome.explanations[0].causes.at(0), TimeWriter()),
+              "from 2.5 s to 3 s");
     // The values live on when the recording is gone.
     EXPECT_EQ(explanation.subFormulas.at(1).pieces->front().getStartTime(),
               explanation.timeline.at(ExactTime()));

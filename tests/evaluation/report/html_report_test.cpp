@@ -77,7 +77,8 @@ TEST(HtmlReport, TellsIntervalsAndCausesInFull) {
     const std::string page = pageOf(limit, "t,x\n0.1,1\n0.30000000000000001,7\n2,1\n3,9\n4,1\n");
     EXPECT_EQ(between(page, "<tbody><tr><td>", "</tr>").find("0.3 s</td>"), 0U);
     EXPECT_NE(page.find("fails in 2 intervals, the first from 0.3 s to 2 s"), std::string::npos);
-    EXPECT_NE(page.find("because x &gt; 5 is true from 0.3 s to 2 s"), std::string::npos);
+    EXPECT_NE(page.find("because fast is true from 0.3 s to 2 s<br>where fast is x &gt; 5"),
+              std::string::npos);
     HtmlStyle style;
     style.mostIntervals = 1;
     EXPECT_NE(pageOf(limit, "t,x\n0,1\n1,7\n2,1\n3,9\n4,1\n", style).find("and in 1 more interval"),

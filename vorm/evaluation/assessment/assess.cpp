@@ -39,7 +39,8 @@ void takeTruth(const Task& task, const EvaluationResult& truth) {
 void takeTrigger(const Task& task, const Trigger& trigger, const EvaluationResult& truth) {
     // What fails in the trigger fails in the formula, and is told there.
     if (!truth.failure) {
-        task.outcome->trigger = formulaText(*trigger.formula, task.assessment.formula.times);
+        const Formula& formula = task.assessment.formula;
+        task.outcome->trigger = namedFormula(*trigger.formula, formula.times, formula.names).text;
         task.outcome->neverTriggered =
             detail::isFalseThroughout(task.assessment, trigger, *truth.truth);
     }
@@ -157,6 +158,7 @@ RecordingOutcome assess(const AssessmentFile& file, const Recording& recording,
     const auto assessments = chosenAssessments(file, options.only);
     RecordingOutcome outcome{
         recording.name, std::nullopt, {}, recording.remarks, recording.warnings};
+    outcome.times = recordedTimes(recording);
     outcome.assessments.resize(assessments.size());
     std::vector<SharedTruth> truths(assessments.size());
     const std::vector<Task> tasks = tasksFor(file, assessments, recording, outcome.assessments,

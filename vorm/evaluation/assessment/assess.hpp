@@ -26,13 +26,18 @@ struct RunOptions {
     bool strict = false;            ///< whether what is open at some time has not passed
     bool explain = false;           ///< whether to tell why it fails, or is open
     std::vector<std::string> only;  ///< names of the assessments to run; empty: all
-    /// Called with a short text on what is being done, from any one thread at a time.
+    // No two of these functions are called at the same time.
+
+    /// Called with a short text on what is being done, from any thread.
     std::function<void(const std::string&)> progress;
     /// For who keeps more than the outcome, such as signals to draw: called once for each recording
-    /// that could be read, when it is assessed, from any one thread at a time. The references end
-    /// with the call; pieces of signals and truths are shared and live while somebody holds them,
-    /// and without this function no truth outlives its assessment. What it throws ends the run.
+    /// that could be read, when it is assessed, from any thread. The references end with the call;
+    /// pieces of signals and truths are shared and live while somebody holds them, and without this
+    /// function no truth outlives its assessment. What it throws ends the run.
     std::function<void(const AssessedRecording&)> assessed;
+    /// For who shows results as they come: called for each recording of a run in their order, when
+    /// it and all before it are done, with the number of all, from any thread.
+    std::function<void(const RecordingOutcome&, std::size_t count)> done;
 };
 
 /// Assesses a recording. An assessment whose formula cannot be used is an error in the outcome and

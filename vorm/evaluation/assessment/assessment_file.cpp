@@ -166,9 +166,9 @@ private:
             }
         }
         Assessment assessment{name.get(), table.text("description").value_or(""),
-                              formula(table.requiredText("formula")), table.duration("from"),
-                              table.duration("to")};
-        if (assessment.from && assessment.to && *assessment.to < *assessment.from) {
+                              formula(table.requiredText("formula")), table.rangeLimit("from"),
+                              table.rangeLimit("to")};
+        if (assessment.from && assessment.to && assessment.to->isSurelyBefore(*assessment.from)) {
             document_.fail(*table.node("to"), "'to' is before 'from'");
         }
         table.refuseOthers();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/evaluation/assessment/formula_source.hpp>
+#include <vorm/evaluation/assessment/range_limit.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 #include <vorm/evaluation/recording/recording_layout.hpp>
 
@@ -23,8 +24,8 @@ struct Assessment {
     std::string name;
     std::string description;
     SourcedFormula requirement;
-    std::optional<ExactTime> from;  ///< nothing: from the first time of its signals
-    std::optional<ExactTime> to;    ///< included; nothing: to the last time of its signals
+    std::optional<RangeLimit> from;  ///< nothing: from the first time of its signals
+    std::optional<RangeLimit> to;    ///< included; nothing: to the last time of its signals
 };
 
 /// Requirements, what their formulas have in common, and how recordings for them are to be read.

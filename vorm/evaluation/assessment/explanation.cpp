@@ -57,16 +57,23 @@ std::vector<ShownNode> shownNodes(const Expression& root) {
     return shown;
 }
 
+// A definition by its name and, in front of what stands below it, its formula.
+std::string shownText(const Expression& tree, const Formula& whole) {
+    const NamedFormula named = namedFormula(tree, whole.times, whole.names);
+    const std::string formula = namedFormula(tree, whole.times, whole.names, true).text;
+    return named.text == formula ? formula : named.text + ": " + formula;
+}
+
 ExplainedFormula explained(const ShownNode& node, const evaluation::detail::NodeResults& results,
-                           const Recording& recording, const TimeTexts& times) {
+                           const Recording& recording, const Formula& whole) {
     ExplainedFormula formula;
     formula.depth = node.depth;
-    formula.text = formulaText(*node.tree, times);
+    formula.text = shownText(*node.tree, whole);
     const EvaluationResult& result = results.of(*node.tree);
     formula.pieces = result.truth ? std::make_shared<const TracePieces>(knownPieces(*result.truth))
                                   : result.pieces;
     if (result.failure) {
-        formula.failure = evaluationError(result.failure, {}, times).problem().message;
+        formula.failure = evaluationError(result.failure, {}, whole.times).problem().message;
     }
     if (const auto* signal = boost::get<variable>(node.tree)) {
         formula.enumeration = recording.find(signal->name)->type.enumeration;
@@ -91,8 +98,9 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
     Explanation explanation;
     explanation.outcome = detail::describedOutcome(assessment);
     explanation.timeline = recording.timeline;
+    explanation.times = recordedTimes(recording);
     for (const ShownNode& node : shown) {
-        explanation.subFormulas.push_back(explained(node, results, recording, formula.times));
+        explanation.subFormulas.push_back(explained(node, results, recording, formula));
     }
     AssessmentOutcome& outcome = explanation.outcome;
     const EvaluationResult& truth = results.of(formula.tree);
@@ -103,7 +111,7 @@ Explanation explain(const AssessmentFile& file, const Assessment& assessment,
     detail::judge(typed, *truth.truth, outcome);
     if (const auto trigger = triggerOf(formula.tree)) {
         const EvaluationResult& condition = results.of(*trigger->formula);
-        outcome.trigger = formulaText(*trigger->formula, formula.times);
+        outcome.trigger = namedFormula(*trigger->formula, formula.times, formula.names).text;
         outcome.neverTriggered = outcome.verdict == resultEnum_t::PASS &&
                                  detail::isFalseThroughout(typed, *trigger, *condition.truth);
     }

@@ -23,6 +23,7 @@ struct ExplainedFormula {
 struct Explanation {
     AssessmentOutcome outcome;  ///< with its explanations
     Timeline timeline;          ///< of the times of the values
+    RecordedTimes times;        ///< of the recording
     /// The formula and below it, in order, its parts; each distinct one once. Of an implication, a
     /// rise or a fall the parts are those that one reads.
     std::vector<ExplainedFormula> subFormulas;

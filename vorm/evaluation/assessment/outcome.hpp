@@ -2,8 +2,11 @@
 
 #include <vorm/assessments/value_types.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>
+#include <vorm/evaluation/formula/definition_names.hpp>
+#include <vorm/evaluation/recording/recorded_times.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/time/time_span.hpp>
+#include <vorm/evaluation/time/timeline.hpp>
 
 #include <optional>
 #include <string>
@@ -14,11 +17,12 @@ namespace vorm::evaluation {
 /// A condition that is to blame for a failure: a comparison or a bool signal that has the value
 /// throughout the span.
 struct Cause {
-    std::string condition;
+    std::string condition;             ///< in full
+    NamedFormula named;                ///< the same with definitions by their names
     std::vector<std::string> signals;  ///< that it looks at
     bool value;
     TimeSpan span;
-    std::string when;  ///< the span as a text, also where it lies just beside a time
+    Beside beside = Beside::At;  ///< of an instant
 };
 
 /// Why a requirement fails in one interval. If the causes were the opposite of what they are, it
@@ -31,6 +35,26 @@ struct FailureExplanation {
     std::vector<Cause> causes;  ///< in time order for each condition
     std::size_t otherSets = 0;  ///< how many other sets of conditions there are
     bool hasMoreSets = false;   ///< whether there may be more than that
+};
+
+/// Why a requirement is open at some time: what its formula looks at is not known.
+struct OpenReason {
+    enum class Kind {
+        NoSamples,
+        Hole,               ///< between two samples
+        SignalBegins,       ///< later than the recording
+        SignalEnds,         ///< earlier than the recording
+        RecordingBegins,    ///< only after the open time
+        RecordingEnds,      ///< already before the open time
+        WindowReachesBack,  ///< before the recording's begin
+        WindowReachesOn,    ///< beyond the recording's end
+    };
+
+    Kind kind;
+    std::string signal;
+    TimeSpan gap;  ///< of a hole; else both times are the one at which something begins or ends
+
+    friend bool operator==(const OpenReason&, const OpenReason&) = default;
 };
 
 /// What became of one assessment on one recording.
@@ -56,8 +80,8 @@ struct AssessmentOutcome {
     std::vector<TimeSpan> openSpans;  ///< where the recording cannot tell, in time order
 
     // Where explanations were asked for.
-    std::vector<FailureExplanation> explanations;       ///< of the failures
-    std::vector<std::vector<std::string>> openReasons;  ///< why the open spans are so
+    std::vector<FailureExplanation> explanations;      ///< of the failures
+    std::vector<std::vector<OpenReason>> openReasons;  ///< why the open spans are so
 
     /// Whether it passes only because its trigger, the left side of an implication, is false
     /// wherever it was looked at.
@@ -89,6 +113,7 @@ struct RecordingOutcome {
     std::vector<AssessmentOutcome> assessments;  ///< in the order of the file
     std::vector<std::string> remarks;            ///< those of the Recording, as the warnings
     std::vector<std::string> warnings;
+    RecordedTimes times = {};
 };
 
 /// The outcome of a run.

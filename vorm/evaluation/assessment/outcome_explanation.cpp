@@ -47,8 +47,8 @@ public:
         return explanations;
     }
 
-    std::vector<std::vector<std::string>> openReasons() const {
-        std::vector<std::vector<std::string>> reasons;
+    std::vector<std::vector<OpenReason>> openReasons() const {
+        std::vector<std::vector<OpenReason>> reasons;
         for (const CountedSpan& span : spansThatAre(isOpen)) {
             reasons.push_back(reasonsFor(span));
         }
@@ -67,11 +67,13 @@ private:
         for (const auto& [number, times] : conditions) {
             const JudgedNode& condition = judged_.nodes()[number];
             const std::string text = formulaText(*condition.formula, formula_.times);
+            const NamedFormula named =
+                namedFormula(*condition.formula, formula_.times, formula_.names);
             const auto signals = signalsIn(*condition.formula);
             for (const CountedSpan& span : spansOf(*condition.truth, times)) {
                 const bool value = *condition.truth->valueAt(span.first) == certainlyTrue;
-                causes.push_back({text, signals, value, spanOf(span, *condition.truth),
-                                  whenText(span, *condition.truth)});
+                causes.push_back({text, named, signals, value, spanOf(span, *condition.truth),
+                                  timeline().besideOf(span.first)});
             }
         }
         return causes;
@@ -89,22 +91,13 @@ private:
         return {start, isInstant ? start : timeline().timeAt(endOf(span, truth))};
     }
 
-    std::string whenText(const CountedSpan& span, const Truth& truth) const {
-        if (span.first == span.last) {
-            const std::string moment = timeline().textOf(span.first);
-            return (moment.starts_with("just") ? "" : "at ") + moment + " s";
-        }
-        const TimeSpan shown = spanOf(span, truth);
-        return "from " + shown.start.text() + " s to " + shown.end.text() + " s";
-    }
-
-    std::vector<std::string> reasonsFor(const CountedSpan& span) const {
+    std::vector<OpenReason> reasonsFor(const CountedSpan& span) const {
         const auto piecesOf = [&](const variable& signal) -> const TracePieces& {
             return *recording_.find(signal.name)->pieces;
         };
-        std::vector<std::string> reasons;
+        std::vector<OpenReason> reasons;
         for (const Gap& gap : gapsBehind(judged_, TimeSet(span), piecesOf)) {
-            std::string reason = reasonOf(gap, span);
+            OpenReason reason = reasonOf(gap, span);
             if (std::find(reasons.begin(), reasons.end(), reason) == reasons.end()) {
                 reasons.push_back(std::move(reason));
             }
@@ -112,26 +105,32 @@ private:
         return reasons;
     }
 
-    std::string reasonOf(const Gap& gap, const CountedSpan& span) const {
-        const std::string from = timeline().timeAt(gap.from == -infinity ? 0 : gap.from).text();
-        const std::string to = timeline().timeAt(gap.to == infinity ? 0 : gap.to).text();
-        const std::string signal = "'" + gap.signal + "'";
+    OpenReason reasonOf(const Gap& gap, const CountedSpan& span) const {
+        using Kind = OpenReason::Kind;
         if (gap.from == -infinity && gap.to == infinity) {
-            return signal + " has no samples";
+            return {Kind::NoSamples, gap.signal, {}};
         }
         if (gap.from > -infinity && gap.to < infinity) {
-            return signal + " has a hole from " + from + " s to " + to + " s";
+            return {
+                Kind::Hole, gap.signal, {timeline().timeAt(gap.from), timeline().timeAt(gap.to)}};
         }
-        if (gap.to == infinity) {
-            return gap.from < known_.last ? signal + " ends at " + from + " s"
-                   : span.first <= known_.last
-                       ? "the window reaches beyond the recording's end at " + from + " s"
-                       : "the recording ends at " + from + " s";
-        }
-        return gap.to > known_.first ? signal + " begins at " + to + " s"
-               : span.last >= known_.first
-                   ? "the window reaches back before the recording's begin at " + to + " s"
-                   : "the recording begins at " + to + " s";
+        const bool isEnd = gap.to == infinity;
+        const ExactTime time = timeline().timeAt(isEnd ? gap.from : gap.to);
+        return {isEnd ? kindOfEnd(gap, span) : kindOfBegin(gap, span), gap.signal, {time, time}};
+    }
+
+    OpenReason::Kind kindOfEnd(const Gap& gap, const CountedSpan& span) const {
+        using Kind = OpenReason::Kind;
+        return gap.from < known_.last      ? Kind::SignalEnds
+               : span.first <= known_.last ? Kind::WindowReachesOn
+                                           : Kind::RecordingEnds;
+    }
+
+    OpenReason::Kind kindOfBegin(const Gap& gap, const CountedSpan& span) const {
+        using Kind = OpenReason::Kind;
+        return gap.to > known_.first       ? Kind::SignalBegins
+               : span.last >= known_.first ? Kind::WindowReachesBack
+                                           : Kind::RecordingBegins;
     }
 
     const Recording& recording_;

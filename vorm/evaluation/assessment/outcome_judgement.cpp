@@ -24,7 +24,7 @@ std::string reasonForNoResult(const TypedAssessment& assessment) {
             return "the signal '" + signal->name + "' has no samples";
         }
     }
-    if (assessment.assessment->from || assessment.assessment->to) {
+    if (assessment.from || assessment.to) {
         return "nothing is known in the range from 'from' to 'to'";
     }
     return "its signals have no time in common, or the recording or its pieces between holes are "
@@ -42,8 +42,8 @@ AssessmentOutcome describedOutcome(const Assessment& assessment) {
 }
 
 void judge(const TypedAssessment& assessment, const Truth& truth, AssessmentOutcome& outcome) {
-    const auto& from = assessment.assessment->from;
-    const auto& to = assessment.assessment->to;
+    const auto& from = assessment.from;
+    const auto& to = assessment.to;
     if (const auto& range = assessment.range) {
         const Timeline& timeline = assessment.recording->timeline;
         Judgement judgement = evaluation::judge(truth, *range, timeline);

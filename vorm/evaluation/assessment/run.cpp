@@ -22,11 +22,16 @@ RecordingOutcome runOne(const AssessmentFile& file, const RecordingSource& sourc
     return assess(file, recording, options);
 }
 
-// For recordings that are assessed at the same time by threads of their own.
-class SharedOptions {
+// Calls what the options ask for, one call at a time, for recordings that are assessed at the same
+// time by threads of their own.
+class RunReporter {
 public:
-    SharedOptions(const RunOptions& options, unsigned atATime)
-        : options_(options), jobs_(std::max(1U, options.jobs / atATime)) {}
+    RunReporter(const RunOptions& options, unsigned atATime,
+                const std::vector<RecordingOutcome>& outcomes)
+        : options_(options),
+          jobs_(std::max(1U, options.jobs / atATime)),
+          outcomes_(outcomes),
+          isDone_(outcomes.size()) {}
 
     /// Refers to this object.
     RunOptions forRecording(std::size_t number) {
@@ -35,7 +40,7 @@ public:
         if (options_.progress) {
             options.progress = [this](const std::string& text) {
                 const std::lock_guard lock(mutex_);
-                options_.progress(text);
+                options_.progress(share() + text);
             };
         }
         if (options_.assessed) {
@@ -48,9 +53,31 @@ public:
         return options;
     }
 
+    // Recordings are done in any order, and told in their own.
+    void done(std::size_t number) {
+        const std::lock_guard lock(mutex_);
+        isDone_[number] = true;
+        ++doneCount_;
+        for (; next_ < isDone_.size() && isDone_[next_]; ++next_) {
+            if (options_.done) {
+                options_.done(outcomes_[next_], outcomes_.size());
+            }
+        }
+    }
+
 private:
+    std::string share() const {
+        return outcomes_.size() < 2 ? ""
+                                    : std::to_string(doneCount_) + " of " +
+                                          std::to_string(outcomes_.size()) + " done, ";
+    }
+
     const RunOptions& options_;
     const unsigned jobs_;
+    const std::vector<RecordingOutcome>& outcomes_;
+    std::vector<bool> isDone_;
+    std::size_t doneCount_ = 0;
+    std::size_t next_ = 0;  // to be told
     std::mutex mutex_;
 };
 
@@ -104,10 +131,11 @@ RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& r
     outcome.recordings.resize(parts.size());
     const auto atATime =
         static_cast<unsigned>(std::clamp<std::size_t>(parts.size(), 1, std::max(1U, options.jobs)));
-    SharedOptions shared(options, atATime);
+    RunReporter reporter(options, atATime, outcome.recordings);
     forEachIndex(parts.size(), atATime, [&](std::size_t i) {
         outcome.recordings[i] = errors[i] ? RecordingOutcome{parts[i].name(), errors[i], {}, {}, {}}
-                                          : runOne(file, parts[i], shared.forRecording(i));
+                                          : runOne(file, parts[i], reporter.forRecording(i));
+        reporter.done(i);
     });
     return outcome;
 }

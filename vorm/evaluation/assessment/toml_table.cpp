@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/time/time_notation.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
@@ -72,8 +73,14 @@ SourceLocation TomlDocument::placeOf(const toml::node& node) const {
 }
 
 void TomlDocument::fail(const toml::node& node, std::string message, std::string advice) const {
-    InputProblem problem;
+    InputProblem problem = problemAt(node);
     problem.message = std::move(message);
+    problem.advice = std::move(advice);
+    throw InputError(std::move(problem));
+}
+
+InputProblem TomlDocument::problemAt(const toml::node& node) const {
+    InputProblem problem;
     problem.where = placeOf(node);
     problem.excerpt = std::string(lineOf(text, problem.where.line));
     problem.caret = problem.where.column - std::min<std::size_t>(1, problem.where.column);
@@ -82,8 +89,7 @@ void TomlDocument::fail(const toml::node& node, std::string message, std::string
         node.source().end.column > node.source().begin.column) {
         problem.caretWidth = node.source().end.column - node.source().begin.column;
     }
-    problem.advice = std::move(advice);
-    throw InputError(std::move(problem));
+    return problem;
 }
 
 std::string_view TomlDocument::textAt(const toml::node& node) const {
@@ -186,6 +192,26 @@ std::optional<ExactTime> TomlTable::duration(const char* key) {
                            std::string(timeUnitNames) + " in quotes: \"500 ms\"");
     }
     return time;
+}
+
+std::optional<RangeLimit> TomlTable::rangeLimit(const char* key) {
+    const toml::node* value = node(key);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    const auto* text = value->as_string();
+    const std::string date(text != nullptr ? text->get() : document_.textAt(*value));
+    if (read(date, TimeNotation::Iso)) {
+        return RangeLimit(date, document_.problemAt(*value));
+    }
+    if (!value->is_number() && !(text != nullptr && durationOf(date))) {
+        document_.fail(*value, "'" + std::string(key) + "' is no time",
+                       "write a number of seconds, a number with one of the units " +
+                           std::string(timeUnitNames) +
+                           " in quotes, \"500 ms\", or, for recordings with dates, a date: "
+                           "\"2026-11-22 10:30:00\"");
+    }
+    return RangeLimit(*duration(key), document_.problemAt(*value));
 }
 
 std::optional<std::vector<std::string>> TomlTable::texts(const char* key) {

@@ -4,6 +4,7 @@
 // Every failure is an InputError at the value in question, and what nobody asked for is refused.
 
 #include <vorm/evaluation/assessment/formula_source.hpp>
+#include <vorm/evaluation/assessment/range_limit.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
 
@@ -27,6 +28,8 @@ struct TomlDocument {
     TomlDocument(std::string_view content, std::string documentName);
 
     SourceLocation placeOf(const toml::node& node) const;
+    /// A problem at a value, without its message.
+    InputProblem problemAt(const toml::node& node) const;
     [[noreturn]] void fail(const toml::node& node, std::string message,
                            std::string advice = {}) const;
     /// What stands in the file for a value.
@@ -46,6 +49,8 @@ public:
     std::optional<std::size_t> choice(const char* key, const std::vector<std::string>& choices);
     /// A number of seconds, or a text such as "500 ms".
     std::optional<ExactTime> duration(const char* key);
+    /// As duration, or a date: `2026-11-22 10:30:00`, in quotes or not.
+    std::optional<RangeLimit> rangeLimit(const char* key);
     /// A text, or an array of texts that is not empty.
     std::optional<std::vector<std::string>> texts(const char* key);
     /// The value itself, or null.

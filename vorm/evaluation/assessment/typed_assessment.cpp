@@ -38,18 +38,29 @@ Formula placingErrors(const AssessmentFile& file, const FormulaSource& source, B
     }
 }
 
-std::optional<CountedSpan> rangeOf(const Assessment& assessment, std::optional<CountedSpan> range,
-                                   const Timeline& timeline) {
-    if (!range && assessment.from && assessment.to) {
+// Of the times that an assessment states, in the recording, and of what is known.
+void placeRange(const Assessment& assessment, TypedAssessment& typed) {
+    const Recording& recording = *typed.recording;
+    if (assessment.from) {
+        typed.from = assessment.from->timeIn(recording);
+    }
+    if (assessment.to) {
+        typed.to = assessment.to->timeIn(recording);
+    }
+    if (typed.from && typed.to && *typed.to < *typed.from) {
+        throw assessment.to->error("'to' is before 'from'");
+    }
+    std::optional<CountedSpan> range = typed.known;
+    if (!range && typed.from && typed.to) {
         range.emplace();
     }
-    if (range && assessment.from) {
-        range->first = timeline.at(*assessment.from);
+    if (range && typed.from) {
+        range->first = recording.timeline.at(*typed.from);
     }
-    if (range && assessment.to) {
-        range->last = timeline.at(*assessment.to);
+    if (range && typed.to) {
+        range->last = recording.timeline.at(*typed.to);
     }
-    return range && range->first <= range->last ? range : std::nullopt;
+    typed.range = range && range->first <= range->last ? range : std::nullopt;
 }
 
 }  // namespace
@@ -122,8 +133,11 @@ TypedAssessment typedAssessment(const AssessmentFile& file, const Assessment& as
     Formula formula = typedFormula(file, assessment, names);
     auto signals = signalsOf(formula, recording);
     const auto known = knownRange(signals);
-    const auto range = rangeOf(assessment, known, recording.timeline);
-    return {&assessment, &recording, std::move(formula), std::move(signals), known, range};
+    TypedAssessment typed{
+        &assessment,  &recording, std::move(formula), std::move(signals), std::nullopt,
+        std::nullopt, known,      std::nullopt};
+    placeRange(assessment, typed);
+    return typed;
 }
 
 }  // namespace vorm::evaluation

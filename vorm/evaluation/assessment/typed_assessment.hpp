@@ -42,12 +42,14 @@ struct TypedAssessment {
     const Recording* recording;
     Formula formula;
     std::vector<const Signal*> signals;  ///< that the formula reads
+    std::optional<ExactTime> from;       ///< where the assessment says so
+    std::optional<ExactTime> to;         ///< where the assessment says so
     std::optional<CountedSpan> known;    ///< from the first to the last time at which one is known
     std::optional<CountedSpan> range;    ///< nothing where its signals have no samples there
 };
 
 /// The same assessment for a recording, both of which it refers to; `names` are those of the
-/// recording. Throws InputError as typedFormula does.
+/// recording. Throws InputError as typedFormula does, and for a range that is none.
 TypedAssessment typedAssessment(const AssessmentFile& file, const Assessment& assessment,
                                 const FormulaNames& names, const Recording& recording);
 

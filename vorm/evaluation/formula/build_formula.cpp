@@ -28,6 +28,7 @@ private:
     Definitions definitions_;
     NodeBuilder nodes_;
     std::set<std::string> signals_;
+    DefinitionNames names_;
 };
 
 SignalType orDouble(const OperandType& type) {
@@ -76,7 +77,7 @@ Formula FormulaBuilder::build(const ParsedFormula& formula) {
     std::vector<OperandType> types = definitions_.typesOf(formula);
     const SignalType type = orDouble(types.back());
     Expression tree = build(formula, std::move(types), type);
-    return {std::move(tree), type, std::move(signals_), nodes_.times()};
+    return {std::move(tree), type, std::move(signals_), nodes_.times(), std::move(names_)};
 }
 
 Expression FormulaBuilder::build(const ParsedFormula& formula, std::vector<OperandType> types,
@@ -109,9 +110,11 @@ Expression FormulaBuilder::leaf(const ParsedFormula& formula, const std::vector<
 
 Expression FormulaBuilder::name(const SyntaxNode& node, const OperandType& type) {
     if (const ParsedFormula* definition = definitions_.find(node.text)) {
-        return withinDefinition(node.text, [&] {
+        Expression tree = withinDefinition(node.text, [&] {
             return build(*definition, definitions_.typesOf(node.text), type.type);
         });
+        names_.add(node.text, tree);
+        return tree;
     }
     signals_.insert(node.text);
     return signalOf(node.text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/assessments/expression/expression.hpp>
+#include <vorm/evaluation/formula/definition_names.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
@@ -85,6 +86,7 @@ struct Formula {
     SignalType type;                ///< of its values
     std::set<std::string> signals;  ///< the names of the signals that it reads, also by definitions
     TimeTexts times;                ///< how its times were written
+    DefinitionNames names;          ///< of the definitions that it uses
 };
 
 /// Types a formula and builds its tree.

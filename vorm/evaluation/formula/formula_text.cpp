@@ -1,6 +1,8 @@
 #include "alias_form.hpp"
+#include "definition_names.hpp"
 #include "formula.hpp"
 #include "literal_text.hpp"
+#include "node_counts.hpp"
 #include "spellings.hpp"
 #include "syntax_tree.hpp"
 
@@ -10,6 +12,8 @@
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
 
+#include <algorithm>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -17,6 +21,9 @@ namespace vorm::evaluation {
 namespace {
 
 using namespace assessments;
+
+// A tree and the name of its definition.
+using Named = std::pair<const Expression, std::string>;
 
 // Where a part of a formula stands.
 struct Place {
@@ -28,9 +35,14 @@ struct Place {
 // Writes a formula part by part from a list of its own, since trees can be deeper than the stack.
 class FormulaWriter : public boost::static_visitor<> {
 public:
-    explicit FormulaWriter(const TimeTexts& times) : times_(times) {}
+    FormulaWriter(const TimeTexts& times, const DefinitionNames& names)
+        : times_(times), names_(names) {}
 
-    std::string write(const Expression& formula) &&;
+    /// All of the formula, or its name.
+    std::string write(const Expression& formula, bool mayBeName) &&;
+
+    /// The definitions that stand in what was written by their names.
+    const std::vector<const Named*>& named() const { return named_; }
 
     void operator()(const nilClass&) const {
         throw std::invalid_argument("the formula has an empty part");
@@ -76,20 +88,38 @@ private:
     void later(const Expression& tree, const Place& place) { parts_.push_back({&tree, place, ""}); }
     void later(std::string_view text) { parts_.push_back({nullptr, {}, std::string(text)}); }
 
+    bool writeName(const Expression& tree, const NodeCounts& counts);
+
     const TimeTexts& times_;
+    const DefinitionNames& names_;
+    std::vector<const Named*> named_;
     std::string text_;
     Place place_;
     std::vector<Part> parts_;
 };
 
-std::string FormulaWriter::write(const Expression& formula) && {
+bool FormulaWriter::writeName(const Expression& tree, const NodeCounts& counts) {
+    const Named* named = names_.hasOneOf(counts.of(tree)) ? names_.find(tree) : nullptr;
+    if (named != nullptr) {
+        text_ += nameText(named->second);
+        named_.push_back(named);
+    }
+    return named != nullptr;
+}
+
+std::string FormulaWriter::write(const Expression& formula, bool mayBeName) && {
+    std::optional<NodeCounts> counts;
+    if (!names_.empty()) {
+        counts.emplace(formula);
+    }
     later(formula, {});
     while (!parts_.empty()) {
         const Part part = std::move(parts_.back());
         parts_.pop_back();
         if (part.tree == nullptr) {
             text_ += part.text;
-        } else {
+        } else if (!counts || (part.tree == &formula && !mayBeName) ||
+                   !writeName(*part.tree, *counts)) {
             place_ = part.place;
             boost::apply_visitor(*this, *part.tree);
         }
@@ -136,7 +166,25 @@ void FormulaWriter::operator()(const alias& node) {
 }  // namespace
 
 std::string formulaText(const Expression& formula, const TimeTexts& times) {
-    return FormulaWriter(times).write(formula);
+    return FormulaWriter(times, {}).write(formula, false);
+}
+
+NamedFormula namedFormula(const Expression& formula, const TimeTexts& times,
+                          const DefinitionNames& names, bool isItsDefinition) {
+    FormulaWriter writer(times, names);
+    NamedFormula written{std::move(writer).write(formula, !isItsDefinition), {}};
+    std::vector<const Named*> pending = writer.named();
+    for (std::size_t i = 0; i < pending.size(); ++i) {
+        if (std::find(pending.begin(), pending.begin() + static_cast<std::ptrdiff_t>(i),
+                      pending[i]) != pending.begin() + static_cast<std::ptrdiff_t>(i)) {
+            continue;
+        }
+        FormulaWriter body(times, names);
+        written.definitions.push_back(
+            {pending[i]->second, std::move(body).write(pending[i]->first, false)});
+        pending.insert(pending.end(), body.named().begin(), body.named().end());
+    }
+    return written;
 }
 
 }  // namespace vorm::evaluation

@@ -4,6 +4,7 @@
 #include <vorm/evaluation/signal/signal.hpp>
 #include <vorm/evaluation/source/recording_source.hpp>
 #include <vorm/evaluation/time/timeline.hpp>
+#include <vorm/evaluation/time/wall_clock.hpp>
 
 #include <cstdint>
 #include <functional>
@@ -18,7 +19,9 @@ namespace vorm::evaluation {
 /// The signals of a recording.
 struct Recording {
     std::string name;
-    Timeline timeline;                        ///< of the signals' times
+    Timeline timeline;  ///< of the signals' times
+    /// Of a recording whose times are all dates; nothing where time 0 of some file is another one.
+    std::optional<WallClock> clock;
     std::vector<Signal> signals;              ///< in the order of the files and their columns
     std::vector<std::string> availableNames;  ///< also of signals that were not asked for
     /// Why files of a folder were left out: a signal that is nowhere else may be in one of them.

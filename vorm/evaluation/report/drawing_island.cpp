@@ -51,7 +51,10 @@ class IslandWriter {
 public:
     IslandWriter(const RecordingDrawing& drawing, const RecordingOutcome& outcome,
                  std::size_t mostExplained)
-        : drawing_(drawing), outcome_(outcome), mostExplained_(mostExplained) {
+        : drawing_(drawing),
+          outcome_(outcome),
+          times_(outcome.times.clock),
+          mostExplained_(mostExplained) {
         origin_ = wholeSeconds(firstTime());
     }
 
@@ -141,7 +144,7 @@ private:
         return listJson(causes, [&](const Cause* cause) {
             return R"({"signals":)" + positionsJson(cause->signals) + R"(,"from":)" +
                    timeJson(cause->span.start) + R"(,"to":)" + timeJson(cause->span.end) +
-                   R"(,"text":)" + jsonText(causeText(*cause)) + "}";
+                   R"(,"text":)" + jsonText(causeText(*cause, times_)) + "}";
         });
     }
 
@@ -157,6 +160,7 @@ private:
 
     const RecordingDrawing& drawing_;
     const RecordingOutcome& outcome_;
+    const TimeWriter times_;
     const std::size_t mostExplained_;
     ExactTime origin_;
 };

@@ -3,6 +3,7 @@
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
+#include <vorm/evaluation/report/time_writer.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
 
@@ -10,7 +11,6 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <sstream>
 
 namespace vorm::evaluation {
 namespace {
@@ -96,10 +96,17 @@ std::vector<double> shownTimes(const TimedTrace_T<T>& part, double from, double 
     return times;
 }
 
-// `1 at 0, 3 at 2, ..., 2 at 9`: dots for what is left out.
+// One value of a course, or without a time some that are left out.
+struct CourseValue {
+    std::string text;
+    std::optional<double> time;  // as the timeline counts
+};
+
+using Course = std::vector<CourseValue>;
+
 template <class T>
 void addCourse(const TimedTrace_T<T>& trace, const Window& window, std::size_t most,
-               const ValueText& text, const Timeline& timeline, std::vector<std::string>& course) {
+               const ValueText& text, Course& course) {
     const double from = std::max(window.from, trace.points.front().time);
     const double to = std::min(window.to, trace.lastKnownTime);
     if (!(from <= to)) {
@@ -113,107 +120,156 @@ void addCourse(const TimedTrace_T<T>& trace, const Window& window, std::size_t m
             leavesOut = true;
         }
         if (leavesOut) {
-            course.emplace_back("...");
+            course.push_back({"...", std::nullopt});
         }
     };
     for (const double time : shownTimes(part, from, to, window, most)) {
         passUpTo(time);
-        course.push_back(text(*part.valueAt(time)) + " at " + timeline.textOf(time));
+        course.push_back({text(*part.valueAt(time)) + " at ", time});
         point += point != part.points.end() && std::max(from, point->time) == time ? 1 : 0;
     }
     passUpTo(std::numeric_limits<double>::infinity());
 }
 
-std::string courseText(const ExplainedFormula& formula, const Window& window, std::size_t most,
-                       const Timeline& timeline) {
+Course courseOf(const ExplainedFormula& formula, const Window& window, std::size_t most) {
     if (formula.pieces == nullptr) {
-        return "could not be evaluated";
+        return {{"could not be evaluated", std::nullopt}};
     }
     const ValueText text(formula.enumeration.get());
-    std::vector<std::string> course;
+    Course course;
     const TracePieces& pieces = *formula.pieces;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        pieces[i].visit(
-            [&](const auto& trace) { addCourse(trace, window, most, text, timeline, course); });
+        pieces[i].visit([&](const auto& trace) { addCourse(trace, window, most, text, course); });
         const double end = support::nextTime(pieces[i].getLastKnownTime());
         const bool goesOn = i + 1 < pieces.size() && pieces[i + 1].getStartTime() <= end;
         if (window.from < end && end <= window.to && !goesOn) {
-            course.push_back("no result from " + timeline.textOf(end));
+            course.push_back({"no result from ", end});
         }
     }
-    std::string joined;
-    for (const std::string& value : course) {
-        joined += (joined.empty() ? "" : ", ") + value;
+    return course.empty() ? Course{{"not known here", std::nullopt}} : course;
+}
+
+// `1 at 0, 3 at 2, ..., 2 at 9`
+std::string courseText(const Course& course, const Timeline& timeline, const TimeWriter& times) {
+    std::string text;
+    for (const CourseValue& value : course) {
+        text += (text.empty() ? "" : ", ") + value.text;
+        if (value.time) {
+            text += times.number(timeline.timeAt(*value.time), timeline.besideOf(*value.time));
+        }
     }
-    return joined.empty() ? "not known here" : joined;
+    return text;
 }
 
 class ReportWriter {
 public:
     ReportWriter(const Explanation& explanation, const ExplanationStyle& style)
-        : explanation_(explanation), style_(style) {}
+        : explanation_(explanation), style_(style), times_(explanation.times) {}
 
     std::string write() {
         const AssessmentOutcome& outcome = explanation_.outcome;
-        out_ << verdictText(outcome) << "  " << outcome.name << "\n";
-        if (!outcome.description.empty()) {
-            out_ << "  " << outcome.description << "\n";
-        }
+        writeLines(verdictText(outcome) + "  " + outcome.name, 0);
+        writeLines(outcome.description, 2);
         for (const std::string& text :
              {errorText(outcome.error), outcome.reason, neverTriggeredText(outcome)}) {
-            std::istringstream lines(text);
-            for (std::string line; std::getline(lines, line);) {
-                out_ << "  " << line << "\n";
-            }
+            writeLines(text, 2);
         }
-        for (const std::string& line : openLines(outcome, style_.mostIntervals)) {
-            out_ << "  " << line << "\n";
+        for (const std::string& line : openLines(outcome, style_.mostIntervals, times_)) {
+            writeLines(line, 2);
         }
         writeIntervals();
-        return std::move(out_).str();
+        return std::move(out_);
     }
 
 private:
+    void writeLines(const std::string& text, std::size_t indent) {
+        out_ += indentedLines(text, {std::string(indent, ' '), style_.colours, style_.width});
+    }
+
     void writeIntervals() {
         const auto& failures = explanation_.outcome.failures;
         const std::size_t shown = std::min(failures.size(), style_.mostIntervals);
         for (std::size_t i = 0; i < shown; ++i) {
-            out_ << "\n" << marked("fails " + intervalText(failures[i])) << "\n";
-            for (const std::string& line :
-                 causeLines(explanation_.outcome.explanations[i], style_.mostValues)) {
-                out_ << "  " << line << "\n";
-            }
-            writeCourses(around(i, explanation_, style_));
+            writeFailure(i);
         }
         if (failures.empty() && !explanation_.outcome.error) {
             const Timeline& timeline = explanation_.timeline;
-            writeCourses({timeline.at(explanation_.outcome.from),
-                          timeline.at(explanation_.outcome.to), std::nullopt});
+            const Window whole{timeline.at(explanation_.outcome.from),
+                               timeline.at(explanation_.outcome.to), std::nullopt};
+            const auto courses = coursesIn(whole);
+            writeCourses(whole, courses, times_.tellingApart(timesOf(whole, courses)));
         }
         if (shown < failures.size()) {
-            out_ << "\n" << moreIntervalsText(failures.size() - shown) << "\n";
+            out_ += "\n";
+            writeLines(moreIntervalsText(failures.size() - shown), 0);
         }
     }
 
-    void writeCourses(const Window& window) {
-        const Timeline& timeline = explanation_.timeline;
-        out_ << "  values from " << timeline.textOf(window.from) << " s to "
-             << timeline.textOf(window.to) << " s:\n";
-        TextTable table;
+    void writeFailure(std::size_t number) {
+        const TimeSpan& failure = explanation_.outcome.failures[number];
+        const FailureExplanation& causes = explanation_.outcome.explanations[number];
+        const Window window = around(number, explanation_, style_);
+        const std::vector<Course> courses = coursesIn(window);
+        std::vector<ExactTime> named = timesOf(window, courses);
+        named.insert(named.end(), {failure.start, failure.end});
+        for (const Cause& cause : causes.causes) {
+            named.insert(named.end(), {cause.span.start, cause.span.end});
+        }
+        const TimeWriter times = times_.tellingApart(std::move(named));
+        const std::string head = "fails " + times.interval(failure);
+        out_ += "\n" + (style_.colours ? coloured(head, Colour::Red) : head) + "\n";
+        for (const std::string& line : causeLines(causes, style_.mostValues, times)) {
+            writeLines(line, 2);
+        }
+        writeCourses(window, courses, times);
+    }
+
+    std::vector<Course> coursesIn(const Window& window) const {
+        std::vector<Course> courses;
         for (const ExplainedFormula& formula : explanation_.subFormulas) {
-            table.addRow({{std::string(2 * formula.depth, ' ') + formula.text},
-                          {courseText(formula, window, style_.mostValues, timeline)}});
+            courses.push_back(courseOf(formula, window, style_.mostValues));
         }
-        out_ << table.text("    ", style_.colours);
+        return courses;
     }
 
-    std::string marked(const std::string& text) const {
-        return style_.colours ? coloured(text, Colour::Red) : text;
+    std::vector<ExactTime> timesOf(const Window& window, const std::vector<Course>& courses) const {
+        const Timeline& timeline = explanation_.timeline;
+        std::vector<ExactTime> times{timeline.timeAt(window.from), timeline.timeAt(window.to)};
+        for (const Course& course : courses) {
+            for (const CourseValue& value : course) {
+                if (value.time) {
+                    times.push_back(timeline.timeAt(*value.time));
+                }
+            }
+        }
+        return times;
+    }
+
+    void writeCourses(const Window& window, const std::vector<Course>& courses,
+                      const TimeWriter& times) {
+        const Timeline& timeline = explanation_.timeline;
+        writeLines("values from " + times.number(timeline.timeAt(window.from)) + " s to " +
+                       times.number(timeline.timeAt(window.to)) + " s:",
+                   2);
+        TextTable table;
+        std::string list;
+        for (std::size_t i = 0; i < courses.size(); ++i) {
+            const ExplainedFormula& formula = explanation_.subFormulas[i];
+            const std::string text = courseText(courses[i], timeline, times);
+            const std::string indent(2 * formula.depth, ' ');
+            table.addRow({{indent + formula.text}, {text}});
+            list += indentedLines(formula.text, {"    " + indent, false, style_.width}) +
+                    indentedLines(text, {"        " + indent, false, style_.width});
+        }
+        // Side by side where the lines are not too long for that.
+        const bool fits = !style_.width || table.columns() + 4 <= *style_.width;
+        out_ += fits ? table.text({"    ", style_.colours, std::nullopt}) : list;
     }
 
     const Explanation& explanation_;
     const ExplanationStyle& style_;
-    std::ostringstream out_;
+    const TimeWriter times_;
+    std::string out_;
 };
 
 }  // namespace

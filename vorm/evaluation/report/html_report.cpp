@@ -95,13 +95,13 @@ std::string textOf(const Mark& mark) {
     return std::string(mark.sign) + " " + mark.text;
 }
 
-std::string noteOf(const AssessmentOutcome& outcome) {
+std::string noteOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     const std::size_t count = outcome.failures.size();
     if (count == 1) {
-        return "fails " + intervalText(outcome.failures.front());
+        return "fails " + times.interval(outcome.failures.front());
     }
     return count > 1 ? "fails in " + std::to_string(count) + " intervals, the first " +
-                           intervalText(outcome.failures.front())
+                           times.interval(outcome.failures.front())
                      : "";
 }
 
@@ -111,15 +111,15 @@ std::string fact(const std::string& name, const std::string& value) {
                : element("div", "", textElement("dt", "", name) + textElement("dd", "", value));
 }
 
-std::string factsOf(const AssessmentOutcome& outcome) {
+std::string factsOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     if (outcome.error) {
         return "";
     }
     const auto length = [](ExactTime time) { return durationText(time) + " s"; };
-    std::string facts = fact("range", outcome.from.text() + " s to " + outcome.to.text() + " s") +
-                        fact("passed", length(outcome.passed)) +
-                        fact("failed", length(outcome.failed)) +
-                        fact("no result", length(outcome.open));
+    std::string facts =
+        fact("range", times.moment(outcome.from) + " to " + times.moment(outcome.to)) +
+        fact("passed", length(outcome.passed)) + fact("failed", length(outcome.failed)) +
+        fact("no result", length(outcome.open));
     if (outcome.leastRobustness) {
         facts += fact("robustness", robustnessText(outcome));
     }
@@ -139,7 +139,8 @@ std::string cell(const std::vector<std::string>& lines) {
 // The lines that a table shows of each interval, by its position.
 template <class Why>
 std::string intervalTable(const std::string& caption, const std::string& attributes,
-                          const std::vector<TimeSpan>& spans, std::size_t most, const Why& why) {
+                          const std::vector<TimeSpan>& spans, std::size_t most,
+                          const TimeWriter& times, const Why& why) {
     if (spans.empty()) {
         return "";
     }
@@ -148,7 +149,7 @@ std::string intervalTable(const std::string& caption, const std::string& attribu
     for (std::size_t i = 0; i < shown; ++i) {
         const TimeSpan& span = spans[i];
         rows += element("tr", "",
-                        cell({span.start.text() + " s"}) + cell({span.end.text() + " s"}) +
+                        cell({times.moment(span.start)}) + cell({times.moment(span.end)}) +
                             cell({span.isInstant() ? "an instant" : span.length().text() + " s"}) +
                             cell(why(i)));
     }
@@ -298,30 +299,37 @@ private:
 
     std::string assessment(std::size_t recording, std::size_t number) const {
         const AssessmentOutcome& outcome = run_.recordings[recording].assessments[number];
+        const TimeWriter times(run_.recordings[recording].times.clock);
         const Mark mark = markOf(outcome, run_.strict);
         const std::string summary =
             element("summary", "",
                     textElement("h3", "", outcome.name) +
                         textElement("span", "class=\"verdict\"", textOf(mark)) +
-                        textElement("span", "class=\"note\"", noteOf(outcome)));
+                        textElement("span", "class=\"note\"", noteOf(outcome, times)));
         const auto noReason = std::vector<std::string>();
         const auto failure = [&](std::size_t i) {
             return i < outcome.explanations.size()
-                       ? causeLines(outcome.explanations[i], mostCausesShown)
+                       ? causeLines(outcome.explanations[i], mostCausesShown, times)
                        : noReason;
         };
         const auto openness = [&](std::size_t i) {
-            return i < outcome.openReasons.size() ? outcome.openReasons[i] : noReason;
+            std::vector<std::string> reasons;
+            if (i < outcome.openReasons.size()) {
+                for (const OpenReason& reason : outcome.openReasons[i]) {
+                    reasons.push_back(reasonText(reason, times));
+                }
+            }
+            return reasons;
         };
-        const std::string rest = definitions(outcome) +
-                                 textElement("pre", "class=\"error\"", errorText(outcome.error)) +
-                                 textElement("p", "class=\"reason\"", outcome.reason) +
-                                 textElement("p", "class=\"reason\"", neverTriggeredText(outcome)) +
-                                 factsOf(outcome) + plots(recording, number) +
-                                 intervalTable("Failing intervals", "class=\"intervals\"",
-                                               outcome.failures, style_.mostIntervals, failure) +
-                                 intervalTable("Times without result", "class=\"intervals open\"",
-                                               outcome.openSpans, style_.mostIntervals, openness);
+        const std::string rest =
+            definitions(outcome) + textElement("pre", "class=\"error\"", errorText(outcome.error)) +
+            textElement("p", "class=\"reason\"", outcome.reason) +
+            textElement("p", "class=\"reason\"", neverTriggeredText(outcome)) +
+            factsOf(outcome, times) + plots(recording, number) +
+            intervalTable("Failing intervals", "class=\"intervals\"", outcome.failures,
+                          style_.mostIntervals, times, failure) +
+            intervalTable("Times without result", "class=\"intervals open\"", outcome.openSpans,
+                          style_.mostIntervals, times, openness);
         // With scripts a browser reads noscript as one text, and so a page of thousands at once;
         // unfolding.js makes elements of it when the assessment is opened.
         return element("details",

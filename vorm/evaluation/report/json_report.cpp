@@ -1,5 +1,6 @@
 #include "json_report.hpp"
 
+#include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <nlohmann/json.hpp>
@@ -33,10 +34,16 @@ Json problemOf(const std::optional<InputError>& error) {
             {"advice", textOrNull(problem.advice)}};
 }
 
-Json spansOf(const std::vector<TimeSpan>& spans) {
+// With their dates where the recording has dates.
+Json spansOf(const std::vector<TimeSpan>& spans, const TimeWriter& times) {
     Json list = Json::array();
     for (const TimeSpan& span : spans) {
-        list.push_back({{"start", span.start.seconds()}, {"end", span.end.seconds()}});
+        Json json = {{"start", span.start.seconds()}, {"end", span.end.seconds()}};
+        if (const std::string start = times.date(span.start); !start.empty()) {
+            json["start_date"] = start;
+            json["end_date"] = times.date(span.end);
+        }
+        list.push_back(std::move(json));
     }
     return list;
 }
@@ -53,13 +60,19 @@ const char* extentName(CauseExtent extent) {
     return "part";
 }
 
-Json explanationOf(const FailureExplanation& explanation) {
+Json explanationOf(const FailureExplanation& explanation, const TimeWriter& times) {
     Json causes = Json::array();
     for (const Cause& cause : explanation.causes) {
+        Json definitions = Json::object();
+        for (const DefinitionText& definition : cause.named.definitions) {
+            definitions[definition.name] = definition.formula;
+        }
         causes.push_back({{"formula", cause.condition},
+                          {"named", cause.named.text},
+                          {"definitions", std::move(definitions)},
                           {"signals", cause.signals},
                           {"value", cause.value},
-                          {"when", cause.when},
+                          {"when", whenText(cause, times)},
                           {"start", cause.span.start.seconds()},
                           {"end", cause.span.end.seconds()}});
     }
@@ -69,18 +82,21 @@ Json explanationOf(const FailureExplanation& explanation) {
             {"has_more_sets", explanation.hasMoreSets}};
 }
 
-Json failuresOf(const AssessmentOutcome& outcome) {
-    Json failures = spansOf(outcome.failures);
+Json failuresOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
+    Json failures = spansOf(outcome.failures, times);
     for (std::size_t i = 0; i < outcome.explanations.size(); ++i) {
-        failures[i]["explanation"] = explanationOf(outcome.explanations[i]);
+        failures[i]["explanation"] = explanationOf(outcome.explanations[i], times);
     }
     return failures;
 }
 
-Json openSpansOf(const AssessmentOutcome& outcome) {
-    Json spans = spansOf(outcome.openSpans);
+Json openSpansOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
+    Json spans = spansOf(outcome.openSpans, times);
     for (std::size_t i = 0; i < outcome.openReasons.size(); ++i) {
-        spans[i]["reasons"] = outcome.openReasons[i];
+        Json& reasons = spans[i]["reasons"] = Json::array();
+        for (const OpenReason& reason : outcome.openReasons[i]) {
+            reasons.push_back(reasonText(reason, times));
+        }
     }
     return spans;
 }
@@ -105,7 +121,7 @@ Json numberOrNull(std::optional<double> number) {
     return number && std::isfinite(*number) ? Json(*number + 0.0) : Json(nullptr);
 }
 
-Json assessmentOf(const AssessmentOutcome& outcome) {
+Json assessmentOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     Json json = {{"name", outcome.name},
                  {"description", textOrNull(outcome.description)},
                  {"formula", outcome.formula},
@@ -123,8 +139,8 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
     }
     json["first_failure"] =
         outcome.failures.empty() ? Json(nullptr) : Json(outcome.failures.front().start.seconds());
-    json["failures"] = failuresOf(outcome);
-    json["no_result_spans"] = openSpansOf(outcome);
+    json["failures"] = failuresOf(outcome, times);
+    json["no_result_spans"] = openSpansOf(outcome, times);
     json["no_result_share"] = isJudged ? Json(outcome.openShare()) : Json(nullptr);
     json["passed_strictly"] = outcome.passesThroughout();
     json["never_triggered"] = outcome.neverTriggered;
@@ -138,14 +154,19 @@ Json assessmentOf(const AssessmentOutcome& outcome) {
 }
 
 Json recordingOf(const RecordingOutcome& recording) {
+    const auto& clock = recording.times.clock;
+    const TimeWriter times(clock);
     Json assessments = Json::array();
     for (const AssessmentOutcome& outcome : recording.assessments) {
-        assessments.push_back(assessmentOf(outcome));
+        assessments.push_back(assessmentOf(outcome, times));
     }
-    return {
-        {"recording", recording.recording},      {"error", textOrNull(errorText(recording.error))},
-        {"problem", problemOf(recording.error)}, {"read_as", recording.remarks},
-        {"warnings", recording.warnings},        {"assessments", std::move(assessments)}};
+    return {{"recording", recording.recording},
+            {"error", textOrNull(errorText(recording.error))},
+            {"problem", problemOf(recording.error)},
+            {"read_as", recording.remarks},
+            {"warnings", recording.warnings},
+            {"zone", clock ? Json(clock->zoneName()) : Json(nullptr)},
+            {"assessments", std::move(assessments)}};
 }
 
 }  // namespace

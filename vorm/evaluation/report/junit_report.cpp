@@ -59,43 +59,44 @@ std::string detailsOf(const AssessmentOutcome& outcome, const std::vector<std::s
 }
 
 // What is to be known of a verdict, whichever it is.
-std::string notesOf(const AssessmentOutcome& outcome) {
+std::string notesOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     std::string notes = neverTriggeredText(outcome);
     notes += notes.empty() ? "" : "\n";
-    for (const std::string& line : openLines(outcome, allIntervals)) {
+    for (const std::string& line : openLines(outcome, allIntervals, times)) {
         notes += line + "\n";
     }
     return notes;
 }
 
 // What fails only because the run is strict.
-void addStrictFailure(pugi::xml_node testCase, const AssessmentOutcome& outcome) {
+void addStrictFailure(pugi::xml_node testCase, const AssessmentOutcome& outcome,
+                      const TimeWriter& times) {
     if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "failure", "no result, and --strict is on: " + outcome.reason,
                    detailsOf(outcome, {}));
         return;
     }
     addProblem(testCase, "failure",
-               "no result " + intervalText(outcome.openSpans.front()) + ", and --strict is on",
-               detailsOf(outcome, openLines(outcome, allIntervals)));
+               "no result " + times.interval(outcome.openSpans.front()) + ", and --strict is on",
+               detailsOf(outcome, openLines(outcome, allIntervals, times)));
 }
 
 void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
-                   const AssessmentOutcome& outcome) {
+                   const AssessmentOutcome& outcome, const TimeWriter& times) {
     pugi::xml_node testCase = suite.append_child("testcase");
     set(testCase, "classname", file);
     set(testCase, "name", outcome.name);
     if (outcome.error) {
         addError(testCase, *outcome.error);
     } else if (outcome.verdict == resultEnum_t::FAIL) {
-        addProblem(testCase, "failure", "fails " + intervalText(outcome.failures.front()),
-                   detailsOf(outcome, failureLines(outcome, allIntervals)));
+        addProblem(testCase, "failure", "fails " + times.interval(outcome.failures.front()),
+                   detailsOf(outcome, failureLines(outcome, allIntervals, times)));
     } else if (strict && !outcome.passesThroughout()) {
-        addStrictFailure(testCase, outcome);
+        addStrictFailure(testCase, outcome, times);
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");
     }
-    const std::string notes = notesOf(outcome);
+    const std::string notes = notesOf(outcome, times);
     if (!notes.empty()) {
         testCase.append_child("system-out").text().set(xmlText(notes).c_str());
     }
@@ -120,8 +121,9 @@ void addRecording(pugi::xml_node suites, const std::string& file, bool strict,
         set(testCase, "name", "reading the recording");
         addError(testCase, *recording.error);
     }
+    const TimeWriter times(recording.times.clock);
     for (const AssessmentOutcome& outcome : recording.assessments) {
-        addAssessment(suite, file, strict, outcome);
+        addAssessment(suite, file, strict, outcome, times);
     }
 }
 

@@ -136,24 +136,28 @@ std::string linesOn(const FileSurvey& file, const std::string& recording) {
         text += (text.empty() ? "" : "; ") + withoutControls(remark);
     }
     if (!text.empty()) {
-        text = "  " + (file.file == recording ? "" : file.file + ": ") + text + "\n";
+        text = (file.file == recording ? "" : file.file + ": ") + text + "\n";
     }
     for (const std::string& warning : file.warnings) {
-        text += "  " + withoutControls(warning) + "\n";
+        text += withoutControls(warning) + "\n";
     }
     if (file.timeProblem) {
         std::istringstream lines(file.timeProblem->what());
         for (std::string line; std::getline(lines, line);) {
-            text += "  " + line + "\n";
+            text += line + "\n";
         }
-        text += "  times below are the numbers of rows\n";
+        text += "times below are the numbers of rows\n";
     }
     return text;
 }
 
 }  // namespace
 
-std::string surveyReport(const std::string& recording, const RecordingSurvey& survey) {
+std::string surveyReport(const std::string& recording, const RecordingSurvey& survey,
+                         std::optional<std::size_t> width) {
+    constexpr std::size_t leastWidth = 60;
+    const TextTable::Style style{
+        "  ", false, width ? std::optional(std::max(*width, leastWidth)) : std::nullopt};
     const auto& signals = survey.signals;
     std::vector<Column> columns = columnsOf(recording);
     std::erase_if(columns, [&](const Column& column) { return !tells(column, signals); });
@@ -162,6 +166,11 @@ std::string surveyReport(const std::string& recording, const RecordingSurvey& su
         header.push_back({column.header, column.alignRight});
     }
     TextTable table(std::move(header));
+    const std::size_t keys = tells(columnsOf(recording).front(), signals) ? 2 : 1;
+    table.repeatColumns(keys);
+    for (std::size_t key = 0; key < keys; ++key) {
+        table.allowEliding(key);
+    }
     for (const SignalSurvey& signal : signals) {
         std::vector<TextTable::Cell> row;
         for (const Column& column : columns) {
@@ -174,9 +183,9 @@ std::string surveyReport(const std::string& recording, const RecordingSurvey& su
     }
     std::string text = recording + "\n";
     for (const FileSurvey& file : survey.files) {
-        text += linesOn(file, recording);
+        text += indentedLines(linesOn(file, recording), style);
     }
-    return text + table.text("  ", false);
+    return text + table.text(style);
 }
 
 std::string surveyJson(const RecordingSurveys& recordings) {

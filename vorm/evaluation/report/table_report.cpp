@@ -1,8 +1,13 @@
 #include "table_report.hpp"
 
 #include <vorm/evaluation/report/interval_lines.hpp>
+#include <vorm/evaluation/report/outcome_mark.hpp>
+#include <vorm/evaluation/report/recording_matrix.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
+#include <vorm/evaluation/text/characters.hpp>
+#include <vorm/evaluation/text/text_columns.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
 #include <sstream>
@@ -12,26 +17,30 @@ namespace {
 
 using assessments::resultEnum_t;
 
-Colour colourOf(const AssessmentOutcome& outcome, bool strict) {
-    if (outcome.error) {
-        return Colour::Magenta;
-    }
-    switch (outcome.verdict) {
-        case resultEnum_t::PASS:
-            return strict && !outcome.passesThroughout() ? Colour::Yellow : Colour::Green;
-        case resultEnum_t::FAIL:
-            return Colour::Red;
-        case resultEnum_t::NO_RESULT:
-            break;
-    }
-    return Colour::Yellow;
-}
-
 // Under strict, PASS is not the whole truth of what is open at some time.
 TextTable::Cell verdictCell(const AssessmentOutcome& outcome, bool strict) {
     const bool isOpen = outcome.verdict == resultEnum_t::PASS && !outcome.passesThroughout();
     return {verdictText(outcome) + (strict && isOpen ? " (open)" : ""), false,
-            colourOf(outcome, strict)};
+            outcomeMarks[markOf(outcome, strict)].colour};
+}
+
+// With no more digits than the numbers of the table need.
+RecordedTimes timesOfNumbers(const RecordingOutcome& recording) {
+    RecordedTimes times = recording.times;
+    int needed = 0;
+    const auto look = [&](ExactTime time) {
+        needed = std::max(needed, digitsOf(rounded(time, times.digits)));
+    };
+    for (const AssessmentOutcome& outcome : recording.assessments) {
+        for (const ExactTime length : {outcome.passed, outcome.failed, outcome.open}) {
+            look(length);
+        }
+        if (!outcome.failures.empty()) {
+            look(outcome.failures.front().start);
+        }
+    }
+    times.digits = needed;
+    return times;
 }
 
 class RecordingTable {
@@ -39,22 +48,27 @@ public:
     RecordingTable(const RecordingOutcome& recording, bool strict, const TableStyle& style)
         : strict_(strict),
           style_(style),
+          leastDigits_(recording.times.digits),
+          numbers_(timesOfNumbers(recording)),
+          times_(recording.times),
           withRobustness_(
               std::any_of(recording.assessments.begin(), recording.assessments.end(),
                           [](const auto& outcome) { return outcome.leastRobustness.has_value(); })),
           table_(header()) {
+        table_.allowEliding(1);
+        table_.repeatColumns(2);
         for (const AssessmentOutcome& outcome : recording.assessments) {
             add(outcome);
         }
     }
 
-    std::string text() const { return table_.text("  ", style_.colours); }
+    std::string text() const { return table_.text({"  ", style_.colours, style_.width}); }
 
 private:
     std::vector<TextTable::Cell> header() const {
-        std::vector<TextTable::Cell> cells{
-            {"verdict"},          {"assessment"},          {"passed [s]", true},
-            {"failed [s]", true}, {"no result [s]", true}, {"first failure [s]", true}};
+        std::vector<TextTable::Cell> cells{{"verdict"},         {"assessment"},
+                                           {"passed", true},    {"failed", true},
+                                           {"no result", true}, {"first failure", true}};
         if (withRobustness_) {
             cells.push_back({"robustness", true});
         }
@@ -64,11 +78,13 @@ private:
     void add(const AssessmentOutcome& outcome) {
         std::vector<TextTable::Cell> row{verdictCell(outcome, strict_), {outcome.name}};
         if (!outcome.error) {
-            row.push_back({durationText(outcome.passed), true});
-            row.push_back({durationText(outcome.failed), true});
-            row.push_back({durationText(outcome.open), true});
-            row.push_back(
-                {outcome.failures.empty() ? "-" : outcome.failures[0].start.text(), true});
+            for (const ExactTime length : {outcome.passed, outcome.failed, outcome.open}) {
+                row.push_back({durationCell(length), true});
+            }
+            row.push_back({outcome.failures.empty()
+                               ? "-"
+                               : TimeWriter(numbers_).alignedNumber(outcome.failures.front().start),
+                           true});
             if (withRobustness_) {
                 row.push_back({robustnessText(outcome), true});
             }
@@ -77,16 +93,26 @@ private:
         addNotes(outcome);
     }
 
-    void addNotes(const AssessmentOutcome& outcome) {
-        addLines(errorText(outcome.error));
-        addLines(outcome.reason);
-        addLines(neverTriggeredText(outcome));
-        addLines(errorText(outcome.robustnessError));
-        for (const std::string& line : failureLines(outcome, style_.mostIntervals)) {
-            table_.addNote(line);
+    // Of a sum of times; what would look like nothing is told.
+    std::string durationCell(ExactTime length) const {
+        if (length == ExactTime()) {
+            return "0";
         }
-        for (const std::string& line : openLines(outcome, style_.mostIntervals)) {
-            table_.addNote(line);
+        return rounded(length, leastDigits_) == ExactTime()
+                   ? "< " + ExactTime::of("1e-" + std::to_string(leastDigits_), second)->text()
+                   : TimeWriter(numbers_).alignedNumber(length);
+    }
+
+    void addNotes(const AssessmentOutcome& outcome) {
+        for (const std::string& text :
+             {errorText(outcome.error), outcome.reason, neverTriggeredText(outcome),
+              errorText(outcome.robustnessError)}) {
+            addLines(text);
+        }
+        for (const auto& lines : {failureLines(outcome, style_.mostIntervals, times_),
+                                  openLines(outcome, style_.mostIntervals, times_)}) {
+            std::for_each(lines.begin(), lines.end(),
+                          [this](const std::string& line) { table_.addNote(line); });
         }
     }
 
@@ -99,48 +125,150 @@ private:
 
     bool strict_;
     const TableStyle& style_;
+    const int leastDigits_;  // of what is not nothing
+    const RecordedTimes numbers_;
+    const TimeWriter times_;
     bool withRobustness_;
     TextTable table_;
 };
 
-std::string recordingText(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
-    std::string text = recording.recording + "\n";
-    if (recording.error) {
-        text += "  " + (style.colours ? coloured("ERROR", Colour::Magenta) : "ERROR") +
-                "  cannot be used:\n";
-        std::istringstream lines(recording.error->what());
-        for (std::string line; std::getline(lines, line);) {
-            text += "    " + line + "\n";
+// `drive.csv, from 0 s to 120 s`
+std::string headOf(const RecordingOutcome& recording) {
+    std::optional<TimeSpan> whole;
+    for (const AssessmentOutcome& outcome : recording.assessments) {
+        if (!outcome.error && outcome.from < outcome.to) {
+            const TimeSpan span = whole.value_or(TimeSpan{outcome.from, outcome.to});
+            whole = {std::min(span.start, outcome.from), std::max(span.end, outcome.to)};
         }
-        return text;
     }
-    return text + RecordingTable(recording, strict, style).text();
+    const auto& clock = recording.times.clock;
+    return withoutControls(recording.recording) +
+           (whole ? ", " + TimeWriter(recording.times).interval(*whole) : "") +
+           (whole && clock ? ", dates in " + clock->zoneName() : "");
+}
+
+std::string recordingText(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
+    const TextTable::Style lines{"", style.colours, style.width};
+    if (recording.error) {
+        const std::string error = style.colours ? coloured("ERROR", Colour::Magenta) : "ERROR";
+        return indentedLines(withoutControls(recording.recording), lines) + "  " + error +
+               "  cannot be used:\n" +
+               indentedLines(recording.error->what(), {"    ", style.colours, style.width});
+    }
+    return indentedLines(headOf(recording), lines) +
+           RecordingTable(recording, strict, style).text();
+}
+
+// What the assessments say of a recording, in one word.
+TextTable::Cell verdictOn(const RecordingOutcome& recording, bool strict) {
+    std::size_t worst = recording.error ? 0 : outcomeMarks.size() - 1;
+    bool passes = false;
+    for (const AssessmentOutcome& outcome : recording.assessments) {
+        worst = std::min(worst, markOf(outcome, strict));
+        passes = passes || outcome.verdict == assessments::resultEnum_t::PASS;
+    }
+    const OutcomeMark& mark = outcomeMarks[worst];
+    switch (mark.sign) {
+        case 'E':
+            return {"ERROR", false, mark.colour};
+        case 'F':
+            return {"FAIL", false, mark.colour};
+        case '.':
+            return {"PASS", false, mark.colour};
+        default:
+            return strict   ? TextTable::Cell{"OPEN", false, mark.colour}
+                   : passes ? TextTable::Cell{"PASS", false, Colour::Green}
+                            : TextTable::Cell{"NO_RESULT", false, mark.colour};
+    }
+}
+
+// Of a list that grows while recordings are assessed: its columns have widths of their own, and
+// names, of which nobody knows the longest yet, stand last.
+std::string listLine(const TextTable::Cell& verdict, const std::vector<std::string>& numbers,
+                     const std::string& name, const TableStyle& style) {
+    constexpr std::size_t verdictWidth = 9;
+    constexpr std::size_t numberWidth = 9;
+    constexpr std::size_t numberCount = 3;
+    const auto blanks = [](std::size_t width, const std::string& text) {
+        return std::string(width - std::min(width, text.size()), ' ');
+    };
+    std::string line = (style.colours ? coloured(verdict.text, verdict.colour) : verdict.text) +
+                       blanks(verdictWidth, verdict.text);
+    for (const std::string& number : numbers) {
+        line += "  " + blanks(numberWidth, number) + number;
+    }
+    constexpr std::size_t taken = verdictWidth + numberCount * (2 + numberWidth) + 2;
+    const std::string shown = withoutControls(name);
+    return line + "  " + (style.width ? elided(shown, *style.width - taken) : shown) + "\n";
+}
+
+std::string listHead(const TableStyle& style) {
+    return listLine({"verdict"}, {"failed", "no result", "passed"}, "recording", style);
+}
+
+std::string listEntry(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
+    const VerdictCounts counts = countVerdicts(recording, strict);
+    std::vector<std::string> numbers{std::to_string(counts.failed),
+                                     std::to_string(counts.noResult + counts.open),
+                                     std::to_string(counts.passed)};
+    if (recording.error) {
+        numbers.assign(numbers.size(), "-");
+    }
+    return listLine(verdictOn(recording, strict), numbers, recording.recording, style) +
+           indentedLines(errorText(recording.error), {"    ", style.colours, style.width});
+}
+
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + " " + what;
 }
 
 std::string summary(const RunOutcome& run) {
     const VerdictCounts counts = countVerdicts(run);
-    std::string text =
-        std::to_string(counts.passed) + " passed, " + std::to_string(counts.failed) + " failed";
-    if (counts.open > 0) {
-        text += ", " + std::to_string(counts.open) + " open";
-    }
-    if (counts.noResult > 0) {
-        text += ", " + std::to_string(counts.noResult) + " without result";
-    }
-    if (counts.errors > 0) {
-        text += ", " + std::to_string(counts.errors) + " could not be assessed";
-    }
-    return text + "\n";
+    std::string text = counted(counts.passed, "passed") + ", " + counted(counts.failed, "failed");
+    const auto add = [&](std::size_t count, const std::string& what) {
+        text += count > 0 ? ", " + counted(count, what) : "";
+    };
+    add(counts.open, "open");
+    add(counts.noResult, "without result");
+    add(counts.errors, "could not be assessed");
+    const std::size_t recordings = run.recordings.size();
+    return (recordings > 1 ? counted(recordings, "recordings: ") : "") + text + "\n";
 }
 
 }  // namespace
 
-std::string tableReport(const RunOutcome& run, const TableStyle& style) {
-    std::string text = run.title.empty() ? "" : run.title + "\n\n";
-    for (const RecordingOutcome& recording : run.recordings) {
-        text += recordingText(recording, run.strict, style) + "\n";
+TableReport::TableReport(const RunOutcome& about, std::size_t recordings, TableStyle style)
+    : title_(about.title), strict_(about.strict), recordings_(recordings), style_(style) {
+    constexpr std::size_t leastWidth = 60;
+    if (style_.width) {
+        style_.width = std::max(*style_.width, leastWidth);
     }
-    return text + summary(run);
+}
+
+std::string TableReport::begin() const {
+    const std::string title =
+        indentedLines(withoutControls(title_), {"", style_.colours, style_.width});
+    return (title.empty() ? "" : title + "\n") + (hasLines() ? listHead(style_) : "");
+}
+
+std::string TableReport::recording(const RecordingOutcome& outcome) const {
+    return hasLines() ? listEntry(outcome, strict_, style_)
+                      : recordingText(outcome, strict_, style_) + "\n";
+}
+
+std::string TableReport::end(const RunOutcome& run) const {
+    const std::string matrix = recordings_ > 1 ? recordingMatrix(run, style_) : "";
+    return (hasLines() ? "\n" : "") + matrix +
+           indentedLines(summary(run), {"", style_.colours, style_.width});
+}
+
+std::string tableReport(const RunOutcome& run, const TableStyle& style) {
+    const TableReport report(run, run.recordings.size(), style);
+    std::string text = report.begin();
+    for (const RecordingOutcome& recording : run.recordings) {
+        text += report.recording(recording);
+    }
+    return text + report.end(run);
 }
 
 }  // namespace vorm::evaluation

@@ -3,6 +3,7 @@
 #include <vorm/evaluation/drawing/value_columns.hpp>
 #include <vorm/evaluation/drawing/value_scale.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
+#include <vorm/evaluation/report/time_writer.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 
@@ -164,9 +165,9 @@ std::string failureMarks(const AssessmentOutcome& outcome, const Timeline& timel
     return marks;
 }
 
-std::string timeAxis(const TimeSpan& shown, std::size_t columns) {
-    const std::string from = shown.start.text() + " s";
-    const std::string to = shown.end.text() + " s";
+std::string timeAxis(const TimeSpan& shown, std::size_t columns, const TimeWriter& times) {
+    const std::string from = times.number(shown.start) + " s";
+    const std::string to = times.number(shown.end) + " s";
     const std::size_t between = columns - std::min(columns, from.size() + to.size());
     return from + std::string(between, ' ') + to;
 }
@@ -199,9 +200,11 @@ std::string terminalPlot(const AssessmentOutcome& outcome, const Recording& reco
             text += line + "\n";
         }
     }
+    const TimeWriter times =
+        TimeWriter(recordedTimes(recording)).tellingApart({shown.start, shown.end});
     const std::string marks = failureMarks(outcome, recording.timeline, window, columns);
     return text + asLabel("fails") + "  " + (style.colours ? coloured(marks, Colour::Red) : marks) +
-           "\n" + asLabel("") + "  " + timeAxis(shown, columns) + "\n";
+           "\n" + asLabel("") + "  " + timeAxis(shown, columns, times) + "\n";
 }
 
 }  // namespace vorm::evaluation

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,13 @@ public:
         Colour colour = Colour::None;
     };
 
+    struct Style {
+        std::string indent;  ///< in front of each line
+        bool colours = false;
+        /// The columns of the terminal that a line takes at most; nothing: no limit.
+        std::optional<std::size_t> width;
+    };
+
     TextTable() = default;
     explicit TextTable(std::vector<Cell> header);
 
@@ -30,18 +38,36 @@ public:
     /// A line across all columns below the last row, indented to the second column.
     void addNote(std::string_view text);
 
-    /// The lines, each after `indent`; colours are left out unless `withColours`.
-    std::string text(const std::string& indent, bool withColours) const;
+    /// Texts of that column lose their middle where lines would be too long.
+    void allowEliding(std::size_t column) { elidable_.push_back(column); }
+    /// Where lines would be too long all the same, columns go on below, after these first ones.
+    void repeatColumns(std::size_t count) { repeated_ = count; }
+
+    std::string text(const Style& style) const;
+    /// How many columns of a terminal its widest row takes, without an indent.
+    std::size_t columns() const;
 
 private:
     struct Line {
         std::vector<Cell> cells;
         std::string note;
     };
+    // The columns of one block, in the order of the table.
+    using Block = std::vector<std::size_t>;
 
-    std::vector<std::size_t> widths() const;
+    std::vector<std::size_t> widths(const Style& style) const;
+    std::vector<Block> blocks(const std::vector<std::size_t>& widths, const Style& style) const;
+    void addBlock(const Block& block, const std::vector<std::size_t>& widths, bool hasNotes,
+                  const Style& style, std::string& text) const;
+    static std::string rowText(const std::vector<Cell>& cells, const Block& block,
+                               const std::vector<std::size_t>& widths, const Style& style);
 
     std::vector<Line> lines_;
+    std::vector<std::size_t> elidable_;
+    std::size_t repeated_ = 1;
 };
+
+/// The lines of a text, each after the indent and, where there is a width, broken at blanks to fit.
+std::string indentedLines(std::string_view text, const TextTable::Style& style);
 
 }  // namespace vorm::evaluation

@@ -90,12 +90,4 @@ std::string neverTriggeredText(const AssessmentOutcome& outcome) {
                ? "never triggered: its condition '" + outcome.trigger + "' is false throughout"
                : "";
 }
-
-std::string intervalText(const TimeSpan& span) {
-    if (span.isInstant()) {
-        return "at " + span.start.text() + " s";
-    }
-    return "from " + span.start.text() + " s to " + span.end.text() + " s";
-}
-
 }  // namespace vorm::evaluation

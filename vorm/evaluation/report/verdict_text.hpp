@@ -43,7 +43,4 @@ std::string durationText(ExactTime length);
 /// That an assessment was never triggered, and why; empty where it was.
 std::string neverTriggeredText(const AssessmentOutcome& outcome);
 
-/// `from 3 s to 4.5 s`, or `at 3 s` for one instant.
-std::string intervalText(const TimeSpan& span);
-
 }  // namespace vorm::evaluation

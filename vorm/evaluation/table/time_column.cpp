@@ -176,6 +176,13 @@ std::optional<TimeUnit> TimeColumn::unit() const {
     return isUnitKnown_ ? timeUnitOf(unitName_) : std::nullopt;
 }
 
+bool TimeColumn::tellsDates() const {
+    if (format_) {
+        return format_->tellsDates();
+    }
+    return isSerial_ || isEpoch_ || (notation_ && *notation_ != TimeNotation::Clock);
+}
+
 bool TimeColumn::contains(std::size_t column) const {
     return std::find(cells_.columns.begin(), cells_.columns.end(), column) != cells_.columns.end();
 }

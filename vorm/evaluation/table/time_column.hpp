@@ -40,6 +40,10 @@ public:
     bool isCounted() const { return counted_.has_value(); }
     /// Whether these are dates or times of day.
     bool isOfClocks() const { return format_ || notation_; }
+    /// Whether these are instants of the calendar.
+    bool tellsDates() const;
+    /// The zone of dates that do not tell how far they are from UTC; without it UTC.
+    const std::optional<TimeZone>& zone() const { return zone_; }
     /// Whether the row has no text where the time should be.
     bool isMissing(const std::vector<Cell>& cells) const {
         return !counted_ && textOf(cells).empty();

@@ -88,6 +88,17 @@ TimeFormat::TimeFormat(std::string format) : format_(std::move(format)) {
     });
 }
 
+bool TimeFormat::tellsDates() const {
+    bool tellsYear = false;
+    bool tellsDay = false;
+    forEachConversion(format_, [&](std::size_t, char conversion) {
+        const bool isWhole = conversion == 'D' || conversion == 'F';
+        tellsYear |= isWhole || conversion == 'Y' || conversion == 'y';
+        tellsDay |= isWhole || conversion == 'd' || conversion == 'e';
+    });
+    return tellsYear && tellsDay;
+}
+
 std::optional<ExactTime> TimeFormat::read(std::string text) const {
     tm fields{};
     fields.tm_year = 70;

@@ -23,6 +23,9 @@ public:
     /// that its month does not have.
     std::optional<ExactTime> read(std::string text) const;
 
+    /// Whether it tells the day, and not the time of some day only.
+    bool tellsDates() const;
+
     const std::string& text() const { return format_; }
 
 private:

@@ -98,6 +98,17 @@ ExactTime TimeZone::utcOf(ExactTime local) const {
     return local - last_.ahead;
 }
 
+std::optional<TimeZone::Shown> TimeZone::shownAt(ExactTime utc) const {
+    const date::time_zone* const zone = date::locate_zone(name_);
+    const date::sys_seconds instant(wholeSeconds(utc).time_since_epoch());
+    const date::sys_info info = zone->get_info(instant);
+    if (isUnknown(info)) {
+        return std::nullopt;
+    }
+    const date::local_seconds local(instant.time_since_epoch() + info.offset);
+    return Shown{exact(info.offset), zone->get_info(local).result == date::local_info::ambiguous};
+}
+
 TimeZone::Steady TimeZone::around(ExactTime local) const {
     if (local < exact(yearBegins(1)) || local >= exact(yearBegins(10'000))) {
         failAt({}, "the local time " + local.text() + " is not within the years 1 to 9999");

@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/time/exact_time.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +21,16 @@ public:
     /// InputError, which names no place, for a time that clocks show twice or never because they
     /// are put back or forward, and for one that the system's rules do not reach.
     ExactTime utcOf(ExactTime local) const;
+
+    /// How clocks of the zone show an instant.
+    struct Shown {
+        ExactTime ahead;  ///< of UTC
+        bool isTwice;     ///< whether they show the same time at another instant
+    };
+
+    /// For an instant within the years 1 to 9999 of UTC; nothing where the system's rules do not
+    /// reach it.
+    std::optional<Shown> shownAt(ExactTime utc) const;
 
     const std::string& name() const { return name_; }
 

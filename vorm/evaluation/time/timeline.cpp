@@ -76,10 +76,9 @@ ExactTime Timeline::timeAt(double counted) const {
     return zero_ + lengthOf(counted - bias_);
 }
 
-std::string Timeline::textOf(double counted) const {
-    const ExactTime time = timeAt(counted);
-    const double exact = at(time);
-    return (counted < exact ? "just before " : counted > exact ? "just after " : "") + time.text();
+Beside Timeline::besideOf(double counted) const {
+    const double exact = at(timeAt(counted));
+    return counted < exact ? Beside::JustBefore : counted > exact ? Beside::JustAfter : Beside::At;
 }
 
 ExactTime Timeline::lengthOf(double ticks) const {

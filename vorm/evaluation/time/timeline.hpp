@@ -6,6 +6,9 @@
 
 namespace vorm::evaluation {
 
+/// Where an instant lies that is written as a time.
+enum class Beside { JustBefore, At, JustAfter };
+
 /// How the times of a recording are counted in its traces: as a double number of ticks, nanoseconds
 /// unless stated otherwise, from a time that is near all of them, plus a bias.
 ///
@@ -51,8 +54,8 @@ public:
     /// that tick.
     ExactTime timeAt(double counted) const;
 
-    /// The seconds of timeAt as a text; what lies just beside that time says so: `just after 3`.
-    std::string textOf(double counted) const;
+    /// Where it lies beside timeAt.
+    Beside besideOf(double counted) const;
 
     /// The shortest decimal for a number of ticks, in the same way.
     ExactTime lengthOf(double ticks) const;

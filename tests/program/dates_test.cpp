@@ -1,0 +1,75 @@
+#include "program/program_runner.hpp"
+
+#include <nlohmann/json.hpp>
+
+namespace assess_tests {
+namespace {
+
+class Dates : public ProgramTest {
+protected:
+    Dates() {
+        write("d.csv",
+              "time,x\n2026-11-22 10:00:00,1\n2026-11-22 10:00:10,9\n2026-11-22 10:00:20,1\n"
+              "2026-11-22 10:01:00,9\n");
+        write("d.toml", R"toml(
+[recording]
+zone = "Europe/Berlin"
+origin = "first"
+[[assessment]]
+name = "low"
+formula = "x < 5"
+from = 2026-11-22T10:00:05
+to = "2026-11-22 10:00:30"
+)toml");
+    }
+};
+
+TEST_F(Dates, StandBesideSeconds) {
+    EXPECT_EQ(assess("run d.toml d.csv --explain").out,
+              R"(d.csv, from 5 s to 30 s (2026-11-22 10:00:05 to 10:00:30), dates in Europe/Berlin
+  verdict  assessment  passed  failed  no result  first failure
+  FAIL     low             15      10          0             10
+           fails from 10 s to 20 s (2026-11-22 10:00:10 to 10:00:20)
+             because x < 5 is false from 10 s to 20 s (2026-11-22 10:00:10 to 10:00:20)
+
+0 passed, 1 failed
+)");
+    EXPECT_TRUE(matches(outcome("run d.toml d.csv"), R"json({"from": 5, "to": 30, "failures": [
+        {"start": 10, "end": 20, "start_date": "2026-11-22 10:00:10",
+         "end_date": "2026-11-22 10:00:20"}]})json"));
+    EXPECT_EQ(report("run d.toml d.csv")["recordings"][0]["zone"], "Europe/Berlin");
+    EXPECT_TRUE(has(assess("run d.toml d.csv -f junit").out,
+                    "fails from 10 s to 20 s (2026-11-22 10:00:10 to 10:00:20)"));
+    EXPECT_TRUE(has(assess("run d.toml d.csv -f html").out, "<td>10 s (2026-11-22 10:00:10)</td>"));
+}
+
+TEST_F(Dates, AreRefusedWhereARecordingHasNone) {
+    write("n.csv", "time,x\n0,1\n10,9\n");
+    const ProgramResult result = assess("run d.toml n.csv d.csv");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_TRUE(
+        has(result.out,
+            "d.toml:8:8: '2026-11-22T10:00:05' is a date, and the times of n.csv are none"));
+}
+
+TEST_F(Dates, OfARangeAreInOrderAndThere) {
+    const auto errorOf = [this](const std::string& from, const std::string& to) {
+        write("e.toml",
+              "[recording]\nzone = 'Europe/Berlin'\n[[assessment]]\nname = 'a'\n"
+              "formula = 'x < 5'\nfrom = " +
+                  from + "\nto = " + to + "\n");
+        const ProgramResult result = assess("run e.toml d.csv");
+        EXPECT_EQ(result.exitCode, 3);
+        return result.out + result.err;
+    };
+    EXPECT_TRUE(has(errorOf("'2026-11-22 10:00:30'", "'2026-11-22 10:00:29'"),
+                    "e.toml:7:6: 'to' is before 'from'"));
+    EXPECT_TRUE(has(errorOf("'2026-10-25 02:30'", "'2026-11-22 10:00:29'"),
+                    "e.toml:6:8: clocks in Europe/Berlin show 2026-10-25 02:30:00 twice"));
+    EXPECT_TRUE(has(errorOf("'10:30'", "3"), "e.toml:6:8: 'from' is no time"));
+    EXPECT_TRUE(has(errorOf("2026-13-01", "3"), "e.toml:6"));
+    EXPECT_TRUE(has(errorOf("5", "'4 s'"), "e.toml:7:6: 'to' is before 'from'"));
+}
+
+}  // namespace
+}  // namespace assess_tests
