@@ -197,10 +197,16 @@ private:
         if (columns_.empty()) {
             return "";
         }
-        TextTable table(
-            {{"", true}, {"assessment"}, {"failed", true}, {"no result", true}, {"first failure"}});
-        table.allowEliding(1);
-        table.allowEliding(4);
+        TextTable table({{"", true},
+                         {"assessment"},
+                         {"failed", true},
+                         {"no result", true},
+                         {"first failure", true},
+                         {"in"}});
+        constexpr std::size_t assessment = 1;
+        constexpr std::size_t recording = 5;
+        table.allowEliding(assessment);
+        table.allowEliding(recording);
         table.repeatColumns(2);
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             addColumn(i, table);
@@ -224,11 +230,13 @@ private:
             firstWithError =
                 firstWithError == nullptr && outcome.error ? &recording : firstWithError;
         }
-        table.addRow({{std::to_string(number + 1), true},
-                      {firstUsable()->assessments[assessment].name},
-                      {std::to_string(counts[1]), true},
-                      {std::to_string(counts[2]), true},
-                      {firstFailing == nullptr ? "-" : failureText(*firstFailing, assessment)}});
+        table.addRow(
+            {{std::to_string(number + 1), true},
+             {firstUsable()->assessments[assessment].name},
+             {std::to_string(counts[1]), true},
+             {std::to_string(counts[2]), true},
+             {firstFailing == nullptr ? "-" : failureText(*firstFailing, assessment), true},
+             {firstFailing == nullptr ? "-" : nameOf(*firstFailing)}});
         if (firstWithError != nullptr) {
             table.addNote("could not be assessed on " +
                           countText(counts[0], "recording", "recordings") + ", the first " +
@@ -238,9 +246,8 @@ private:
     }
 
     static std::string failureText(const RecordingOutcome& recording, std::size_t assessment) {
-        const TimeWriter times(recording.times);
-        return nameOf(recording) + " " +
-               times.instant(recording.assessments[assessment].failures.front().start);
+        const ExactTime start = recording.assessments[assessment].failures.front().start;
+        return TimeWriter(recording.times).number(start) + " s";
     }
 
     const RunOutcome& run_;

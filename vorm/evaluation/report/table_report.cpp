@@ -10,6 +10,7 @@
 #include <vorm/evaluation/time/time_unit.hpp>
 
 #include <algorithm>
+#include <array>
 #include <sstream>
 
 namespace vorm::evaluation {
@@ -182,28 +183,30 @@ TextTable::Cell verdictOn(const RecordingOutcome& recording, bool strict) {
     }
 }
 
+constexpr std::array<std::string_view, 3> listNumbers{"failed", "no result", "passed"};
+
 // Of a list that grows while recordings are assessed: its columns have widths of their own, and
 // names, of which nobody knows the longest yet, stand last.
 std::string listLine(const TextTable::Cell& verdict, const std::vector<std::string>& numbers,
                      const std::string& name, const TableStyle& style) {
     constexpr std::size_t verdictWidth = 9;
-    constexpr std::size_t numberWidth = 9;
-    constexpr std::size_t numberCount = 3;
     const auto blanks = [](std::size_t width, const std::string& text) {
         return std::string(width - std::min(width, text.size()), ' ');
     };
     std::string line = (style.colours ? coloured(verdict.text, verdict.colour) : verdict.text) +
                        blanks(verdictWidth, verdict.text);
-    for (const std::string& number : numbers) {
-        line += "  " + blanks(numberWidth, number) + number;
+    std::size_t taken = verdictWidth;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const std::size_t width = listNumbers[i].size();
+        line += "  " + blanks(width, numbers[i]) + numbers[i];
+        taken += 2 + width;
     }
-    constexpr std::size_t taken = verdictWidth + numberCount * (2 + numberWidth) + 2;
     const std::string shown = withoutControls(name);
-    return line + "  " + (style.width ? elided(shown, *style.width - taken) : shown) + "\n";
+    return line + "  " + (style.width ? elided(shown, *style.width - taken - 2) : shown) + "\n";
 }
 
 std::string listHead(const TableStyle& style) {
-    return listLine({"verdict"}, {"failed", "no result", "passed"}, "recording", style);
+    return listLine({"verdict"}, {listNumbers.begin(), listNumbers.end()}, "recording", style);
 }
 
 std::string listEntry(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
