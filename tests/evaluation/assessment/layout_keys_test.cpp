@@ -1,8 +1,10 @@
 #include "evaluation/recording/recorded.hpp"
 
 #include <vorm/evaluation/assessment/layout_keys.hpp>
+#include <vorm/evaluation/text/characters.hpp>
 
 #include <functional>
+#include <sstream>
 
 namespace vorm::evaluation::test {
 namespace {
@@ -118,6 +120,21 @@ TEST(LayoutKeys, DelimitersHaveNames) {
     for (const std::string text : {"", "\"", "\n", "Tab", ",,", "\\n"}) {
         EXPECT_NE(errorOf([&] { layoutOf("delimiter", {text}); }), "no error") << text;
     }
+}
+
+TEST(LayoutKeys, AllChoicesThatAreNamedAreTaken) {
+    std::size_t count = 0;
+    for (const LayoutKey& key : layoutKeys()) {
+        std::istringstream alternatives(key.value);
+        for (std::string word; std::getline(alternatives, word, '|');) {
+            if (word != vorm::evaluation::lowerCase(word)) {
+                continue;  // stands for others
+            }
+            EXPECT_NO_THROW(layoutOf(key.name, {word})) << key.name << " = " << word;
+            ++count;
+        }
+    }
+    EXPECT_GE(count, 30U);
 }
 
 TEST(LayoutKeys, ErrorsNameTheSetting) {

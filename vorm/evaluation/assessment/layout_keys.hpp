@@ -11,7 +11,9 @@ namespace vorm::evaluation {
 /// texts.
 struct LayoutKey {
     std::string name;
-    std::string value;    ///< a word for its value, or the choices: `NAME`, `wide|long`
+    /// A word for its value, or all that it can be, words for other values among them: `NAME`,
+    /// `wide|long`, `recorded|first|NUMBER`.
+    std::string value;
     std::string meaning;  ///< one clause without a full stop
     bool isList = false;
 };
