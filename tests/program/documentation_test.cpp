@@ -32,8 +32,8 @@ TEST_F(Documentation, EveryCommandAndFormatIsInTheManualAndTheCompletion) {
         }
     }
     EXPECT_EQ(std::count(words.begin(), words.end(), "junit"), 1);
-    for (const char* path : {"/assess.1", "/completion/assess.bash", "/completion/_assess"}) {
-        const std::string text = contentOf(std::string(VORM_ASSESS_SOURCES) + path);
+    for (const char* path : {"/assess.1", "/assess.bash", "/_assess"}) {
+        const std::string text = contentOf(std::string(VORM_ASSESS_PAGES) + path);
         for (const std::string& word : words) {
             EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + word + "\\b")))
                 << path << ": " << word;
@@ -51,9 +51,9 @@ bool names(const std::string& text, const std::string& option) {
 
 TEST_F(Documentation, EveryOptionIsInTheManualAndTheCompletion) {
     const std::string manual =
-        std::regex_replace(contentOf(VORM_ASSESS_SOURCES "/assess.1"), std::regex(R"(\\-)"), "-");
-    const std::string bash = contentOf(VORM_ASSESS_SOURCES "/completion/assess.bash");
-    const std::string zsh = contentOf(VORM_ASSESS_SOURCES "/completion/_assess");
+        std::regex_replace(contentOf(VORM_ASSESS_PAGES "/assess.1"), std::regex(R"(\\-)"), "-");
+    const std::string bash = contentOf(VORM_ASSESS_PAGES "/assess.bash");
+    const std::string zsh = contentOf(VORM_ASSESS_PAGES "/_assess");
     std::vector<std::string> commands = commandsIn(assess("--help").out);
     commands.emplace_back();
     for (const std::string& command : commands) {
@@ -70,7 +70,7 @@ TEST_F(Documentation, EveryKeyOfRecordingIsAnOptionOfSignals) {
     const std::string group = help.substr(help.find("How the recordings are read"));
     std::vector<std::string> options =
         allOf(group.substr(0, group.find("\n\n")), "\n +--([a-z-]+)");
-    const std::string page = contentOf(VORM_ASSESS_SOURCES "/../../docs/assessment_files.md");
+    const std::string page = contentOf(VORM_DOCS "/assessment_files.md");
     const std::string section = page.substr(page.find("## [recording]"));
     std::vector<std::string> keys;
     for (const std::string& row :

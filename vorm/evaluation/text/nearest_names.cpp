@@ -88,14 +88,18 @@ std::string suggestion(std::string_view name, const std::vector<std::string>& ca
     return near.empty() ? "" : "did you mean " + joined(quoted(near), " or ") + "?";
 }
 
+std::string listed(const std::vector<std::string>& names) {
+    return joined(names, " and ");
+}
+
 std::string quotedList(const std::vector<std::string>& names, std::size_t most) {
     if (names.size() <= most) {
-        return joined(quoted(names), " and ");
+        return listed(quoted(names));
     }
     std::vector<std::string> shown =
         quoted({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(most - 1)});
     shown.push_back(std::to_string(names.size() - shown.size()) + " more");
-    return joined(shown, " and ");
+    return listed(shown);
 }
 
 }  // namespace vorm::evaluation

@@ -16,6 +16,9 @@ std::vector<std::string> nearestNames(std::string_view name,
 /// `did you mean 'speed' or 'speed_limit'?`, or nothing where no candidate is near.
 std::string suggestion(std::string_view name, const std::vector<std::string>& candidates);
 
+/// `a, b and c`.
+std::string listed(const std::vector<std::string>& names);
+
 /// `'a', 'b' and 'c'`; of more than `most` names the last ones are counted: `'a', 'b' and 7 more`.
 std::string quotedList(const std::vector<std::string>& names, std::size_t most = 8);
 
