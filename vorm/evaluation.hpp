@@ -27,6 +27,7 @@
 #include <vorm/evaluation/formula/enumeration_literal.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
+#include <vorm/evaluation/formula/formula_parameter.hpp>
 #include <vorm/evaluation/recording/recorded_times.hpp>
 #include <vorm/evaluation/recording/recording.hpp>
 #include <vorm/evaluation/recording/recording_in_memory.hpp>
@@ -38,6 +39,7 @@
 #include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
+#include <vorm/evaluation/report/parameter_text.hpp>
 #include <vorm/evaluation/report/survey_report.hpp>
 #include <vorm/evaluation/report/svg_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>

@@ -33,7 +33,7 @@ ExitCode report(const Options& options, const std::vector<InputError>& errors,
 }  // namespace
 
 ExitCode checkAssessments(const Options& options) {
-    const AssessmentFile file = readAssessmentFile(options.assessments);
+    const AssessmentFile file = assessmentsOf(options);
     if (options.recordings.empty()) {
         const ExitCode code = report(options, check(file), summaryOf(file, ""));
         if (code == ExitCode::NothingFailed && !options.quiet) {

@@ -2,6 +2,7 @@
 
 #include "options.hpp"
 
+#include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/recording/recording.hpp>
 
 #include <stdexcept>
@@ -25,6 +26,10 @@ ExitCode checkAssessments(const Options& options);
 ExitCode showSignals(const Options& options);
 ExitCode draftAssessments(const Options& options);
 ExitCode showAssessment(const Options& options);
+
+/// The assessment file with the parameters that the command line sets. Throws WrongUsage where the
+/// file does not have them so, and InputError as readAssessmentFile does.
+vorm::evaluation::AssessmentFile assessmentsOf(const Options& options);
 
 /// The recordings that the command line names: each path one, or all of them together. Paths in the
 /// order of their characters, as a shell's pattern gives them, come in natural order; others as

@@ -25,6 +25,14 @@ void takePlots(Options& options, const Texts& texts) {
     options.plotsAll = texts.front() == "all";
 }
 
+void takeSettings(Options& options, const Texts& texts) {
+    for (const std::string& text : texts) {
+        const std::size_t mark = text.find('=');
+        options.parameters.push_back(
+            {text.substr(0, mark), text.substr(mark + 1), parameterOption});
+    }
+}
+
 Entries programOptions() {
     return {
         {.names = "-h,--help",
@@ -56,6 +64,15 @@ Entries inputs() {
          .isPath = true,
          .help = "The assessment file, in TOML; - for standard input",
          .store = &Options::assessments},
+        {.names = parameterOption,
+         .commands = {Run, Check, Show},
+         .value = "NAME=VALUE",
+         .occurrence = Occurrence::Repeatable,
+         .help = "The value of a parameter, in place of the one in the assessment file",
+         .more = "It has the kind of the one in the table [parameters] of the file. Each parameter "
+                 "is set once.",
+         .check = settingProblem,
+         .store = takeSettings},
         {.names = "NAME",
          .commands = {Show},
          .value = "TEXT",

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/assessment/layout_keys.hpp>
 
 #include <cstddef>
@@ -20,6 +21,9 @@ enum class ExitCode : int {
 
 enum class ColourChoice { Auto, Always, Never };
 
+/// What sets parameters, also for messages.
+inline constexpr const char* parameterOption = "--set";
+
 /// What the command line asks for.
 struct Options {
     ExitCode (*command)(const Options&) = nullptr;  ///< the sub-command
@@ -31,6 +35,7 @@ struct Options {
     bool together = false;                ///< whether all paths are one recording
     std::vector<vorm::evaluation::LayoutSetting>
         layout;  ///< changes to that of the assessment file
+    std::vector<vorm::evaluation::ParameterSetting> parameters;  ///< in the assessment file
     bool robustness = false;
     bool explain = false;
     bool strict = false;  ///< whether what is open at some time has not passed

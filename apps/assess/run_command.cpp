@@ -54,7 +54,7 @@ std::string table(const Results& results, const Options& options) {
 class TableOnOutput {
 public:
     TableOnOutput(const AssessmentFile& file, const Options& options, ProgressLine& progress)
-        : about_{file.name, file.title, {}, options.strict},
+        : about_{file.name, file.title, {}, options.strict, file.parameters},
           options_(options),
           progress_(progress) {}
 
@@ -198,7 +198,7 @@ std::vector<std::string> runFormats() {
 }
 
 ExitCode runAssessments(const Options& options) {
-    Results results{readAssessmentFile(options.assessments), {}, {}};
+    Results results{assessmentsOf(options), {}, {}};
     ProgressLine progress(options);
     RunOptions run;
     run.jobs = options.jobs;

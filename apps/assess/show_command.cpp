@@ -6,6 +6,7 @@
 #include <vorm/evaluation/recording/recording_parts.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
+#include <vorm/evaluation/report/parameter_text.hpp>
 #include <vorm/evaluation/report/terminal_plot.hpp>
 
 #include <algorithm>
@@ -43,7 +44,7 @@ public:
         : isJson_(options.format == "json"),
           style_(styleOf(options)),
           plotWidth_(options.withoutPlot ? std::nullopt : terminalWidth(options)),
-          outcomes_{file.name, file.title, {}} {}
+          outcomes_{file.name, file.title, {}, false, file.parameters} {}
 
     void add(const Recording& recording, const Explanation& explanation) {
         if (isJson_) {
@@ -63,7 +64,13 @@ public:
         outcomes_.recordings.push_back({recording, error, {}, {}, {}});
     }
 
-    std::string text() const { return isJson_ ? jsonReport(outcomes_) : text_; }
+    std::string text() const {
+        if (isJson_) {
+            return jsonReport(outcomes_);
+        }
+        const std::string settings = settingsText(outcomes_.parameters);
+        return settings.empty() ? text_ : settings + "\n\n" + text_;
+    }
 
 private:
     std::string plotOf(const AssessmentOutcome& outcome, const Recording& recording) const {
@@ -99,7 +106,7 @@ ExitCode showPlots(const Options& options, const Assessment& assessment) {
 }  // namespace
 
 ExitCode showAssessment(const Options& options) {
-    const AssessmentFile file = readAssessmentFile(options.assessments);
+    const AssessmentFile file = assessmentsOf(options);
     const Assessment& assessment = file.find(options.name);
     if (options.format == "html" || options.format == "svg") {
         return showPlots(options, assessment);

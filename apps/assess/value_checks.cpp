@@ -32,6 +32,12 @@ std::string secondsProblem(const std::string& text) {
                : "'" + text + "' is no number of seconds from 0 on";
 }
 
+std::string settingProblem(const std::string& text) {
+    return text.find('=') == std::string::npos
+               ? "'" + text + "' has no value: write " + text + "=..."
+               : std::string();
+}
+
 std::string pathProblem(const std::string& text) {
     return text.empty() ? "the path is empty" : "";
 }

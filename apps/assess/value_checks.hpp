@@ -16,6 +16,9 @@ ValueCheck number(double least, double most);
 /// What is wrong with a text that is no finite number of seconds from 0 on.
 std::string secondsProblem(const std::string& text);
 
+/// What is wrong with a text that is no name with a value behind `=`.
+std::string settingProblem(const std::string& text);
+
 std::string pathProblem(const std::string& text);
 
 }  // namespace assess

@@ -328,6 +328,35 @@ TEST_F(Assess, JunitTellsFailuresErrorsAndSkips) {
       <failure message="fails from 0.5 s to 2.5 s">)"));
 }
 
+TEST_F(Assess, ParametersAreSetForTheRunAndEveryReportTellsThem) {
+    write("p.toml", R"toml(parameters = { limit = 30, delay = "500 ms" }
+definitions = { fast = "speed > $limit" }
+[[assessment]]
+name = "slow"
+formula = "~fast & always[0, $delay](true)"
+)toml");
+    EXPECT_EQ(assess("run p.toml d.csv").out.rfind("d.csv, from", 0), 0U) << "nothing was set";
+    const ProgramResult table = assess("run p.toml d.csv --set limit=20 --set 'delay=1 s'");
+    EXPECT_EQ(table.exitCode, 1);
+    EXPECT_EQ(table.out.substr(0, table.out.find("d.csv")),
+              "with limit = 20 (30), delay = \"1 s\" (\"500 ms\")\n\n");
+    for (const char* command : {"run p.toml d.csv", "show p.toml slow d.csv"}) {
+        const nlohmann::json json = report(std::string(command) + " --set limit=20");
+        EXPECT_EQ(json.at("parameters").dump(), R"({"delay":"500 ms","limit":20})");
+    }
+    EXPECT_TRUE(has(assess("show p.toml slow d.csv --set limit=20").out, "with limit = 20 (30)\n"));
+    EXPECT_TRUE(has(assess("run p.toml d.csv --set limit=20 -f junit").out, R"(
+    <properties>
+      <property name="limit" value="20" />
+      <property name="delay" value="500 ms" />
+    </properties>
+    <testcase )"));
+    EXPECT_TRUE(has(assess("run p.toml d.csv --set limit=20 -f html").out,
+                    "parameters: limit = 20 (30), delay = &quot;500 ms&quot;</p>"));
+    EXPECT_EQ(assess("check p.toml --set limit=inf").exitCode, 0);
+    EXPECT_TRUE(has(assess("check p.toml --set delay=abc").err, "p.toml:5:30: \"abc\" is no time"));
+}
+
 TEST_F(Assess, StandardInputIsARecordingOrAnAssessmentFile) {
     EXPECT_EQ(assess("run a.toml - <d.csv").exitCode, 1);
     EXPECT_EQ(assess("run - d.csv <a.toml").exitCode, 1);

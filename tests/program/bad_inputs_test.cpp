@@ -118,6 +118,8 @@ TEST_F(BadInputs, CommandLinesAreRefused) {
              {"signals d.csv --name-column n", {"--name-column: ", "'form' to 'long'"}},
              {"signals d.csv --layout a.toml --max-gap 0", {"--max-gap: ", "above 0"}},
              {"signals d.csv --origin frist", {"--origin: 'frist'", "'first' or a number"}},
+             {"run a.toml d.csv --set limit", {"--set: 'limit' has no value", "limit=..."}},
+             {"check a.toml --set l=3", {"--set: there is no parameter 'l' in a.toml", "no table"}},
          }) {
         expectMessage(bad, bad.input, 2);
     }

@@ -1,6 +1,7 @@
 #include "assessment_file.hpp"
 
 #include <vorm/evaluation/assessment/layout_reading.hpp>
+#include <vorm/evaluation/assessment/parameter_reading.hpp>
 #include <vorm/evaluation/assessment/toml_table.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
@@ -18,7 +19,8 @@ using detail::TomlTable;
 
 class FileReader {
 public:
-    explicit FileReader(const TomlDocument& document) : document_(document) {
+    FileReader(const TomlDocument& document, const std::vector<ParameterSetting>& settings)
+        : document_(document), settings_(settings) {
         file_.name = document.name;
     }
 
@@ -38,6 +40,7 @@ public:
                 readSignal(name, node);
             });
         }
+        readParameters(root);
         if (auto table = root.table("definitions", "[definitions]")) {
             table->forEach([this](const std::string& name, const toml::node& node) {
                 readDefinition(name, node);
@@ -116,10 +119,18 @@ private:
                        "it is one of " + quotedList(types, types.size()));
     }
 
+    void readParameters(TomlTable& root) {
+        if (auto table = root.table("parameters", "[parameters]")) {
+            file_.parameters = detail::readParameters(document_, *table);
+        }
+        detail::setParameters(file_.parameters, settings_, document_.name);
+        parameters_ = std::make_shared<const FormulaParameters>(file_.parameters);
+    }
+
     SourcedFormula formula(const toml::value<std::string>& text) const {
         FormulaSource source = document_.formulaAt(text);
         try {
-            return {source, ParsedFormula(text.get())};
+            return {source, ParsedFormula(text.get(), parameters_)};
         } catch (const FormulaError& error) {
             throw placed(error, source);
         }
@@ -176,7 +187,9 @@ private:
     }
 
     const TomlDocument& document_;
+    const std::vector<ParameterSetting>& settings_;
     AssessmentFile file_;
+    std::shared_ptr<const FormulaParameters> parameters_;
     std::map<std::string, std::shared_ptr<const Enumeration>> enumerations_;
 };
 
@@ -200,13 +213,15 @@ const Assessment& AssessmentFile::find(std::string_view assessment) const {
     throw InputError(std::move(problem));
 }
 
-AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name) {
+AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name,
+                                   const std::vector<ParameterSetting>& settings) {
     const TomlDocument document(text, name);
-    return FileReader(document).read();
+    return FileReader(document, settings).read();
 }
 
-AssessmentFile readAssessmentFile(const std::string& path) {
-    return parseAssessmentFile(readFile(path), path == "-" ? "standard input" : path);
+AssessmentFile readAssessmentFile(const std::string& path,
+                                  const std::vector<ParameterSetting>& settings) {
+    return parseAssessmentFile(readFile(path), path == "-" ? "standard input" : path, settings);
 }
 
 }  // namespace vorm::evaluation

@@ -33,6 +33,7 @@ struct AssessmentFile {
     std::string name;   ///< the path, for messages
     std::string title;  ///< or empty
     RecordingLayout layout;
+    FormulaParameters parameters;  ///< as the file declares them, or as they were set
     std::map<std::string, SourcedFormula> definitions;
     std::vector<Assessment> assessments;  ///< in the order of the file; their names differ
 
@@ -40,12 +41,23 @@ struct AssessmentFile {
     const Assessment& find(std::string_view assessment) const;
 };
 
+/// What a parameter is to be in the place of the value in the file.
+struct ParameterSetting {
+    std::string name;
+    std::string value;   ///< of the kind that the file's value has; numbers as TOML writes them
+    std::string source;  ///< what messages call it: `--set`
+};
+
 /// Reads an assessment file, a text in TOML 1.0; docs/assessment_files.md describes its keys.
 /// Throws InputError, with line and column, for a file that cannot be read, is no TOML, has keys
-/// that nothing reads, values of a wrong kind, formulas that are none, or no assessment at all.
-AssessmentFile readAssessmentFile(const std::string& path);
+/// that nothing reads, values of a wrong kind, formulas that are none, or no assessment at all;
+/// and, with the setting's source as its place, for a setting of a parameter that the file does not
+/// declare, of another kind than its value there, or of one that is set already.
+AssessmentFile readAssessmentFile(const std::string& path,
+                                  const std::vector<ParameterSetting>& settings = {});
 
 /// The same for a text in memory; `name` stands for it in messages.
-AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name);
+AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name,
+                                   const std::vector<ParameterSetting>& settings = {});
 
 }  // namespace vorm::evaluation

@@ -3,6 +3,7 @@
 #include <vorm/assessments/value_types.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>
 #include <vorm/evaluation/formula/definition_names.hpp>
+#include <vorm/evaluation/formula/formula_parameter.hpp>
 #include <vorm/evaluation/recording/recorded_times.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/time/time_span.hpp>
@@ -122,6 +123,7 @@ struct RunOutcome {
     std::string title;
     std::vector<RecordingOutcome> recordings;  ///< in the order given
     bool strict = false;                       ///< whether what is open at some time has not passed
+    FormulaParameters parameters{};            ///< of the file, with the values that were used
 
     /// Whether some input could not be used.
     bool hasErrors() const;

@@ -127,7 +127,7 @@ RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& r
     chosenAssessments(file, options.only);
     std::vector<std::optional<InputError>> errors;
     const std::vector<RecordingSource> parts = allParts(file.layout, recordings, errors);
-    RunOutcome outcome{file.name, file.title, {}, options.strict};
+    RunOutcome outcome{file.name, file.title, {}, options.strict, file.parameters};
     outcome.recordings.resize(parts.size());
     const auto atATime =
         static_cast<unsigned>(std::clamp<std::size_t>(parts.size(), 1, std::max(1U, options.jobs)));

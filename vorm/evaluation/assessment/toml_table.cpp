@@ -98,6 +98,12 @@ std::string_view TomlDocument::textAt(const toml::node& node) const {
     return text.substr(begin, end - begin);
 }
 
+std::string TomlDocument::digitsOf(const toml::node& number) const {
+    std::string digits(trimmed(textAt(number)));
+    std::erase(digits, '_');
+    return digits;
+}
+
 FormulaSource TomlDocument::formulaAt(const toml::value<std::string>& value) const {
     const std::string_view raw = textAt(value);
     const std::string& formula = value.get();
@@ -176,9 +182,7 @@ std::optional<ExactTime> TomlTable::duration(const char* key) {
     std::optional<ExactTime> time;
     if (value->is_number()) {
         // All digits that the file has, which may be more than those of a double.
-        std::string digits(trimmed(document_.textAt(*value)));
-        std::erase(digits, '_');
-        time = ExactTime::of(digits, second);
+        time = ExactTime::of(document_.digitsOf(*value), second);
         const auto number = value->value<double>();
         if (!time && number) {
             time = ExactTime::ofSeconds(*number);  // of `0x1F` and the like

@@ -34,6 +34,8 @@ struct TomlDocument {
                            std::string advice = {}) const;
     /// What stands in the file for a value.
     std::string_view textAt(const toml::node& node) const;
+    /// The digits of a number, with all that the file has of it but underscores.
+    std::string digitsOf(const toml::node& number) const;
     /// A string value as a formula's text.
     FormulaSource formulaAt(const toml::value<std::string>& value) const;
 };

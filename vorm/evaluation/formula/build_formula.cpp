@@ -127,8 +127,8 @@ Formula buildFormula(const ParsedFormula& formula, const FormulaNames& names) {
         return FormulaBuilder(names).build(formula);
     } catch (const FormulaError& error) {
         const auto definition = names.definitions.find(error.definition());
-        throw error.within(definition == names.definitions.end() ? formula.text()
-                                                                 : definition->second.text());
+        const bool isOwn = definition == names.definitions.end();
+        throw isOwn ? formula.placed(error) : definition->second.placed(error);
     }
 }
 

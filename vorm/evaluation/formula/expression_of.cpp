@@ -55,7 +55,7 @@ Expression expressionOf(const ParsedFormula& formula) {
     try {
         return treeOf(formula);
     } catch (const FormulaError& error) {
-        throw error.within(formula.text());
+        throw formula.placed(error);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/evaluation/formula/definition_names.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
+#include <vorm/evaluation/formula/formula_parameter.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/time/time_text.hpp>
 
@@ -39,17 +40,22 @@ public:
     ///     ~p, !p, not p, -x, always[0, 5 s] p, eventually[0, 5 s] p, also G, Globally, F,
     ///     Eventually; slope(x), abs(x), rise(p), fall(p), Shift[1 s](x), EpsilonShift[1](x),
     ///     Rise[2 s](x, 5), Fall[2 s](x, 5), int8(x) and the other value types, (p), 12.5, true,
-    ///     nan, inf, speed, "Volume Flow", 'N'
+    ///     nan, inf, speed, "Volume Flow", 'N', $limit
     ///
     /// Intervals are closed, in seconds or with one of the units fs, ps, ns, us, ms, s, min, h. A
     /// minus sign that touches a number is part of it. A value type of a literal alone is a literal
     /// of that type, `fixed(24, "u16f4")` the fixed-point number of that stored integer and type.
-    /// `#` and `//` begin comments. Operators that are words, except always, eventually, until,
+    /// `$limit` is the value of a parameter, never more than one operand: a number, a bool, or a
+    /// text, which is a member of an enumeration and, with a unit, a time. `#` and `//` begin
+    /// comments. Operators that are words, except always, eventually, until,
     /// and, or, implies, not, are names of signals where their bracket does not follow.
     ///
     /// What to_string of a formula prints is read, too, as far as it is clear: names are not quoted
     /// there, and implications inside other operators stand without brackets.
-    explicit ParsedFormula(std::string text);
+    ///
+    /// Without parameters, null, any `$name` is an error.
+    explicit ParsedFormula(std::string text,
+                           std::shared_ptr<const FormulaParameters> parameters = nullptr);
 
     static constexpr std::size_t maximumNesting = 500;
 
@@ -61,8 +67,13 @@ public:
     /// well be members of an enumeration.
     std::set<std::string> names() const;
 
+    /// An error of this text with its place, and with the values of the parameters that its span
+    /// holds.
+    FormulaError placed(const FormulaError& error) const;
+
 private:
     std::string text_;
+    std::shared_ptr<const FormulaParameters> parameters_;
     std::shared_ptr<const std::vector<SyntaxNode>> nodes_;
 };
 

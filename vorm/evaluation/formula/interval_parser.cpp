@@ -1,8 +1,6 @@
 #include "number_text.hpp"
 #include "parser.hpp"
 
-#include <vorm/evaluation/time/time_unit.hpp>
-
 namespace vorm::evaluation {
 namespace {
 
@@ -51,6 +49,9 @@ void Parser::printedDistance(SyntaxNode& node) {
 
 WrittenTime Parser::time() {
     const bool isNegative = takeIf("-");
+    if (next().kind == TokenKind::Parameter) {
+        return parameterTime(isNegative);
+    }
     const Token digits = next();
     if (digits.kind != TokenKind::Number && !digits.is("inf") && !digits.is("nan")) {
         expected("a time", "for example 5 s or 200 ms");
@@ -60,19 +61,23 @@ WrittenTime Parser::time() {
 }
 
 WrittenTime Parser::timeOf(std::string_view digits, bool isNegative) {
-    WrittenTime written;
-    written.text = (isNegative ? "-" : "") + std::string(digits);
-    ExactTime unit = second;
+    std::optional<TimeUnit> unit;
     if (next().kind == TokenKind::Name) {
-        const std::optional<TimeUnit> named = timeUnitOf(next().text);
-        if (!named) {
+        unit = timeUnitOf(next().text);
+        if (!unit) {
             expected("a unit of time", "the units are " + std::string(timeUnitNames));
         }
         take();
-        unit = named->length;
-        written.text += " " + std::string(named->name);
     }
-    written.time = ExactTime::of(digits, unit);
+    return writtenTime(digits, unit, isNegative);
+}
+
+WrittenTime Parser::writtenTime(std::string_view digits, const std::optional<TimeUnit>& unit,
+                                bool isNegative) {
+    WrittenTime written;
+    written.text =
+        (isNegative ? "-" : "") + std::string(digits) + (unit ? " " + std::string(unit->name) : "");
+    written.time = ExactTime::of(digits, unit ? unit->length : second);
     written.number = nearestNumber<double>(digits);
     if (isNegative) {
         written.time = written.time ? std::optional(-*written.time) : std::nullopt;

@@ -31,8 +31,22 @@ std::size_t Parser::conversion(SyntaxNode node) {
 
 // Whether a literal of the type stands here; what follows it tells whether it is all there is.
 bool Parser::typedLiteral(SyntaxNode& node) {
-    const bool isOfVerdict = node.target == assessments::valueTypeIndex<assessments::Verdict>;
-    const bool isOfBool = node.target == assessments::valueTypeIndex<bool>;
+    const auto text = next().kind == TokenKind::Parameter ? parameterOfType(node.target)
+                                                          : literalOfType(node.target);
+    if (!text) {
+        return false;
+    }
+    node.kind = SyntaxKind::TypedLiteral;
+    node.text = *text;
+    if (valueTypeNames()[node.target] == "fixed" && takeIf(",")) {
+        node.storedType = fixedPointType();
+    }
+    return true;
+}
+
+std::optional<std::string> Parser::literalOfType(std::size_t valueType) {
+    const bool isOfVerdict = valueType == assessments::valueTypeIndex<assessments::Verdict>;
+    const bool isOfBool = valueType == assessments::valueTypeIndex<bool>;
     const std::string sign = takeIf("-") ? "-" : "";
     const Token token = take();
     const bool isNumber = !isOfVerdict && !isOfBool && isNumberWord(token);
@@ -40,17 +54,19 @@ bool Parser::typedLiteral(SyntaxNode& node) {
     const bool isVerdict = isOfVerdict && sign.empty() && token.kind == TokenKind::Quoted &&
                            verdictOf(token.text.substr(1, token.text.size() - 2)).has_value();
     if (!isNumber && !isTruth && !isVerdict) {
-        return false;
+        return std::nullopt;
     }
-    node.kind = SyntaxKind::TypedLiteral;
-    node.text = isVerdict ? textOf(token) : sign + std::string(token.text);
-    if (isNumber && valueTypeNames()[node.target] == "fixed" && takeIf(",")) {
-        if (next().kind != TokenKind::Quoted) {
-            expected("a fixed-point type", "for example \"u16f4\"");
-        }
-        node.storedType = textOf(take());
+    return isVerdict ? textOf(token) : sign + std::string(token.text);
+}
+
+std::string Parser::fixedPointType() {
+    if (next().kind == TokenKind::Parameter) {
+        return takeParameter().value;
     }
-    return true;
+    if (next().kind != TokenKind::Quoted) {
+        expected("a fixed-point type", "for example \"u16f4\"");
+    }
+    return textOf(take());
 }
 
 // A minus sign belongs to the number that it touches, so that -128 is an int8.

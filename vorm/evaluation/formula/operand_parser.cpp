@@ -107,6 +107,8 @@ std::size_t Parser::leaf() {
             node.kind = SyntaxKind::Member;
             node.text = textOf(take());
             return append(std::move(node));
+        case TokenKind::Parameter:
+            return parameter();
         case TokenKind::Name:
             return name();
         case TokenKind::Number:

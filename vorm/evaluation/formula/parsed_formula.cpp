@@ -1,22 +1,38 @@
 #include "formula.hpp"
 #include "parser.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace vorm::evaluation {
-namespace {
 
-std::shared_ptr<const SyntaxNodes> nodesOf(const std::string& text) {
+ParsedFormula::ParsedFormula(std::string text, std::shared_ptr<const FormulaParameters> parameters)
+    : text_(std::move(text)), parameters_(std::move(parameters)) {
     try {
-        return std::make_shared<const SyntaxNodes>(Parser(text).nodes());
+        nodes_ = std::make_shared<const SyntaxNodes>(Parser(text_, parameters_.get()).nodes());
     } catch (const FormulaError& error) {
-        throw error.within(text);
+        throw placed(error);
     }
 }
 
-}  // namespace
-
-ParsedFormula::ParsedFormula(std::string text) : text_(std::move(text)), nodes_(nodesOf(text_)) {}
+FormulaError ParsedFormula::placed(const FormulaError& error) const {
+    const InputProblem& problem = error.problem();
+    const std::string_view marked = std::string_view(text_).substr(
+        std::min(error.span().begin, text_.size()), error.span().length);
+    std::string advice = problem.advice;
+    std::set<std::string_view> told;
+    for (const Token& token : tokensOf(marked)) {
+        const FormulaParameter* parameter = parameters_ && token.kind == TokenKind::Parameter
+                                                ? findParameter(*parameters_, token.text.substr(1))
+                                                : nullptr;
+        if (parameter != nullptr && told.insert(token.text).second) {
+            advice += (advice.empty() ? "" : "\n  ") + std::string(token.text) + " is " +
+                      parameterText(parameter->kind, parameter->value) + ", from " +
+                      parameter->source;
+        }
+    }
+    return FormulaError(problem.message, error.span(), advice, error.definition()).within(text_);
+}
 
 std::set<std::string> ParsedFormula::names() const {
     std::set<std::string> names;

@@ -27,7 +27,8 @@ Parser::Level::Level(Parser& parser) : parser_(parser) {
     }
 }
 
-Parser::Parser(std::string_view text) : text_(text), tokens_(tokensOf(text)) {}
+Parser::Parser(std::string_view text, const FormulaParameters* parameters)
+    : text_(text), parameters_(parameters), tokens_(tokensOf(text)) {}
 
 SyntaxNodes Parser::nodes() && {
     implications();

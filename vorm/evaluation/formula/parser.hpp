@@ -3,9 +3,11 @@
 // Reads the text of a formula by precedence climbing (Clarke, "The top-down parsing of
 // expressions", 1986) over its words. For ParsedFormula.
 
+#include <vorm/evaluation/formula/formula_parameter.hpp>
 #include <vorm/evaluation/formula/spellings.hpp>
 #include <vorm/evaluation/formula/syntax_tree.hpp>
 #include <vorm/evaluation/formula/token.hpp>
+#include <vorm/evaluation/time/time_unit.hpp>
 
 #include <initializer_list>
 #include <optional>
@@ -17,8 +19,8 @@ namespace vorm::evaluation {
 
 class Parser {
 public:
-    /// The text has to outlive the parser.
-    explicit Parser(std::string_view text);
+    /// The text and the parameters, null where there can be none, have to outlive the parser.
+    Parser(std::string_view text, const FormulaParameters* parameters);
 
     /// The nodes of the formula. Throws FormulaError.
     SyntaxNodes nodes() &&;
@@ -45,6 +47,8 @@ private:
     // literal_parser.cpp
     std::size_t conversion(SyntaxNode node);
     bool typedLiteral(SyntaxNode& node);
+    std::optional<std::string> literalOfType(std::size_t valueType);
+    std::string fixedPointType();
     std::optional<std::size_t> number();
 
     // interval_parser.cpp
@@ -53,6 +57,15 @@ private:
     void printedDistance(SyntaxNode& node);
     WrittenTime time();
     WrittenTime timeOf(std::string_view digits, bool isNegative);
+    static WrittenTime writtenTime(std::string_view digits, const std::optional<TimeUnit>& unit,
+                                   bool isNegative);
+
+    // parameter_parser.cpp
+    const FormulaParameter& takeParameter();
+    std::size_t parameter();
+    std::optional<std::string> parameterOfType(std::size_t valueType);
+    WrittenTime parameterTime(bool isNegative);
+    [[noreturn]] void failAsNoTime(const FormulaParameter& parameter, const Token& where) const;
 
     // refused_words.cpp
     void refuseMissingOperator() const;
@@ -75,6 +88,7 @@ private:
     [[noreturn]] void expected(const std::string& what, std::string advice = {}) const;
 
     std::string_view text_;
+    const FormulaParameters* parameters_;
     std::vector<Token> tokens_;
     std::size_t position_ = 0;
     std::size_t level_ = 0;

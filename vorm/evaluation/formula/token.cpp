@@ -26,7 +26,9 @@ struct Number : seq<sor<seq<plus<pegtl::digit>, opt<one<'.'>, star<pegtl::digit>
 
 // Every character beyond ASCII can be part of a name.
 struct NameStart : sor<pegtl::alpha, one<'_'>, pegtl::not_range<'\0', '\x7f'>> {};
-struct Name : seq<NameStart, star<sor<NameStart, pegtl::digit, one<'.'>>>> {};
+struct NameText : seq<NameStart, star<sor<NameStart, pegtl::digit, one<'.'>>>> {};
+struct Name : NameText {};
+struct Parameter : seq<one<'$'>, NameText> {};
 
 template <char Quote>
 struct InQuotes
@@ -42,8 +44,10 @@ struct Symbol : sor<string<'-', '>'>, string<'=', '='>, string<'~', '='>, string
                     one<'(', ')', '[', ']', ',', '<', '>', '|', '&', '+', '-', '*', '~', '!'>> {};
 struct Foreign : pegtl::any {};
 
-struct Words : pegtl::until<pegtl::eof,
-                            sor<Blank, Number, Name, Quoted, Member, Unclosed, Symbol, Foreign>> {};
+struct Words
+    : pegtl::until<pegtl::eof,
+                   sor<Blank, Number, Name, Quoted, Member, Parameter, Unclosed, Symbol, Foreign>> {
+};
 
 template <TokenKind Kind>
 struct Append {
@@ -63,6 +67,8 @@ template <>
 struct Action<Quoted> : Append<TokenKind::Quoted> {};
 template <>
 struct Action<Member> : Append<TokenKind::Member> {};
+template <>
+struct Action<Parameter> : Append<TokenKind::Parameter> {};
 template <>
 struct Action<Unclosed> : Append<TokenKind::Unclosed> {};
 template <>

@@ -9,13 +9,14 @@
 namespace vorm::evaluation {
 
 enum class TokenKind : std::uint8_t {
-    Number,    ///< without sign
-    Name,      ///< with the operators that are words
-    Quoted,    ///< with its double quotes
-    Member,    ///< with its single quotes
-    Symbol,    ///< an operator, a bracket or a comma
-    Unclosed,  ///< from a quote that is not closed to the end of its line
-    Foreign,   ///< a byte that no formula has
+    Number,     ///< without sign
+    Name,       ///< with the operators that are words
+    Quoted,     ///< with its double quotes
+    Member,     ///< with its single quotes
+    Parameter,  ///< a name with its $
+    Symbol,     ///< an operator, a bracket or a comma
+    Unclosed,   ///< from a quote that is not closed to the end of its line
+    Foreign,    ///< a byte that no formula has
     End,
 };
 

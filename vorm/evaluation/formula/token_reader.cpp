@@ -2,8 +2,18 @@
 #include "quoted_text.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace vorm::evaluation {
+namespace {
+
+std::string foreignAdvice(const std::string& character, std::string otherAdvice) {
+    return character == "="   ? "write == to compare"
+           : character == "$" ? "a parameter is written $name"
+                              : std::move(otherAdvice);
+}
+
+}  // namespace
 
 const Token& Parser::next(std::size_t ahead) const {
     return tokens_[std::min(position_ + ahead, tokens_.size() - 1)];
@@ -83,11 +93,12 @@ void Parser::expected(const std::string& what, std::string advice) const {
             fail("this quote is not closed", token, "add " + text.substr(0, 1));
         case TokenKind::Foreign:
             fail("expected " + what + ", found the character " + evaluation::quoted(text, '\''),
-                 token, text == "=" ? "write == to compare" : std::move(advice));
+                 token, foreignAdvice(text, std::move(advice)));
         case TokenKind::Number:
         case TokenKind::Name:
         case TokenKind::Quoted:
         case TokenKind::Member:
+        case TokenKind::Parameter:
         case TokenKind::Symbol:
             break;
     }

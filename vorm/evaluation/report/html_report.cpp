@@ -5,6 +5,7 @@
 #include <vorm/evaluation/report/html/page_parts.hpp>
 #include <vorm/evaluation/report/html_text.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>
+#include <vorm/evaluation/report/parameter_text.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <algorithm>
@@ -209,6 +210,7 @@ private:
                      " without plots: they do not fit into " +
                      numberText(static_cast<double>(style_.mostBytes) / 1e6) + " MB";
         }
+        const std::string values = parametersText(run_.parameters);
         const VerdictCounts counts = countVerdicts(run_);
         std::string items;
         for (const auto& [mark, count] :
@@ -221,9 +223,11 @@ private:
                     std::string(mark.sign) + " " + std::to_string(count) + " " + mark.text);
             }
         }
-        return element("header", "",
-                       textElement("h1", "", title()) + textElement("p", "class=\"facts\"", facts) +
-                           element("ul", "class=\"counts\"", items));
+        return element(
+            "header", "",
+            textElement("h1", "", title()) + textElement("p", "class=\"facts\"", facts) +
+                textElement("p", "class=\"facts\"", values.empty() ? "" : "parameters: " + values) +
+                element("ul", "class=\"counts\"", items));
     }
 
     static std::string id(std::size_t recording) { return "r" + std::to_string(recording + 1); }

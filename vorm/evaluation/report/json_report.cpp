@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <utility>
+#include <variant>
 
 namespace vorm::evaluation {
 namespace {
@@ -121,6 +122,23 @@ Json numberOrNull(std::optional<double> number) {
     return number && std::isfinite(*number) ? Json(*number + 0.0) : Json(nullptr);
 }
 
+// JSON has no number for what is not finite, which stays a text.
+Json parameterOf(const FormulaParameter& parameter) {
+    const auto value = valueOf(parameter);
+    const double* number = std::get_if<double>(&value);
+    return number != nullptr && !std::isfinite(*number)
+               ? Json(parameter.value)
+               : std::visit([](const auto& known) { return Json(known); }, value);
+}
+
+Json parametersOf(const FormulaParameters& parameters) {
+    Json values = Json::object();
+    for (const FormulaParameter& parameter : parameters) {
+        values[parameter.name] = parameterOf(parameter);
+    }
+    return values;
+}
+
 Json assessmentOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     Json json = {{"name", outcome.name},
                  {"description", textOrNull(outcome.description)},
@@ -180,6 +198,7 @@ std::string jsonReport(const RunOutcome& run) {
     const Json report = {{"file", run.file},
                          {"title", textOrNull(run.title)},
                          {"strict", run.strict},
+                         {"parameters", parametersOf(run.parameters)},
                          {"summary",
                           {{"passed", counts.passed},
                            {"failed", counts.failed},

@@ -110,20 +110,33 @@ void setCounts(pugi::xml_node node, bool strict, const VerdictCounts& counts) {
     set(node, "skipped", strict ? 0 : counts.noResult);
 }
 
-void addRecording(pugi::xml_node suites, const std::string& file, bool strict,
-                  const RecordingOutcome& recording) {
+// The schema has properties in a suite only.
+void addParameters(pugi::xml_node suite, const FormulaParameters& parameters) {
+    if (parameters.empty()) {
+        return;
+    }
+    pugi::xml_node properties = suite.append_child("properties");
+    for (const FormulaParameter& parameter : parameters) {
+        pugi::xml_node property = properties.append_child("property");
+        set(property, "name", parameter.name);
+        set(property, "value", parameter.value);
+    }
+}
+
+void addRecording(pugi::xml_node suites, const RunOutcome& run, const RecordingOutcome& recording) {
     pugi::xml_node suite = suites.append_child("testsuite");
     set(suite, "name", recording.recording);
-    setCounts(suite, strict, countVerdicts(recording, strict));
+    setCounts(suite, run.strict, countVerdicts(recording, run.strict));
+    addParameters(suite, run.parameters);
     if (recording.error) {
         pugi::xml_node testCase = suite.append_child("testcase");
-        set(testCase, "classname", file);
+        set(testCase, "classname", run.file);
         set(testCase, "name", "reading the recording");
         addError(testCase, *recording.error);
     }
     const TimeWriter times(recording.times.clock);
     for (const AssessmentOutcome& outcome : recording.assessments) {
-        addAssessment(suite, file, strict, outcome, times);
+        addAssessment(suite, run.file, run.strict, outcome, times);
     }
 }
 
@@ -135,7 +148,7 @@ std::string junitReport(const RunOutcome& run) {
     set(suites, "name", run.title.empty() ? run.file : run.title);
     setCounts(suites, run.strict, countVerdicts(run));
     for (const RecordingOutcome& recording : run.recordings) {
-        addRecording(suites, run.file, run.strict, recording);
+        addRecording(suites, run, recording);
     }
     std::ostringstream text;
     document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);

@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/report/interval_lines.hpp>
 #include <vorm/evaluation/report/outcome_mark.hpp>
+#include <vorm/evaluation/report/parameter_text.hpp>
 #include <vorm/evaluation/report/recording_matrix.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
@@ -241,7 +242,11 @@ std::string summary(const RunOutcome& run) {
 }  // namespace
 
 TableReport::TableReport(const RunOutcome& about, std::size_t recordings, TableStyle style)
-    : title_(about.title), strict_(about.strict), recordings_(recordings), style_(style) {
+    : title_(about.title),
+      settings_(settingsText(about.parameters)),
+      strict_(about.strict),
+      recordings_(recordings),
+      style_(style) {
     constexpr std::size_t leastWidth = 60;
     if (style_.width) {
         style_.width = std::max(*style_.width, leastWidth);
@@ -249,9 +254,10 @@ TableReport::TableReport(const RunOutcome& about, std::size_t recordings, TableS
 }
 
 std::string TableReport::begin() const {
-    const std::string title =
-        indentedLines(withoutControls(title_), {"", style_.colours, style_.width});
-    return (title.empty() ? "" : title + "\n") + (hasLines() ? listHead(style_) : "");
+    const TextTable::Style lines{"", style_.colours, style_.width};
+    const std::string head =
+        indentedLines(withoutControls(title_), lines) + indentedLines(settings_, lines);
+    return (head.empty() ? "" : head + "\n") + (hasLines() ? listHead(style_) : "");
 }
 
 std::string TableReport::recording(const RecordingOutcome& outcome) const {

@@ -28,7 +28,8 @@ struct TableStyle {
 /// of an assessment's times one text, they have more.
 class TableReport {
 public:
-    /// Of a run that has so many recordings; `about` gives the title and whether the run is strict.
+    /// Of a run that has so many recordings; `about` gives the title, the parameters and whether
+    /// the run is strict.
     TableReport(const RunOutcome& about, std::size_t recordings, TableStyle style);
 
     /// What stands above the first recording.
@@ -41,6 +42,7 @@ private:
     bool hasLines() const { return recordings_ > 1 && !style_.verbose; }
 
     std::string title_;
+    std::string settings_;
     bool strict_;
     std::size_t recordings_;
     TableStyle style_;
