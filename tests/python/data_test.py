@@ -333,6 +333,7 @@ def test_what_cannot_be_used_says_why(data: Any, message: str) -> None:
 
 DATES_AND_NUMBERS = {"x": ([0, 1], [1, 2]), "y": (pd.to_datetime(["2024"]), [1])}
 NUMBER: Any = 7
+WITH_LIMIT = "parameters = { limit = 3 }"
 TABLE: Any = {"assessment": []}
 
 
@@ -355,6 +356,10 @@ TABLE: Any = {"assessment": []}
         (lambda: vorm.assess(TABLE, FRAME), "vorm.parse makes requirements of it"),
         (lambda: vorm.evaluate(NUMBER, FRAME), "the formula is no text, but of the type int"),
         (lambda: vorm.load("a\0b"), "is no path"),
+        (lambda: vorm.parse(WITH_LIMIT, parameters={"limt": 3}), "'limt'(.*\n)*.*mean 'limit'"),
+        (lambda: vorm.parse(WITH_LIMIT, parameters={"limit": True}), "'true' is no number"),
+        (lambda: vorm.parse(WITH_LIMIT, parameters={"limit": TABLE}), "is of the type dict"),
+        (lambda: vorm.evaluate("x > $y", FRAME), "only assessment files have parameters"),
         (lambda: vorm.assess(X_ABOVE_2, FRAME, only=[NUMBER]), "a name is no text"),
         (lambda: vorm.assess(X_ABOVE_2, FRAME).to_html("x.html", megabytes=-1), "megabytes is -1"),
     ],

@@ -138,6 +138,46 @@ def test_pages_and_plots_lose_no_failure(tmp_path: Path, monkeypatch: pytest.Mon
     matplotlib.pyplot.close("all")
 
 
+def test_parameters_are_given_for_a_variant() -> None:
+    text = """
+        parameters = { limit = 27.8, delay = "500 ms", lamp = true, count = 3 }
+        [[assessment]]
+        name = "slow"
+        formula = "speed <= $limit & always[0, $delay]($lamp)"
+    """
+    declared = vorm.parse(text)
+    assert declared.parameters == {"limit": 27.8, "delay": "500 ms", "lamp": True, "count": 3}
+    assert vorm.assess(declared, FRAME)["slow"].verdict == "FAIL"
+    limit: Any = np.float64(1e3)
+    given = vorm.parse(text, parameters={"limit": limit, "lamp": True, "delay": "1 s"})
+    again = pickle.loads(pickle.dumps(given))
+    assert again.parameters == given.parameters == {**declared.parameters, **again.parameters}
+    assert again.parameters["limit"] == 1000 and again.parameters["delay"] == "1 s"
+    run = vorm.assess(again, FRAME)
+    assert run["slow"].verdict == "PASS"
+    assert '"limit": 1000.0' in run.to_json()
+
+
+def test_pytest_keeps_variants_apart(pytester: pytest.Pytester) -> None:
+    pytester.makefile(
+        ".toml", r='parameters = { m = 3 }\n[[assessment]]\nname = "a"\nformula = "x < $m"'
+    )
+    pytester.makepyfile(
+        """
+        import pytest, vorm
+
+        @pytest.mark.parametrize("most", [3, 4])
+        def test_drive(vorm_check, most):
+            vorm_check(vorm.load("r.toml", parameters={"m": most}), {"x": ([0.0, 1.0], [1, 2])})
+        """
+    )
+    pytester.runpytest_subprocess(
+        "-p", "vorm.pytest_plugin", "--vorm-report", "r.html", "-p", "no:cacheprovider"
+    ).assert_outcomes(passed=2)
+    pages = [(pytester.path / name).read_text() for name in ("r.html", "r-2.html")]
+    assert "m = 3 (3)" in pages[0] and "m = 4 (3)" in pages[1]
+
+
 def test_pytest_shows_what_failed_and_writes_a_report(
     pytester: pytest.Pytester, monkeypatch: pytest.MonkeyPatch
 ) -> None:

@@ -105,16 +105,31 @@ void addDeclaration(py::module_& module) {
         });
 }
 
+File fileOf(const std::string& text, const std::string& name,
+            const std::vector<std::pair<std::string, std::string>>& parameters) {
+    std::vector<evaluation::ParameterSetting> settings;
+    for (const auto& [parameter, value] : parameters) {
+        settings.push_back({parameter, value, "parameters"});
+    }
+    return File(evaluation::parseAssessmentFile(text, name, settings));
+}
+
+py::dict parametersOf(const File& file) {
+    py::dict values;
+    for (const evaluation::FormulaParameter& parameter : file.content().parameters) {
+        values[py::str(parameter.name)] = valueOf(parameter);
+    }
+    return values;
+}
+
 }  // namespace
 
 void addFiles(py::module_& module) {
     addDeclaration(module);
     py::class_<File>(module, "File")
-        .def(py::init([](const std::string& text, const std::string& name) {
-                 return File(evaluation::parseAssessmentFile(text, name));
-             }),
-             py::arg("text"), py::arg("name"))
+        .def(py::init(&fileOf), py::arg("text"), py::arg("name"), py::arg("parameters"))
         .def_property_readonly("name", [](const File& file) { return file.content().name; })
+        .def_property_readonly("parameters", &parametersOf)
         .def_property_readonly("title", [](const File& file) { return file.content().title; })
         .def_property_readonly(
             "assessments",

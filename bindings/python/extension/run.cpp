@@ -47,7 +47,9 @@ RunOptions optionsOf(Run& run, const std::vector<std::string>& only, unsigned jo
 
 Run assess(const File& file, const evaluation::Recording& recording,
            const std::vector<std::string>& only, unsigned jobs, bool robustness, bool strict) {
-    Run run{file, {file.content().name, file.content().title, {}, strict}, {}};
+    Run run{file,
+            {file.content().name, file.content().title, {}, strict, file.content().parameters},
+            {}};
     RunOptions options = optionsOf(run, only, jobs, robustness, strict);
     run.outcome.recordings.push_back(unlocked([&](const Progress& progress) {
         options.progress = progress;

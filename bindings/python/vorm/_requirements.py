@@ -11,13 +11,18 @@ from typing import Any
 from vorm import _vorm
 from vorm._errors import checked_text, error
 
+Parameter = bool | int | float | str
+
 
 class Requirements:
     """The content of an assessment file. Made by load and parse; can be pickled."""
 
-    def __init__(self, text: str, name: str) -> None:
+    def __init__(
+        self, text: str, name: str, parameters: Mapping[str, Parameter] | None = None
+    ) -> None:
         self._text = text
-        self._file = _vorm.File(text, name)
+        self._given = dict(parameters or {})
+        self._file = _vorm.File(text, name, _settings(self._given))
 
     @property
     def name(self) -> str:
@@ -35,6 +40,11 @@ class Requirements:
         return self._file.assessments
 
     @property
+    def parameters(self) -> dict[str, Parameter]:
+        """The values of all parameters, given or as the file declares them."""
+        return self._file.parameters
+
+    @property
     def text(self) -> str:
         """The text of the file."""
         return self._text
@@ -45,16 +55,21 @@ class Requirements:
         return self._file
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return Requirements, (self._text, self.name)
+        return Requirements, (self._text, self.name, self._given)
 
     def __repr__(self) -> str:
         return f"<Requirements {self.name!r}: {', '.join(map(repr, self.assessments))}>"
 
 
-def load(path: str | os.PathLike[str]) -> Requirements:
-    """Reads an assessment file. Raises Error, with file, line and column, for what is none."""
+def load(
+    path: str | os.PathLike[str], *, parameters: Mapping[str, Parameter] | None = None
+) -> Requirements:
+    """Reads an assessment file. Raises Error, with file, line and column, for what is none.
+
+    `parameters` are values in place of those in its table [parameters], of the same kinds.
+    """
     name = path_text(path)
-    return Requirements(_vorm.read_text(name), name)
+    return Requirements(_vorm.read_text(name), name, parameters)
 
 
 def path_text(path: Any) -> str:
@@ -68,10 +83,16 @@ def path_text(path: Any) -> str:
     return checked_text(name, "the path")
 
 
-def parse(text: str | Mapping[str, Any]) -> Requirements:
-    """Requirements from the text of an assessment file, or from a dict of the same keys."""
+def parse(
+    text: str | Mapping[str, Any], *, parameters: Mapping[str, Parameter] | None = None
+) -> Requirements:
+    """Requirements from the text of an assessment file, or from a dict of the same keys.
+
+    `parameters` are those of load.
+    """
     text = _toml(text) if isinstance(text, Mapping) else text
-    return Requirements(checked_text(text, "the text of the requirements"), "requirements")
+    text = checked_text(text, "the text of the requirements")
+    return Requirements(text, "requirements", parameters)
 
 
 def requirements_of(given: Requirements | str | os.PathLike[str]) -> Requirements:
@@ -79,6 +100,24 @@ def requirements_of(given: Requirements | str | os.PathLike[str]) -> Requirement
     if isinstance(given, Mapping):
         raise error("a dict is no requirements yet", "vorm.parse makes requirements of it")
     return given if isinstance(given, Requirements) else load(given)
+
+
+def _settings(parameters: Mapping[str, Parameter]) -> list[tuple[str, str]]:
+    return [
+        (checked_text(name, "the name of a parameter"), _setting(name, value))
+        for name, value in parameters.items()
+    ]
+
+
+def _setting(name: str, value: Any) -> str:
+    if isinstance(value, str):
+        return checked_text(value, f"the parameter {name!r}")
+    if isinstance(value, numbers.Real):
+        return _toml_value(value)
+    raise error(
+        f"the parameter {name!r} is of the type {type(value).__name__}",
+        "it is a number, a bool or a text",
+    )
 
 
 def _toml(table: Mapping[str, Any]) -> str:

@@ -54,9 +54,10 @@ def pytest_sessionfinish(session: pytest.Session) -> None:
     path = session.config.getoption("--vorm-report")
     if path is None:
         return
-    groups: dict[tuple[str, str], list[Run]] = {}
+    groups: dict[tuple[Any, ...], list[Run]] = {}
     for run in session.config.stash[RUNS]:
-        key = (run.requirements.name, run.requirements.text)
+        known = run.requirements
+        key = (known.name, known.text, *known.parameters.items())
         groups.setdefault(key, []).append(run)
     for number, runs in enumerate(groups.values()):
         target = Path(path)
