@@ -3,6 +3,7 @@
 /// The whole public interface of the evaluation layer.
 
 #include <vorm/evaluation/assessment/assess.hpp>
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/assessment_draft.hpp>
 #include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/assessment/check.hpp>
@@ -15,6 +16,7 @@
 #include <vorm/evaluation/assessment/outcome.hpp>
 #include <vorm/evaluation/assessment/range_limit.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/assessment/severity.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>

@@ -31,7 +31,8 @@ struct Options {
     std::string assessments;              ///< path; `-` is standard input
     std::vector<std::string> recordings;  ///< paths; `-` is standard input
     std::string name;                     ///< of the assessment to show
-    std::vector<std::string> only;        ///< names of the assessments to run; empty: all
+    std::vector<std::string> only;        ///< the assessments to run; empty: all
+    std::vector<std::string> skip;        ///< those to leave out
     bool together = false;                ///< whether all paths are one recording
     std::vector<vorm::evaluation::LayoutSetting>
         layout;  ///< changes to that of the assessment file

@@ -9,10 +9,10 @@
 #include <vorm/evaluation/report/table_report.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
 #include <array>
-#include <iostream>
 #include <optional>
 
 namespace assess {
@@ -176,13 +176,27 @@ void noteNeverTriggered(const RunOutcome& run) {
     if (names.empty()) {
         return;
     }
-    std::cerr << "note: " << names.size()
-              << (names.size() == 1 ? " assessment was" : " assessments were")
-              << " never triggered: ";
+    std::string text = std::to_string(names.size()) +
+                       (names.size() == 1 ? " assessment was" : " assessments were") +
+                       " never triggered: ";
     for (const std::string& name : names) {
-        std::cerr << (&name == &names.front() ? "" : ", ") << name;
+        text += (&name == &names.front() ? "" : ", ") + name;
     }
-    std::cerr << "\n";
+    note("note", text);
+}
+
+// That some input cannot be used is told by the exit code, and must not hide that others fail.
+void noteFailuresBesideErrors(const RunOutcome& run) {
+    std::vector<std::string> failing;
+    for (const RecordingOutcome& recording : run.recordings) {
+        if (RunOutcome{"", "", {recording}, run.strict}.hasFailures()) {
+            failing.push_back(recording.recording);
+        }
+    }
+    if (run.hasErrors() && !failing.empty()) {
+        note("note", "not all input could be used, and of what could be, assessments failed on " +
+                         quotedList(failing));
+    }
 }
 
 }  // namespace
@@ -206,6 +220,7 @@ ExitCode runAssessments(const Options& options) {
     run.strict = options.strict;
     run.explain = options.explain;
     run.only = options.only;
+    run.skip = options.skip;
     run.progress = [&](const std::string& text) { progress.show(text); };
     if (wantsPlots(options)) {
         run.explain = true;
@@ -234,6 +249,7 @@ ExitCode runAssessments(const Options& options) {
             noteReading(recording.remarks, recording.warnings, options);
         }
         noteNeverTriggered(outcome);
+        noteFailuresBesideErrors(outcome);
     }
     if (outcome.hasErrors()) {
         return ExitCode::UnusableInput;

@@ -4,10 +4,12 @@
 
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/text_columns.hpp>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdlib>
@@ -25,6 +27,19 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
+constexpr std::size_t leastWidth = 20;
+
+// Of a terminal; nothing of anything else.
+std::optional<std::size_t> widthOf(int file) {
+    constexpr std::size_t usual = 80;
+    if (::isatty(file) == 0) {
+        return std::nullopt;
+    }
+    winsize size{};
+    const bool isKnown = ::ioctl(file, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : usual;
+}
+
 }  // namespace
 
 bool wantsColours(const Options& options) {
@@ -35,13 +50,17 @@ bool wantsColours(const Options& options) {
 }
 
 std::optional<std::size_t> terminalWidth(const Options& options) {
-    constexpr std::size_t usual = 80;
-    if (!options.output.empty() || ::isatty(STDOUT_FILENO) == 0) {
-        return std::nullopt;
+    return options.output.empty() ? widthOf(STDOUT_FILENO) : std::nullopt;
+}
+
+void note(const std::string& kind, const std::string& text) {
+    const std::string line = kind + ": " + vorm::evaluation::withoutControls(text);
+    const auto width = widthOf(STDERR_FILENO);
+    for (const std::string& part :
+         width ? vorm::evaluation::wrapped(line, std::max(*width, leastWidth))
+               : std::vector<std::string>{line}) {
+        std::cerr << part << "\n";
     }
-    winsize size{};
-    const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return isKnown ? size.ws_col : usual;
 }
 
 std::string today() {
@@ -95,17 +114,16 @@ std::string messageOf(const vorm::evaluation::InputError& error) {
 
 void noteReading(const std::vector<std::string>& remarks, const std::vector<std::string>& warnings,
                  const Options& options) {
-    using vorm::evaluation::withoutControls;
     if (options.quiet) {
         return;
     }
     if (options.verbose) {
         for (const std::string& remark : remarks) {
-            std::cerr << "note: " << withoutControls(remark) << "\n";
+            note("note", remark);
         }
     }
     for (const std::string& warning : warnings) {
-        std::cerr << "warning: " << withoutControls(warning) << "\n";
+        note("warning", warning);
     }
 }
 

@@ -22,6 +22,9 @@ std::optional<std::size_t> terminalWidth(const Options& options);
 /// input gives the same bytes. Throws WrongUsage where that is no time.
 std::string today();
 
+/// Writes `note: ...` or another kind of message to standard error, in lines that fit a terminal.
+void note(const std::string& kind, const std::string& text);
+
 /// One line on standard error that shows what is being done; nothing where that is no terminal or
 /// the user wants quiet.
 class ProgressLine {

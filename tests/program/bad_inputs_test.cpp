@@ -125,5 +125,22 @@ TEST_F(BadInputs, CommandLinesAreRefused) {
     }
 }
 
+TEST_F(BadInputs, ABareMemberIsToldToBeQuoted) {
+    write("m.toml", fileWith("mode == D"));
+    EXPECT_TRUE(has(assess("check m.toml --against d.csv").err,
+                    "unknown signal 'D'\n    mode == D\n            ^\n"
+                    "  write 'D' for the member of enumeration mode"));
+}
+
+TEST_F(BadInputs, FailuresBesideThemAreTold) {
+    write("bad.csv", "time,speed\n0,1,2\n");
+    const ProgramResult result = assess("run a.toml bad.csv d.csv");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_TRUE(has(result.err,
+                    "note: not all input could be used, and of what could be, "
+                    "assessments failed on 'd.csv'"));
+    EXPECT_FALSE(has(assess("run a.toml d.csv").err, "note:"));
+}
+
 }  // namespace
 }  // namespace assess_tests

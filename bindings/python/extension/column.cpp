@@ -194,9 +194,9 @@ void addColumns(py::module_& module) {
             [](const File& file, const std::vector<std::string>& only, const std::string& name,
                const std::vector<Column>& columns, const std::vector<std::string>& available) {
                 const auto& layout = file.content().layout;
-                return recordingOf(
-                    name, columns, available, std::string(layout.time.resolution.name),
-                    reachOf(file.content(), chosenAssessments(file.content(), only)));
+                return recordingOf(name, columns, available,
+                                   std::string(layout.time.resolution.name),
+                                   reachOf(file.content(), chosenBy(file, only, {})));
             },
             py::arg("file"), py::arg("only"), py::arg("name"), py::arg("columns"),
             py::arg("available"))

@@ -1,5 +1,6 @@
 #include "file.hpp"
 
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/table/column_header.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
@@ -124,6 +125,15 @@ py::dict parametersOf(const File& file) {
 
 }  // namespace
 
+std::vector<const evaluation::Assessment*> chosenBy(const File& file,
+                                                    const std::vector<std::string>& only,
+                                                    const std::vector<std::string>& skip) {
+    evaluation::RunOptions options;
+    options.only = only;
+    options.skip = skip;
+    return chosenAssessments(file.content(), options);
+}
+
 void addFiles(py::module_& module) {
     addDeclaration(module);
     py::class_<File>(module, "File")
@@ -141,9 +151,20 @@ void addFiles(py::module_& module) {
                 return names;
             })
         .def(
+            "chosen",
+            [](const File& file, const std::vector<std::string>& only,
+               const std::vector<std::string>& skip) {
+                std::vector<std::string> names;
+                for (const evaluation::Assessment* assessment : chosenBy(file, only, skip)) {
+                    names.push_back(assessment->name);
+                }
+                return names;
+            },
+            py::arg("only"), py::arg("skip"))
+        .def(
             "names_to_read",
             [](const File& file, const std::vector<std::string>& only) {
-                return namesToRead(file.content(), chosenAssessments(file.content(), only));
+                return namesToRead(file.content(), chosenBy(file, only, {}));
             },
             py::arg("only"))
         .def_property_readonly("declarations",

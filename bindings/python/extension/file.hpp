@@ -7,6 +7,8 @@
 #include <pybind11/pybind11.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace vorm::python {
 
@@ -21,6 +23,11 @@ public:
 private:
     std::shared_ptr<const evaluation::AssessmentFile> content_;
 };
+
+/// The assessments that the texts choose, as evaluation::chosenAssessments.
+std::vector<const evaluation::Assessment*> chosenBy(const File& file,
+                                                    const std::vector<std::string>& only,
+                                                    const std::vector<std::string>& skip);
 
 /// Adds File and Declaration to the module, and what tells of the name of a column.
 void addFiles(pybind11::module_& module);

@@ -168,6 +168,11 @@ void addOutcomes(py::module_& module) {
         .def_property_readonly("description", text(&AssessmentOutcome::description))
         .def_property_readonly("formula", text(&AssessmentOutcome::formula))
         .def_property_readonly(
+            "severity",
+            [](const AssessmentResult& result) { return nameOf(result.outcome().severity); })
+        .def_property_readonly("tags",
+                               [](const AssessmentResult& result) { return result.outcome().tags; })
+        .def_property_readonly(
             "verdict", [](const AssessmentResult& result) { return verdictText(result.outcome()); })
         .def_property_readonly(
             "error",

@@ -21,6 +21,7 @@ def assess(
     *,
     robustness: bool = False,
     only: Sequence[str] | str | None = None,
+    skip: Sequence[str] | str | None = None,
     jobs: int = 1,
     nan: str = "missing",
     strict: bool = False,
@@ -31,7 +32,8 @@ def assess(
     `data` is a path or a list of paths, one for each recording; a DataFrame whose index is the
     time; a dict of names to a Series, (times, values) or a Signal, each with its own times; or an
     xarray Dataset with the coordinate time. NaN is no sample, unless `nan` is "value". `only` names
-    the assessments to run; `strict` counts as no pass what is not known at some time; `name` is
+    the assessments to run, `skip` those to leave out, also by patterns such as "brake*" and by
+    their tags, "tag:release"; `strict` counts as no pass what is not known at some time; `name` is
     what reports call data in memory.
 
     Raises Error for data in memory that cannot be used. An assessment that cannot be evaluated, or
@@ -39,11 +41,8 @@ def assess(
     assessed.
     """
     known = requirements_of(requirements)
-    if not (only is None or isinstance(only, (str, Sequence))):
-        raise error(f"only is {only!r}", "it is the name of an assessment, or a list of names")
-    chosen = [only] if isinstance(only, str) else list(only or [])
-    for each in [*chosen, name]:
-        checked_text(each, "a name")
+    checked_text(name, "a name")
+    chosen = known.file.chosen(_texts(only, "only"), _texts(skip, "skip"))
     jobs = _jobs(jobs)
     paths = paths_in(data)
     if paths is not None:
@@ -57,6 +56,15 @@ def assess(
     return Run(run, known, [columns.clock])
 
 
+def _texts(texts: Sequence[str] | str | None, what: str) -> list[str]:
+    if not (texts is None or isinstance(texts, (str, Sequence))):
+        raise error(f"{what} is {texts!r}", "it is the name of an assessment, or a list of names")
+    several = [texts] if isinstance(texts, str) else list(texts or [])
+    for each in several:
+        checked_text(each, "a name")
+    return several
+
+
 def _jobs(jobs: int) -> int:
     if not isinstance(jobs, int) or not 1 <= jobs <= 1024:
         raise error(f"jobs is {jobs!r}", "it is a number of threads from 1 to 1024")
@@ -66,8 +74,9 @@ def _jobs(jobs: int) -> int:
 def check(requirements: Requirements | str | os.PathLike[str], data: Any, **options: Any) -> None:
     """Does nothing where all requirements hold, for tests; `options` are those of assess.
 
-    Raises Failed, with the reasons, where one fails or nothing is known of it, with `strict` also
-    where it is not known at some time; and Error for input that cannot be used.
+    Raises Failed, with the reasons, where one of the severity error fails or nothing is known of
+    it, with `strict` also where it is not known at some time; and Error for input that cannot be
+    used.
     """
     __tracebackhide__ = True
     judge(assess(requirements, data, **options))
@@ -78,7 +87,7 @@ def judge(run: Run) -> None:
     __tracebackhide__ = True
     if run.errors:
         raise run.errors[0]
-    failed = run.not_passed()
+    failed = [one for one in run.not_passed() if one.severity == "error"]
     if failed:
         raise Failed(_message(failed), run)
 

@@ -45,6 +45,15 @@ class Result:
         return self._result.formula
 
     @property
+    def severity(self) -> str:
+        """error, warning or info: how bad it is where it fails."""
+        return self._result.severity
+
+    @property
+    def tags(self) -> list[str]:
+        return self._result.tags
+
+    @property
     def verdict(self) -> str:
         """PASS, FAIL, NO_RESULT or ERROR."""
         return self._result.verdict
@@ -197,6 +206,7 @@ class Run:
                 "recording": one.recording,
                 "assessment": one.name,
                 "verdict": one.verdict,
+                "severity": one.severity,
                 "first_failure": one.first_failure,
                 "passed": one.passed,
                 "failed": one.failed,
@@ -209,6 +219,7 @@ class Run:
             "recording",
             "assessment",
             "verdict",
+            "severity",
             "first_failure",
             "passed",
             "failed",

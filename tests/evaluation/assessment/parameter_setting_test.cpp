@@ -1,3 +1,4 @@
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/assessment_file.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 
@@ -94,7 +95,7 @@ TEST(ParameterSettings, ReachFollowsTheValueThatIsSet) {
         "[[assessment]]\nname = 'a'\nformula = 'always[-$t, 0](d)'\n";
     const auto reach = [&](const std::vector<ParameterSetting>& settings) {
         const AssessmentFile file = parseAssessmentFile(text, "a.toml", settings);
-        return reachOf(file, chosenAssessments(file, {})).text();
+        return reachOf(file, chosenAssessments(file, RunOptions())).text();
     };
     EXPECT_EQ(reach({}), "4");
     EXPECT_EQ(reach({{"t", "1 min", "--set"}}), "120");

@@ -1,3 +1,4 @@
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 
 #include <gtest/gtest.h>
@@ -25,6 +26,13 @@ TEST(InputError, ShowsThePartOfALongLineThatMatters) {
     const std::string message = messageOf({"m", SourceLocation(), line, 100, 500, ""});
     EXPECT_EQ(message, "m\n    ..." + std::string(60, 'a') + "\xc3\xa4?" + std::string(58, 'b') +
                            "...\n    " + std::string(63, ' ') + std::string(60, '^'));
+}
+
+// What is no text must not do to a terminal what it likes.
+TEST(InputError, ShowsNothingRawOfWhatIsNoText) {
+    EXPECT_EQ(messageOf({"m", SourceLocation(), "a\xd0\x9b\xd0z\x7f\xc2\x9b\xff", 0, 0, ""}),
+              "m\n    a\xd0\x9b\xef\xbf\xbdz??\xef\xbf\xbd");
+    EXPECT_EQ(shown(std::string(39, 'a') + "\xc3\xa4"), "'" + std::string(39, 'a') + "...'");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "assess.hpp"
 
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/outcome_explanation.hpp>
 #include <vorm/evaluation/assessment/outcome_judgement.hpp>
 #include <vorm/evaluation/assessment/signal_evaluation.hpp>
@@ -155,7 +156,7 @@ std::vector<Task> tasksFor(const AssessmentFile& file,
 
 RecordingOutcome assess(const AssessmentFile& file, const Recording& recording,
                         const RunOptions& options) {
-    const auto assessments = chosenAssessments(file, options.only);
+    const auto assessments = chosenAssessments(file, options);
     RecordingOutcome outcome{
         recording.name, std::nullopt, {}, recording.remarks, recording.warnings};
     outcome.times = recordedTimes(recording);

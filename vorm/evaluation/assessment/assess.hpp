@@ -21,11 +21,14 @@ struct AssessedRecording {
 };
 
 struct RunOptions {
-    unsigned jobs = 1;              ///< threads, at least 1
-    bool robustness = false;        ///< whether to compute it
-    bool strict = false;            ///< whether what is open at some time has not passed
-    bool explain = false;           ///< whether to tell why it fails, or is open
-    std::vector<std::string> only;  ///< names of the assessments to run; empty: all
+    unsigned jobs = 1;        ///< threads, at least 1
+    bool robustness = false;  ///< whether to compute it
+    bool strict = false;      ///< whether what is open at some time has not passed
+    bool explain = false;     ///< whether to tell why it fails, or is open
+    /// Names, patterns and tags of the assessments to run, empty: all, and of those to leave out;
+    /// see chosenAssessments.
+    std::vector<std::string> only;
+    std::vector<std::string> skip;
     // No two of these functions are called at the same time.
 
     /// Called with a short text on what is being done, from any thread.
@@ -41,9 +44,9 @@ struct RunOptions {
 };
 
 /// Assesses a recording. An assessment whose formula cannot be used is an error in the outcome and
-/// does not keep the others from being judged. Throws InputError for names in `only` that no
-/// assessment has. The outcome does not depend on the number of jobs. A recording that was read for
-/// other formulas may have times less exact than these ask for; see ReadingOptions.
+/// does not keep the others from being judged. Throws as chosenAssessments does. The outcome does
+/// not depend on the number of jobs. A recording that was read for other formulas may have times
+/// less exact than these ask for; see ReadingOptions.
 RecordingOutcome assess(const AssessmentFile& file, const Recording& recording,
                         const RunOptions& options = {});
 

@@ -167,6 +167,23 @@ private:
         }
     }
 
+    static Severity severityOf(TomlTable& table) {
+        const auto choice = table.choice("severity", {severityNames.begin(), severityNames.end()});
+        return static_cast<Severity>(choice.value_or(0));
+    }
+
+    static std::vector<std::string> tagsOf(TomlTable& table) {
+        std::vector<std::string> tags = table.texts("tags").value_or(std::vector<std::string>());
+        std::set<std::string> known;
+        for (const std::string& tag : tags) {
+            if (tag.empty() || !known.insert(tag).second) {
+                table.fail("tags",
+                           tag.empty() ? "a tag is empty" : "the tag '" + tag + "' is given twice");
+            }
+        }
+        return tags;
+    }
+
     void readAssessment(const toml::table& keys) {
         TomlTable table(document_, keys, "[[assessment]]");
         const auto& name = table.requiredText("name");
@@ -176,8 +193,12 @@ private:
                                "give one of them another name");
             }
         }
-        Assessment assessment{name.get(), table.text("description").value_or(""),
-                              formula(table.requiredText("formula")), table.rangeLimit("from"),
+        Assessment assessment{name.get(),
+                              table.text("description").value_or(""),
+                              severityOf(table),
+                              tagsOf(table),
+                              formula(table.requiredText("formula")),
+                              table.rangeLimit("from"),
                               table.rangeLimit("to")};
         if (assessment.from && assessment.to && assessment.to->isSurelyBefore(*assessment.from)) {
             document_.fail(*table.node("to"), "'to' is before 'from'");

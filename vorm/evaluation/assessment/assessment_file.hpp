@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/assessment/formula_source.hpp>
 #include <vorm/evaluation/assessment/range_limit.hpp>
+#include <vorm/evaluation/assessment/severity.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 #include <vorm/evaluation/recording/recording_layout.hpp>
 
@@ -23,6 +24,8 @@ struct SourcedFormula {
 struct Assessment {
     std::string name;
     std::string description;
+    Severity severity = Severity::Error;
+    std::vector<std::string> tags;  ///< each once
     SourcedFormula requirement;
     std::optional<RangeLimit> from;  ///< nothing: from the first time of its signals
     std::optional<RangeLimit> to;    ///< included; nothing: to the last time of its signals

@@ -1,5 +1,6 @@
 #include "check.hpp"
 
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 
@@ -32,7 +33,7 @@ std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames
 
 Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
     ReadingOptions reading;
-    reading.wanted = namesToRead(file, chosenAssessments(file, {}));
+    reading.wanted = namesToRead(file, chosenAssessments(file, RunOptions()));
     for (const auto& [name, definition] : file.definitions) {
         reading.wanted->merge(definition.formula.names());
     }

@@ -43,8 +43,9 @@ bool RunOutcome::hasErrors() const {
 
 bool RunOutcome::hasFailures() const {
     return anyAssessment(*this, [this](const auto& assessment) {
-        return strict ? !assessment.error && !assessment.passesThroughout()
-                      : assessment.verdict == assessments::resultEnum_t::FAIL;
+        return strict ? !assessment.error && assessment.severity == Severity::Error &&
+                            !assessment.passesThroughout()
+                      : assessment.failsAsError();
     });
 }
 

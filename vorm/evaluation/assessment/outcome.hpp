@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/assessments/value_types.hpp>
+#include <vorm/evaluation/assessment/severity.hpp>
 #include <vorm/evaluation/causes/cause_extent.hpp>
 #include <vorm/evaluation/formula/definition_names.hpp>
 #include <vorm/evaluation/formula/formula_parameter.hpp>
@@ -63,6 +64,8 @@ struct AssessmentOutcome {
     std::string name;
     std::string description;
     std::string formula;  ///< as it stands in the file
+    Severity severity = Severity::Error;
+    std::vector<std::string> tags;
 
     /// FAIL where it fails at some time, PASS where it holds wherever it is known, NO_RESULT where
     /// it is known nowhere.
@@ -103,6 +106,11 @@ struct AssessmentOutcome {
     /// nothing.
     double openShare() const;
 
+    /// Whether it fails and is a run's failure by its severity.
+    bool failsAsError() const {
+        return verdict == assessments::resultEnum_t::FAIL && severity == Severity::Error;
+    }
+
     /// Whether it holds at every time of the range: it passes, and is open nowhere.
     bool passesThroughout() const;
 };
@@ -127,8 +135,8 @@ struct RunOutcome {
 
     /// Whether some input could not be used.
     bool hasErrors() const;
-    /// Whether some assessment failed; where the run is strict, also whether one did not pass
-    /// throughout.
+    /// Whether some assessment of the severity error failed; where the run is strict, also whether
+    /// one did not pass throughout.
     bool hasFailures() const;
 };
 

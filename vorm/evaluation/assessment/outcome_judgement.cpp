@@ -38,6 +38,8 @@ AssessmentOutcome describedOutcome(const Assessment& assessment) {
     outcome.name = assessment.name;
     outcome.description = assessment.description;
     outcome.formula = assessment.requirement.source.text;
+    outcome.severity = assessment.severity;
+    outcome.tags = assessment.tags;
     return outcome;
 }
 

@@ -1,5 +1,6 @@
 #include "run.hpp"
 
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/parallel/for_each_index.hpp>
 #include <vorm/evaluation/recording/recording_parts.hpp>
@@ -104,7 +105,7 @@ std::vector<RecordingSource> allParts(const RecordingLayout& layout,
 
 Recording readRecordingFor(const AssessmentFile& file, const RecordingSource& source,
                            const RunOptions& options) {
-    const auto assessments = chosenAssessments(file, options.only);
+    const auto assessments = chosenAssessments(file, options);
     ReadingOptions reading;
     reading.wanted = namesToRead(file, assessments);
     reading.jobs = options.jobs;
@@ -124,7 +125,7 @@ Recording readRecordingFor(const AssessmentFile& file, const RecordingSource& so
 
 RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& recordings,
                const RunOptions& options) {
-    chosenAssessments(file, options.only);
+    chosenAssessments(file, options);
     std::vector<std::optional<InputError>> errors;
     const std::vector<RecordingSource> parts = allParts(file.layout, recordings, errors);
     RunOutcome outcome{file.name, file.title, {}, options.strict, file.parameters};

@@ -7,7 +7,7 @@
 namespace vorm::evaluation {
 
 /// Reads from a recording the signals that the assessments of a file use, or those in `only`.
-/// Throws InputError as readRecording does, and for names in `only` that no assessment has.
+/// Throws InputError as readRecording and chosenAssessments do.
 Recording readRecordingFor(const AssessmentFile& file, const RecordingSource& source,
                            const RunOptions& options = {});
 

@@ -32,20 +32,6 @@ ExactTime reachOf(const ParsedFormula& formula) {
     return reaches.back();
 }
 
-std::vector<const Assessment*> chosenAssessments(const AssessmentFile& file,
-                                                 const std::vector<std::string>& only) {
-    for (const std::string& name : only) {
-        file.find(name);
-    }
-    std::vector<const Assessment*> assessments;
-    for (const Assessment& assessment : file.assessments) {
-        if (only.empty() || std::find(only.begin(), only.end(), assessment.name) != only.end()) {
-            assessments.push_back(&assessment);
-        }
-    }
-    return assessments;
-}
-
 std::set<std::string> namesToRead(const AssessmentFile& file,
                                   const std::vector<const Assessment*>& assessments) {
     std::set<std::string> names;

@@ -8,11 +8,6 @@
 
 namespace vorm::evaluation {
 
-/// The assessments of those names in the order of the file; without names all of them. Throws
-/// InputError for a name that no assessment has.
-std::vector<const Assessment*> chosenAssessments(const AssessmentFile& file,
-                                                 const std::vector<std::string>& only);
-
 /// The names that the assessments and the definitions that they use may mean signals by.
 std::set<std::string> namesToRead(const AssessmentFile& file,
                                   const std::vector<const Assessment*>& assessments);

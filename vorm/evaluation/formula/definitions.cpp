@@ -71,12 +71,22 @@ std::optional<OperandType> Definitions::typeOfName(const std::string& name) {
     return OperandType{.type = whole.type, .isOpen = whole.isOpen, .isConstant = whole.isConstant};
 }
 
+std::optional<std::string> Definitions::memberAdvice(const std::string& name) const {
+    for (const std::string& signal : names_.signalNames) {
+        const std::optional<SignalType> type = names_.signalType(signal);
+        if (type && type->isEnumerated() && type->enumeration->valueOf(name)) {
+            return "write '" + name + "' for the member of " + typeText(*type);
+        }
+    }
+    return std::nullopt;
+}
+
 std::string Definitions::suggestionFor(const std::string& name) const {
     std::vector<std::string> candidates = names_.signalNames;
     for (const auto& definition : names_.definitions) {
         candidates.push_back(definition.first);
     }
-    const std::string near = suggestion(name, candidates);
+    const std::string near = memberAdvice(name).value_or(suggestion(name, candidates));
     std::string advice =
         near.empty() && !candidates.empty() ? "there is " + quotedList(candidates) : near;
     if (!names_.whySignalsMayMiss.empty()) {

@@ -5,18 +5,18 @@
 #include <vorm/evaluation/report/html/page_parts.hpp>
 #include <vorm/evaluation/report/html_text.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>
+#include <vorm/evaluation/report/outcome_mark.hpp>
 #include <vorm/evaluation/report/parameter_text.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <numeric>
 #include <utility>
 
 namespace vorm::evaluation {
 namespace {
-
-using assessments::resultEnum_t;
 
 // Of a hash in hexadecimal digits, as content security policies want it.
 std::string base64(std::string_view hex) {
@@ -61,38 +61,30 @@ std::string listElement(const std::string& attributes, const std::vector<std::st
 }
 
 // A class of the page, and the sign that says the same without its colour.
-struct Mark {
+struct PageMark {
     const char* name;
     const char* sign;
     const char* text;
 };
 
-constexpr Mark failMark{"FAIL", "✗", "FAIL"};
-constexpr Mark passMark{"PASS", "✓", "PASS"};
-constexpr Mark noResultMark{"NO_RESULT", "?", "NO_RESULT"};
-constexpr Mark openMark{"OPEN", "?", "PASS (open)"};
-constexpr Mark errorMark{"ERROR", "!", "ERROR"};
+// In the order of the marks.
+constexpr std::array<PageMark, markCount> pageMarks{{{"ERROR", "!", "ERROR"},
+                                                     {"FAIL", "✗", "FAIL"},
+                                                     {"WARNING", "⚠", "WARNING"},
+                                                     {"NO_RESULT", "?", "NO_RESULT"},
+                                                     {"OPEN", "?", "PASS (open)"},
+                                                     {"INFO", "ℹ", "INFO"},
+                                                     {"PASS", "✓", "PASS"}}};
 
-Mark markOf(const AssessmentOutcome& outcome, bool strict) {
-    if (outcome.error) {
-        return errorMark;
-    }
-    switch (outcome.verdict) {
-        case resultEnum_t::PASS:
-            return strict && !outcome.passesThroughout() ? openMark : passMark;
-        case resultEnum_t::FAIL:
-            return failMark;
-        case resultEnum_t::NO_RESULT:
-            break;
-    }
-    return noResultMark;
+const PageMark& pageMarkOf(Mark mark) {
+    return pageMarks[static_cast<std::size_t>(mark)];
 }
 
-std::string classOf(const Mark& mark) {
+std::string classOf(const PageMark& mark) {
     return "class=\"" + std::string(mark.name) + "\"";
 }
 
-std::string textOf(const Mark& mark) {
+std::string textOf(const PageMark& mark) {
     return std::string(mark.sign) + " " + mark.text;
 }
 
@@ -104,6 +96,14 @@ std::string noteOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     return count > 1 ? "fails in " + std::to_string(count) + " intervals, the first " +
                            times.interval(outcome.failures.front())
                      : "";
+}
+
+std::string tagsText(const AssessmentOutcome& outcome) {
+    std::string tags;
+    for (const std::string& tag : outcome.tags) {
+        tags += (tags.empty() ? "tags: " : ", ") + tag;
+    }
+    return tags;
 }
 
 std::string fact(const std::string& name, const std::string& value) {
@@ -213,10 +213,13 @@ private:
         const std::string values = parametersText(run_.parameters);
         const VerdictCounts counts = countVerdicts(run_);
         std::string items;
-        for (const auto& [mark, count] :
-             {std::pair(failMark, counts.failed), std::pair(errorMark, counts.errors),
-              std::pair(noResultMark, counts.noResult), std::pair(openMark, counts.open),
-              std::pair(passMark, counts.passed)}) {
+        for (const auto& [mark, count] : {std::pair(pageMarkOf(Mark::Failed), counts.failed),
+                                          std::pair(pageMarkOf(Mark::Error), counts.errors),
+                                          std::pair(pageMarkOf(Mark::Warned), counts.warnings),
+                                          std::pair(pageMarkOf(Mark::NoResult), counts.noResult),
+                                          std::pair(pageMarkOf(Mark::Open), counts.open),
+                                          std::pair(pageMarkOf(Mark::Informed), counts.infos),
+                                          std::pair(pageMarkOf(Mark::Passed), counts.passed)}) {
             if (count > 0) {
                 items += textElement(
                     "li", classOf(mark),
@@ -268,10 +271,10 @@ private:
         if (recording.error) {
             cells += R"(<td class="ERROR" colspan=")" +
                      std::to_string(std::max<std::size_t>(columns, 1)) + "\">" +
-                     link(id(number), textOf(errorMark)) + "</td>";
+                     link(id(number), textOf(pageMarkOf(Mark::Error))) + "</td>";
         }
         for (std::size_t i = 0; i < recording.assessments.size(); ++i) {
-            const Mark mark = markOf(recording.assessments[i], run_.strict);
+            const PageMark& mark = pageMarkOf(markOf(recording.assessments[i], run_.strict));
             cells += "<td " + classOf(mark) + ">" + link(id(number, i), textOf(mark)) + "</td>";
         }
         return element("tr", recording.error ? "class=\"ERROR\"" : "", cells);
@@ -304,7 +307,7 @@ private:
     std::string assessment(std::size_t recording, std::size_t number) const {
         const AssessmentOutcome& outcome = run_.recordings[recording].assessments[number];
         const TimeWriter times(run_.recordings[recording].times.clock);
-        const Mark mark = markOf(outcome, run_.strict);
+        const PageMark& mark = pageMarkOf(markOf(outcome, run_.strict));
         const std::string summary =
             element("summary", "",
                     textElement("h3", "", outcome.name) +
@@ -340,6 +343,7 @@ private:
                        "class=\"assessment " + std::string(mark.name) + "\" id=\"" +
                            id(recording, number) + "\"" + (isOpen() ? " open" : ""),
                        summary + textElement("p", "class=\"description\"", outcome.description) +
+                           textElement("p", "class=\"tags\"", tagsText(outcome)) +
                            textElement("pre", "class=\"formula\"", outcome.formula) +
                            element("noscript", "", rest));
     }

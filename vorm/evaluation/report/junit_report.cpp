@@ -7,6 +7,7 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <sstream>
 #include <vector>
@@ -62,6 +63,10 @@ std::string detailsOf(const AssessmentOutcome& outcome, const std::vector<std::s
 std::string notesOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     std::string notes = neverTriggeredText(outcome);
     notes += notes.empty() ? "" : "\n";
+    if (outcome.verdict == resultEnum_t::FAIL && !outcome.failsAsError()) {
+        notes += "fails, and is of the severity " + std::string(nameOf(outcome.severity)) + ":\n" +
+                 detailsOf(outcome, failureLines(outcome, allIntervals, times));
+    }
     for (const std::string& line : openLines(outcome, allIntervals, times)) {
         notes += line + "\n";
     }
@@ -81,17 +86,36 @@ void addStrictFailure(pugi::xml_node testCase, const AssessmentOutcome& outcome,
                detailsOf(outcome, openLines(outcome, allIntervals, times)));
 }
 
+// What is not plain, so that other programs can choose by it.
+void addProperties(pugi::xml_node testCase, const AssessmentOutcome& outcome) {
+    if (outcome.severity == Severity::Error && outcome.tags.empty()) {
+        return;
+    }
+    pugi::xml_node properties = testCase.append_child("properties");
+    const auto add = [&](const char* name, const std::string& value) {
+        pugi::xml_node property = properties.append_child("property");
+        set(property, "name", std::string(name));
+        set(property, "value", value);
+    };
+    add("severity", std::string(nameOf(outcome.severity)));
+    for (const std::string& tag : outcome.tags) {
+        add("tag", tag);
+    }
+}
+
 void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
                    const AssessmentOutcome& outcome, const TimeWriter& times) {
     pugi::xml_node testCase = suite.append_child("testcase");
     set(testCase, "classname", file);
     set(testCase, "name", outcome.name);
+    addProperties(testCase, outcome);
+    const bool isError = outcome.severity == Severity::Error;
     if (outcome.error) {
         addError(testCase, *outcome.error);
-    } else if (outcome.verdict == resultEnum_t::FAIL) {
+    } else if (outcome.failsAsError()) {
         addProblem(testCase, "failure", "fails " + times.interval(outcome.failures.front()),
                    detailsOf(outcome, failureLines(outcome, allIntervals, times)));
-    } else if (strict && !outcome.passesThroughout()) {
+    } else if (strict && isError && !outcome.passesThroughout()) {
         addStrictFailure(testCase, outcome, times);
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");
@@ -102,12 +126,21 @@ void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
     }
 }
 
-void setCounts(pugi::xml_node node, bool strict, const VerdictCounts& counts) {
-    const std::size_t failed = counts.failed + counts.open;
-    set(node, "tests", counts.passed + failed + counts.noResult + counts.errors);
-    set(node, "failures", strict ? failed + counts.noResult : failed);
-    set(node, "errors", counts.errors);
-    set(node, "skipped", strict ? 0 : counts.noResult);
+// Of all test cases below the node, which are complete.
+void setCounts(pugi::xml_node node) {
+    std::size_t tests = 0;
+    std::array<std::size_t, 3> counts{};
+    constexpr std::array kinds{"failure", "error", "skipped"};
+    for (const auto& found : node.select_nodes(".//testcase")) {
+        ++tests;
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            counts[i] += found.node().child(kinds[i]) ? 1 : 0;
+        }
+    }
+    set(node, "tests", tests);
+    set(node, "failures", counts[0]);
+    set(node, "errors", counts[1]);
+    set(node, "skipped", counts[2]);
 }
 
 // The schema has properties in a suite only.
@@ -126,7 +159,6 @@ void addParameters(pugi::xml_node suite, const FormulaParameters& parameters) {
 void addRecording(pugi::xml_node suites, const RunOutcome& run, const RecordingOutcome& recording) {
     pugi::xml_node suite = suites.append_child("testsuite");
     set(suite, "name", recording.recording);
-    setCounts(suite, run.strict, countVerdicts(recording, run.strict));
     addParameters(suite, run.parameters);
     if (recording.error) {
         pugi::xml_node testCase = suite.append_child("testcase");
@@ -138,6 +170,7 @@ void addRecording(pugi::xml_node suites, const RunOutcome& run, const RecordingO
     for (const AssessmentOutcome& outcome : recording.assessments) {
         addAssessment(suite, run.file, run.strict, outcome, times);
     }
+    setCounts(suite);
 }
 
 }  // namespace
@@ -146,10 +179,10 @@ std::string junitReport(const RunOutcome& run) {
     pugi::xml_document document;
     pugi::xml_node suites = document.append_child("testsuites");
     set(suites, "name", run.title.empty() ? run.file : run.title);
-    setCounts(suites, run.strict, countVerdicts(run));
     for (const RecordingOutcome& recording : run.recordings) {
         addRecording(suites, run, recording);
     }
+    setCounts(suites);
     std::ostringstream text;
     document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);
     return std::move(text).str();

@@ -1,22 +1,37 @@
 #include "outcome_mark.hpp"
 
 namespace vorm::evaluation {
+namespace {
+
+Mark failedAs(Severity severity) {
+    switch (severity) {
+        case Severity::Warning:
+            return Mark::Warned;
+        case Severity::Info:
+            return Mark::Informed;
+        case Severity::Error:
+            break;
+    }
+    return Mark::Failed;
+}
+
+}  // namespace
 
 using assessments::resultEnum_t;
 
-std::size_t markOf(const AssessmentOutcome& outcome, bool strict) {
+Mark markOf(const AssessmentOutcome& outcome, bool strict) {
     if (outcome.error) {
-        return 0;
+        return Mark::Error;
     }
     switch (outcome.verdict) {
         case resultEnum_t::FAIL:
-            return 1;
+            return failedAs(outcome.severity);
         case resultEnum_t::NO_RESULT:
-            return 2;
+            return Mark::NoResult;
         case resultEnum_t::PASS:
             break;
     }
-    return strict && !outcome.passesThroughout() ? 3 : 4;
+    return strict && !outcome.passesThroughout() ? Mark::Open : Mark::Passed;
 }
 
 }  // namespace vorm::evaluation

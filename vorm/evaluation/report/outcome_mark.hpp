@@ -7,22 +7,33 @@
 
 namespace vorm::evaluation {
 
-/// How an assessment ended, as reports for terminals show it.
-struct OutcomeMark {
+/// How an assessment ended, from the worst to the best.
+enum class Mark { Error, Failed, Warned, NoResult, Open, Informed, Passed };
+
+inline constexpr std::size_t markCount = 7;
+
+Mark markOf(const AssessmentOutcome& outcome, bool strict);
+
+/// How reports for terminals show it.
+struct MarkStyle {
     char sign;
+    const char* verdict;
     const char* meaning;
     Colour colour;
 };
 
-/// From the worst to the best.
-inline constexpr std::array<OutcomeMark, 5> outcomeMarks{
-    {{'E', "could not be assessed", Colour::Magenta},
-     {'F', "failed", Colour::Red},
-     {'?', "without result", Colour::Yellow},
-     {'o', "passed, but open at some time", Colour::Yellow},
-     {'.', "passed", Colour::Green}}};
+/// In the order of the marks.
+inline constexpr std::array<MarkStyle, markCount> markStyles{
+    {{'E', "ERROR", "could not be assessed", Colour::Magenta},
+     {'F', "FAIL", "failed", Colour::Red},
+     {'W', "WARNING", "failed as a warning", Colour::Yellow},
+     {'?', "NO_RESULT", "without result", Colour::Yellow},
+     {'o', "OPEN", "passed, but open at some time", Colour::Yellow},
+     {'i', "INFO", "failed as an info", Colour::Cyan},
+     {'.', "PASS", "passed", Colour::Green}}};
 
-/// Its position in outcomeMarks.
-std::size_t markOf(const AssessmentOutcome& outcome, bool strict);
+constexpr const MarkStyle& styleOf(Mark mark) {
+    return markStyles[static_cast<std::size_t>(mark)];
+}
 
 }  // namespace vorm::evaluation

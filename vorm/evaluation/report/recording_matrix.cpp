@@ -16,9 +16,13 @@ namespace {
 
 constexpr std::size_t mostRows = 40;
 constexpr std::size_t leastName = 16;
-constexpr std::size_t passed = outcomeMarks.size() - 1;
 
-using MarkCounts = std::array<std::size_t, outcomeMarks.size()>;
+// By mark.
+using MarkCounts = std::array<std::size_t, markCount>;
+
+std::size_t& of(Mark mark, MarkCounts& counts) {
+    return counts[static_cast<std::size_t>(mark)];
+}
 
 std::string countText(std::size_t count, const std::string& one, const std::string& several) {
     return std::to_string(count) + " " + (count == 1 ? one : several);
@@ -45,7 +49,7 @@ public:
     }
 
 private:
-    std::size_t markAt(const RecordingOutcome& recording, std::size_t assessment) const {
+    Mark markAt(const RecordingOutcome& recording, std::size_t assessment) const {
         return markOf(recording.assessments[assessment], run_.strict);
     }
 
@@ -60,9 +64,9 @@ private:
         const RecordingOutcome* first = firstUsable();
         const std::size_t count = first == nullptr ? 0 : first->assessments.size();
         for (std::size_t i = 0; i < count; ++i) {
-            const bool passesEverywhere =
-                std::all_of(run_.recordings.begin(), run_.recordings.end(),
-                            [&](const auto& one) { return one.error || markAt(one, i) == passed; });
+            const bool passesEverywhere = std::all_of(
+                run_.recordings.begin(), run_.recordings.end(),
+                [&](const auto& one) { return one.error || markAt(one, i) == Mark::Passed; });
             if (!passesEverywhere) {
                 columns_.push_back(i);
             }
@@ -72,9 +76,9 @@ private:
     // How often each mark is there; what cannot be used is worse than anything.
     MarkCounts countsOf(const RecordingOutcome& recording) const {
         MarkCounts counts{};
-        counts[0] = recording.error ? columns_.size() + 1 : 0;
+        of(Mark::Error, counts) = recording.error ? columns_.size() + 1 : 0;
         for (std::size_t i = 0; i < recording.assessments.size(); ++i) {
-            ++counts[markAt(recording, i)];
+            ++of(markAt(recording, i), counts);
         }
         return counts;
     }
@@ -83,7 +87,7 @@ private:
         std::vector<MarkCounts> counts;
         for (const RecordingOutcome& recording : run_.recordings) {
             counts.push_back(countsOf(recording));
-            counts.back()[passed] = 0;
+            of(Mark::Passed, counts.back()) = 0;
             if (all || counts.back() != MarkCounts{}) {
                 rows_.push_back(counts.size() - 1);
             }
@@ -148,11 +152,11 @@ private:
         const std::string name = elided(nameOf(recording), std::max<std::size_t>(1, name_));
         std::string text = style_.indent + name + std::string(name_ + 1 - displayWidth(name), ' ');
         for (std::size_t i = 0; i < shownColumns_; ++i) {
-            const std::size_t number = recording.error ? 0 : markAt(recording, columns_[i]);
-            const OutcomeMark& mark = outcomeMarks[number];
-            const bool isColoured = style_.colours && number != passed;
-            const std::string sign(1, mark.sign);
-            text += std::string(cell_ - 1, ' ') + (isColoured ? coloured(sign, mark.colour) : sign);
+            const Mark mark = recording.error ? Mark::Error : markAt(recording, columns_[i]);
+            const bool isColoured = style_.colours && mark != Mark::Passed;
+            const std::string sign(1, styleOf(mark).sign);
+            text += std::string(cell_ - 1, ' ') +
+                    (isColoured ? coloured(sign, styleOf(mark).colour) : sign);
         }
         return text + "\n";
     }
@@ -184,8 +188,8 @@ private:
         std::string text;
         for (std::size_t i = 0; i < all.size(); ++i) {
             if (all[i] > 0) {
-                text += (text.empty() ? "" : ", ") + std::string(1, outcomeMarks[i].sign) + " " +
-                        outcomeMarks[i].meaning;
+                text += (text.empty() ? "" : ", ") + std::string(1, markStyles[i].sign) + " " +
+                        markStyles[i].meaning;
             }
         }
         return line(text);
@@ -223,7 +227,7 @@ private:
             if (recording.error) {
                 continue;
             }
-            ++counts[markAt(recording, assessment)];
+            ++of(markAt(recording, assessment), counts);
             const AssessmentOutcome& outcome = recording.assessments[assessment];
             firstFailing =
                 firstFailing == nullptr && !outcome.failures.empty() ? &recording : firstFailing;
@@ -233,14 +237,16 @@ private:
         table.addRow(
             {{std::to_string(number + 1), true},
              {firstUsable()->assessments[assessment].name},
-             {std::to_string(counts[1]), true},
-             {std::to_string(counts[2]), true},
+             {std::to_string(of(Mark::Failed, counts) + of(Mark::Warned, counts) +
+                             of(Mark::Informed, counts)),
+              true},
+             {std::to_string(of(Mark::NoResult, counts)), true},
              {firstFailing == nullptr ? "-" : failureText(*firstFailing, assessment), true},
              {firstFailing == nullptr ? "-" : nameOf(*firstFailing)}});
         if (firstWithError != nullptr) {
             table.addNote("could not be assessed on " +
-                          countText(counts[0], "recording", "recordings") + ", the first " +
-                          nameOf(*firstWithError) + ":");
+                          countText(of(Mark::Error, counts), "recording", "recordings") +
+                          ", the first " + nameOf(*firstWithError) + ":");
             table.addNote(firstWithError->assessments[assessment].error->what());
         }
     }

@@ -17,13 +17,11 @@
 namespace vorm::evaluation {
 namespace {
 
-using assessments::resultEnum_t;
-
 // Under strict, PASS is not the whole truth of what is open at some time.
 TextTable::Cell verdictCell(const AssessmentOutcome& outcome, bool strict) {
-    const bool isOpen = outcome.verdict == resultEnum_t::PASS && !outcome.passesThroughout();
-    return {verdictText(outcome) + (strict && isOpen ? " (open)" : ""), false,
-            outcomeMarks[markOf(outcome, strict)].colour};
+    const Mark mark = markOf(outcome, strict);
+    const MarkStyle& style = styleOf(mark);
+    return {mark == Mark::Open ? "PASS (open)" : style.verdict, false, style.colour};
 }
 
 // With no more digits than the numbers of the table need.
@@ -161,27 +159,20 @@ std::string recordingText(const RecordingOutcome& recording, bool strict, const 
            RecordingTable(recording, strict, style).text();
 }
 
-// What the assessments say of a recording, in one word.
+// What the assessments say of a recording, in one word: of what is not known only where nothing is,
+// or where a run is strict.
 TextTable::Cell verdictOn(const RecordingOutcome& recording, bool strict) {
-    std::size_t worst = recording.error ? 0 : outcomeMarks.size() - 1;
+    Mark worst = recording.error ? Mark::Error : Mark::Passed;
     bool passes = false;
     for (const AssessmentOutcome& outcome : recording.assessments) {
         worst = std::min(worst, markOf(outcome, strict));
         passes = passes || outcome.verdict == assessments::resultEnum_t::PASS;
     }
-    const OutcomeMark& mark = outcomeMarks[worst];
-    switch (mark.sign) {
-        case 'E':
-            return {"ERROR", false, mark.colour};
-        case 'F':
-            return {"FAIL", false, mark.colour};
-        case '.':
-            return {"PASS", false, mark.colour};
-        default:
-            return strict   ? TextTable::Cell{"OPEN", false, mark.colour}
-                   : passes ? TextTable::Cell{"PASS", false, Colour::Green}
-                            : TextTable::Cell{"NO_RESULT", false, mark.colour};
+    if (worst == Mark::NoResult && (passes || strict)) {
+        worst = strict ? Mark::Open : Mark::Passed;
     }
+    const MarkStyle& style = styleOf(worst);
+    return {style.verdict, false, style.colour};
 }
 
 constexpr std::array<std::string_view, 3> listNumbers{"failed", "no result", "passed"};
@@ -212,7 +203,7 @@ std::string listHead(const TableStyle& style) {
 
 std::string listEntry(const RecordingOutcome& recording, bool strict, const TableStyle& style) {
     const VerdictCounts counts = countVerdicts(recording, strict);
-    std::vector<std::string> numbers{std::to_string(counts.failed),
+    std::vector<std::string> numbers{std::to_string(counts.failed + counts.warnings + counts.infos),
                                      std::to_string(counts.noResult + counts.open),
                                      std::to_string(counts.passed)};
     if (recording.error) {
@@ -232,6 +223,8 @@ std::string summary(const RunOutcome& run) {
     const auto add = [&](std::size_t count, const std::string& what) {
         text += count > 0 ? ", " + counted(count, what) : "";
     };
+    add(counts.warnings, "failed as warnings");
+    add(counts.infos, "failed as infos");
     add(counts.open, "open");
     add(counts.noResult, "without result");
     add(counts.errors, "could not be assessed");

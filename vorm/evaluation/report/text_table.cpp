@@ -22,6 +22,8 @@ const char* ansiCode(Colour colour) {
             return "\033[1;33m";
         case Colour::Magenta:
             return "\033[1;35m";
+        case Colour::Cyan:
+            return "\033[1;36m";
         case Colour::None:
             break;
     }

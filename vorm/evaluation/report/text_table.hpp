@@ -9,7 +9,7 @@
 namespace vorm::evaluation {
 
 /// The colours of a terminal text.
-enum class Colour { None, Green, Red, Yellow, Magenta };
+enum class Colour { None, Green, Red, Yellow, Magenta, Cyan };
 
 /// `text` in that colour and bold, by the ANSI sequences that terminals know.
 std::string coloured(std::string_view text, Colour colour);

@@ -1,5 +1,6 @@
 #include "verdict_text.hpp"
 
+#include <vorm/evaluation/report/outcome_mark.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
 
 #include <array>
@@ -9,18 +10,25 @@
 namespace vorm::evaluation {
 namespace {
 
-using assessments::resultEnum_t;
-
-void count(const AssessmentOutcome& assessment, bool strict, VerdictCounts& counts) {
-    if (assessment.error) {
-        ++counts.errors;
-    } else if (assessment.verdict == resultEnum_t::PASS) {
-        ++(strict && !assessment.passesThroughout() ? counts.open : counts.passed);
-    } else if (assessment.verdict == resultEnum_t::FAIL) {
-        ++counts.failed;
-    } else {
-        ++counts.noResult;
+// The count that an assessment belongs to.
+std::size_t& countOf(const AssessmentOutcome& assessment, bool strict, VerdictCounts& counts) {
+    switch (markOf(assessment, strict)) {
+        case Mark::Error:
+            return counts.errors;
+        case Mark::Failed:
+            return counts.failed;
+        case Mark::Warned:
+            return counts.warnings;
+        case Mark::NoResult:
+            return counts.noResult;
+        case Mark::Open:
+            return counts.open;
+        case Mark::Informed:
+            return counts.infos;
+        case Mark::Passed:
+            break;
     }
+    return counts.passed;
 }
 
 }  // namespace
@@ -37,7 +45,7 @@ VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict) {
     VerdictCounts counts;
     counts.errors += recording.error ? 1 : 0;
     for (const AssessmentOutcome& assessment : recording.assessments) {
-        count(assessment, strict, counts);
+        ++countOf(assessment, strict, counts);
     }
     return counts;
 }
@@ -48,6 +56,8 @@ VerdictCounts countVerdicts(const RunOutcome& run) {
         const VerdictCounts counts = countVerdicts(recording, run.strict);
         sum.passed += counts.passed;
         sum.failed += counts.failed;
+        sum.warnings += counts.warnings;
+        sum.infos += counts.infos;
         sum.open += counts.open;
         sum.noResult += counts.noResult;
         sum.errors += counts.errors;

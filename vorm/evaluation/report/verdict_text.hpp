@@ -19,7 +19,9 @@ std::string verdictText(const AssessmentOutcome& outcome);
 /// error. Under strict, what passes and is open at some time counts as open.
 struct VerdictCounts {
     std::size_t passed = 0;
-    std::size_t failed = 0;
+    std::size_t failed = 0;    ///< of the severity error
+    std::size_t warnings = 0;  ///< that failed
+    std::size_t infos = 0;     ///< that failed
     std::size_t open = 0;
     std::size_t noResult = 0;
     std::size_t errors = 0;

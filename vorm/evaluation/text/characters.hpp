@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vorm/assessments/platform/utf.hpp>
+
 #include <algorithm>
 #include <cstddef>
 #include <string>
@@ -48,21 +50,25 @@ inline std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-/// The text on one line: control characters, which would move the cursor of a terminal or worse,
-/// become question marks, tabs blanks.
+/// The text on one line as UTF-8: control characters, which would move the cursor of a terminal or
+/// worse, become question marks, tabs blanks, and bytes that are no UTF-8 replacement characters.
 inline std::string withoutControls(std::string_view text) {
-    std::string shown(text);
-    std::replace(shown.begin(), shown.end(), '\t', ' ');
+    std::u16string shown = platform::toUtf16(std::string(text));
+    std::replace(shown.begin(), shown.end(), u'\t', u' ');
     std::replace_if(
-        shown.begin(), shown.end(),
-        [](char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f; }, '?');
-    return shown;
+        shown.begin(), shown.end(), [](char16_t c) { return c < 0x20 || (0x7f <= c && c < 0xa0); },
+        u'?');
+    return platform::toUtf8(shown);
 }
 
 /// A piece of input for a message: in quotes, shortened, on one line.
 inline std::string shown(std::string_view text) {
     constexpr std::size_t most = 40;
-    return "'" + withoutControls(text.substr(0, most)) + (text.size() > most ? "...'" : "'");
+    std::size_t end = std::min(most, text.size());
+    while (end < text.size() && end > 0 && charactersIn(text.substr(end, 1)) == 0) {
+        --end;
+    }
+    return "'" + withoutControls(text.substr(0, end)) + (text.size() > end ? "...'" : "'");
 }
 
 }  // namespace vorm::evaluation

@@ -8,6 +8,7 @@ namespace vorm::evaluation {
 namespace {
 
 constexpr std::string_view ellipsis = "…";
+constexpr std::size_t widestCharacter = 2;
 
 struct Range {
     std::uint32_t first;
@@ -123,16 +124,14 @@ std::vector<std::string> wrapped(std::string_view text, std::size_t columns) {
     std::string begin(std::min(indent, columns / 2), ' ');
     std::string_view rest = text.substr(indent);
     while (displayWidth(rest) > columns - begin.size()) {
-        // A wide character takes its place even where only one column is left.
-        const std::size_t fitting =
-            std::max(bytesThatFit(rest, columns - begin.size()), firstOf(rest).bytes);
+        const std::size_t fitting = bytesThatFit(rest, columns - begin.size());
         const std::size_t blank = rest.rfind(' ', fitting);
         const bool breaksAtBlank = blank != std::string_view::npos && blank > 0;
         const std::size_t length = breaksAtBlank ? blank : fitting;
         lines.push_back(begin + std::string(rest.substr(0, length)));
         rest.remove_prefix(length);
         rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-        if (lines.size() == 1 && begin.size() + 2 < columns) {
+        if (lines.size() == 1 && begin.size() + 2 + widestCharacter <= columns) {
             begin += "  ";
         }
     }

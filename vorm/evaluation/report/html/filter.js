@@ -1,6 +1,14 @@
 // Which assessments are shown: by verdict and by words, in the matrix and below it.
 
-const verdictSigns = { FAIL: "✗", ERROR: "!", NO_RESULT: "?", OPEN: "?", PASS: "✓" };
+const verdictSigns = {
+  FAIL: "✗",
+  ERROR: "!",
+  WARNING: "⚠",
+  NO_RESULT: "?",
+  OPEN: "?",
+  INFO: "ℹ",
+  PASS: "✓",
+};
 
 /** What can be shown or not: assessments, and errors that stand for a whole recording. */
 function filterItems() {
@@ -10,7 +18,7 @@ function filterItems() {
       element,
       recording,
       verdict: element.classList[1],
-      text: [name, ...textsOf(element, "h3, .formula")].join("\n").toLowerCase(),
+      text: [name, ...textsOf(element, "h3, .formula, .tags")].join("\n").toLowerCase(),
     }));
     const error = recording.querySelector(":scope > .error");
     const asItem = { element: error, recording, verdict: "ERROR", text: name.toLowerCase() };

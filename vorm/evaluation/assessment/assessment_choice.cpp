@@ -1,0 +1,137 @@
+#include "assessment_choice.hpp"
+
+#include <vorm/evaluation/text/nearest_names.hpp>
+
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <set>
+
+namespace vorm::evaluation {
+namespace {
+
+constexpr std::string_view tagMark = "tag:";
+
+// The names among these that a text chooses.
+std::set<std::string> chosenNames(const std::string& text, const std::vector<std::string>& names) {
+    if (std::find(names.begin(), names.end(), text) != names.end()) {
+        return {text};
+    }
+    std::set<std::string> chosen;
+    for (const std::string& name : names) {
+        if (::fnmatch(text.c_str(), name.c_str(), 0) == 0) {
+            chosen.insert(name);
+        }
+    }
+    return chosen;
+}
+
+[[noreturn]] void failForNone(const AssessmentFile& file, const std::string& what,
+                              const std::string& text, const std::vector<std::string>& names,
+                              const std::string& otherwise) {
+    InputProblem problem;
+    problem.message = "there is no assessment " + what + "'" + text + "'";
+    problem.where.file = file.name;
+    problem.advice = suggestion(text, names);
+    if (problem.advice.empty()) {
+        problem.advice = names.empty() ? otherwise : "it has " + quotedList(names);
+    }
+    throw InputError(std::move(problem));
+}
+
+std::vector<std::string> tagsIn(const AssessmentFile& file) {
+    std::vector<std::string> tags;
+    for (const Assessment& assessment : file.assessments) {
+        for (const std::string& tag : assessment.tags) {
+            if (std::find(tags.begin(), tags.end(), tag) == tags.end()) {
+                tags.push_back(tag);
+            }
+        }
+    }
+    return tags;
+}
+
+std::vector<std::string> namesIn(const AssessmentFile& file) {
+    std::vector<std::string> names;
+    for (const Assessment& assessment : file.assessments) {
+        names.push_back(assessment.name);
+    }
+    return names;
+}
+
+// The assessments of a file that a text chooses.
+class Chooser {
+public:
+    explicit Chooser(const AssessmentFile& file)
+        : file_(file), names_(namesIn(file)), tags_(tagsIn(file)) {}
+
+    std::set<const Assessment*> chosen(const std::vector<std::string>& texts) const {
+        std::set<const Assessment*> all;
+        for (const std::string& text : texts) {
+            all.merge(chosen(text));
+        }
+        return all;
+    }
+
+private:
+    std::set<const Assessment*> chosen(const std::string& text) const {
+        const bool isName = std::find(names_.begin(), names_.end(), text) != names_.end();
+        if (text.starts_with(tagMark) && !isName) {
+            return withTag(text.substr(tagMark.size()));
+        }
+        const std::set<std::string> names = chosenNames(text, names_);
+        if (names.empty()) {
+            failForNone(file_, "", text, names_, "");
+        }
+        return those([&](const Assessment& assessment) { return names.contains(assessment.name); });
+    }
+
+    std::set<const Assessment*> withTag(const std::string& text) const {
+        const std::set<std::string> tags = chosenNames(text, tags_);
+        if (tags.empty()) {
+            failForNone(file_, "with the tag ", text, tags_, "none of them has tags");
+        }
+        return those([&](const Assessment& assessment) {
+            return std::any_of(assessment.tags.begin(), assessment.tags.end(),
+                               [&](const std::string& tag) { return tags.contains(tag); });
+        });
+    }
+
+    template <class IsMeant>
+    std::set<const Assessment*> those(IsMeant isMeant) const {
+        std::set<const Assessment*> found;
+        for (const Assessment& assessment : file_.assessments) {
+            if (isMeant(assessment)) {
+                found.insert(&assessment);
+            }
+        }
+        return found;
+    }
+
+    const AssessmentFile& file_;
+    const std::vector<std::string> names_;
+    const std::vector<std::string> tags_;
+};
+
+}  // namespace
+
+std::vector<const Assessment*> chosenAssessments(const AssessmentFile& file,
+                                                 const RunOptions& options) {
+    const Chooser chooser(file);
+    const auto only = chooser.chosen(options.only);
+    const auto skipped = chooser.chosen(options.skip);
+    std::vector<const Assessment*> assessments;
+    for (const Assessment& assessment : file.assessments) {
+        if ((options.only.empty() || only.contains(&assessment)) &&
+            !skipped.contains(&assessment)) {
+            assessments.push_back(&assessment);
+        }
+    }
+    if (assessments.empty()) {
+        failAt({file.name, 0, 0}, "no assessment is left to be run",
+               "what is to be skipped is skipped also where it is chosen");
+    }
+    return assessments;
+}
+
+}  // namespace vorm::evaluation
