@@ -98,7 +98,12 @@ void ProgressLine::show(const std::string& text) {
     }
     next_ = now + progressDistance;
     isDirty_ = true;
-    std::cerr << "\r\033[K" << text.substr(0, widestProgress) << std::flush;
+    // A line that goes on below could not be cleared.
+    const std::size_t width = widthOf(STDERR_FILENO).value_or(widestProgress);
+    std::cerr << "\r\033[K"
+              << vorm::evaluation::elided(vorm::evaluation::withoutControls(text),
+                                          std::clamp<std::size_t>(width, 2, widestProgress) - 1)
+              << std::flush;
 }
 
 void ProgressLine::clear() {
