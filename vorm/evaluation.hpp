@@ -36,6 +36,7 @@
 #include <vorm/evaluation/recording/recording_layout.hpp>
 #include <vorm/evaluation/recording/recording_parts.hpp>
 #include <vorm/evaluation/recording/recording_survey.hpp>
+#include <vorm/evaluation/report/baseline.hpp>
 #include <vorm/evaluation/report/explanation_report.hpp>
 #include <vorm/evaluation/report/html_report.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>

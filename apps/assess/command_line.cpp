@@ -141,6 +141,7 @@ private:
         std::vector<std::filesystem::path> inputs(options.recordings.begin(),
                                                   options.recordings.end());
         inputs.emplace_back(options.assessments);
+        inputs.emplace_back(options.baseline);
         refuseInput(inputs, "--output", options.output);
         std::set<std::string> outputs{options.output};
         for (const auto& [format, path] : options.reports) {

@@ -33,6 +33,10 @@ void takeSettings(Options& options, const Texts& texts) {
     }
 }
 
+void takeFailOn(Options& options, const Texts& texts) {
+    options.failsOnNewOnly = texts.front() == "new";
+}
+
 Entries programOptions() {
     return {
         {.names = "-h,--help",
@@ -181,6 +185,20 @@ Entries runOptions() {
          .occurrence = Occurrence::Repeatable,
          .help = "Without the assessments of that name, pattern or tag:TAG",
          .store = &Options::skip},
+        {.names = "--baseline",
+         .commands = {Run},
+         .value = "FILE",
+         .isPath = true,
+         .help = "An earlier report in JSON: tell what is new, fixed, changed and gone",
+         .more = "Recordings and assessments are compared by their names, and times exactly.",
+         .check = pathProblem,
+         .store = &Options::baseline},
+        {.names = "--fail-on",
+         .commands = {Run},
+         .choices = {"any", "new"},
+         .help = "Which failures make the exit code 1; any, as without it, or those that the "
+                 "baseline does not have",
+         .store = takeFailOn},
         {.names = "--robustness",
          .commands = {Run},
          .help = "Also by how much each assessment holds, or fails where it is negative",

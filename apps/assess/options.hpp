@@ -39,7 +39,9 @@ struct Options {
     std::vector<vorm::evaluation::ParameterSetting> parameters;  ///< in the assessment file
     bool robustness = false;
     bool explain = false;
-    bool strict = false;  ///< whether what is open at some time has not passed
+    std::string baseline;         ///< path of an earlier report in JSON to compare with; or empty
+    bool failsOnNewOnly = false;  ///< whether only what did not fail in the baseline fails the run
+    bool strict = false;          ///< whether what is open at some time has not passed
 
     std::string format = "table";  ///< of the results: one of those of the sub-command
     std::string output;            ///< path; empty: standard output

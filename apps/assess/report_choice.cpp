@@ -12,10 +12,10 @@
 namespace assess {
 
 std::string reportProblem(const std::string& text) {
-    const std::vector<std::string> formats = runFormats();
+    const std::vector<std::string> known = runFormats();
     const std::string name = text.substr(0, text.find('='));
-    if (std::find(formats.begin(), formats.end(), name) == formats.end()) {
-        return "'" + name + "' is none of the formats " + vorm::evaluation::listed(formats);
+    if (std::find(known.begin(), known.end(), name) == known.end()) {
+        return "'" + name + "' is none of the formats " + vorm::evaluation::listed(known);
     }
     return text.ends_with('=') ? "'" + text + "' names no file" : std::string();
 }

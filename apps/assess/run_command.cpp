@@ -2,6 +2,7 @@
 #include "terminal.hpp"
 
 #include <vorm/evaluation/assessment/run.hpp>
+#include <vorm/evaluation/report/baseline.hpp>
 #include <vorm/evaluation/report/html_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
@@ -25,6 +26,9 @@ struct Results {
     AssessmentFile file;
     RunOutcome outcome;
     std::vector<RecordingDrawing> drawings;  // where a format wants them
+    std::optional<BaselineComparison> comparison;
+
+    const BaselineComparison* compared() const { return comparison ? &*comparison : nullptr; }
 };
 
 struct Format {
@@ -47,7 +51,8 @@ TableStyle tableStyle(const Options& options) {
 std::string table(const Results& results, const Options& options) {
     TableStyle style = tableStyle(options);
     style.width.reset();
-    return tableReport(results.outcome, style);
+    return tableReport(results.outcome, style) +
+           (results.comparison ? baselineReport(*results.comparison, style) : "");
 }
 
 // The table on standard output, recording by recording as they are done.
@@ -63,9 +68,12 @@ public:
         write(report_->recording(recording));
     }
 
-    void end(const RunOutcome& run) {
-        begin(run.recordings.size());
-        write(report_->end(run));
+    void end(const Results& results) {
+        begin(results.outcome.recordings.size());
+        write(report_->end(results.outcome));
+        if (results.comparison) {
+            write(baselineReport(*results.comparison, tableStyle(options_)));
+        }
     }
 
 private:
@@ -115,10 +123,18 @@ std::string picture(const Results& results, const Options&) {
     return svgReport(recording, 0, results.drawings.front());
 }
 
+std::string json(const Results& results, const Options&) {
+    return jsonReport(results.outcome, results.compared());
+}
+
+std::string junit(const Results& results, const Options&) {
+    return junitReport(results.outcome, results.compared());
+}
+
 constexpr auto formats = std::to_array<Format>({
     {"table", table},
-    {"json", [](const Results& results, const Options&) { return jsonReport(results.outcome); }},
-    {"junit", [](const Results& results, const Options&) { return junitReport(results.outcome); }},
+    {"json", json},
+    {"junit", junit},
     {"html", page, true},
     {"svg", picture, true, true},
 });
@@ -212,7 +228,12 @@ std::vector<std::string> runFormats() {
 }
 
 ExitCode runAssessments(const Options& options) {
-    Results results{assessmentsOf(options), {}, {}};
+    if (options.failsOnNewOnly && options.baseline.empty()) {
+        throw WrongUsage("--fail-on new needs what is not new: --baseline FILE");
+    }
+    Results results{assessmentsOf(options), {}, {}, {}};
+    const auto baseline =
+        options.baseline.empty() ? std::nullopt : std::optional(readBaseline(options.baseline));
     ProgressLine progress(options);
     RunOptions run;
     run.jobs = options.jobs;
@@ -240,8 +261,15 @@ ExitCode runAssessments(const Options& options) {
     results.outcome = vorm::evaluation::run(results.file, recordingsOf(options), run);
     const RunOutcome& outcome = results.outcome;
     progress.clear();
+    if (baseline) {
+        results.comparison = compare(*baseline, results.file, outcome);
+        if (!results.comparison->hasCommonRecording) {
+            note("warning", "no recording of the run is in " + options.baseline +
+                                ": recordings are compared by their paths as they are given");
+        }
+    }
     if (showsTable(options)) {
-        shown.end(outcome);
+        shown.end(results);
     }
     writeReports(results, options);
     if (!options.quiet) {
@@ -254,7 +282,9 @@ ExitCode runAssessments(const Options& options) {
     if (outcome.hasErrors()) {
         return ExitCode::UnusableInput;
     }
-    return outcome.hasFailures() ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
+    const bool hasFailed =
+        options.failsOnNewOnly ? results.comparison->hasNewFailure() : outcome.hasFailures();
+    return hasFailed ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
 }
 
 }  // namespace assess

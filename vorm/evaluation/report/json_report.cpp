@@ -189,27 +189,40 @@ Json recordingOf(const RecordingOutcome& recording) {
             {"assessments", std::move(assessments)}};
 }
 
+Json comparisonOf(const BaselineComparison& comparison) {
+    Json changes = Json::array();
+    for (const BaselineChange& change : comparison.changes) {
+        changes.push_back({{"kind", nameOf(change.kind)},
+                           {"recording", change.recording},
+                           {"assessment", textOrNull(change.assessment)},
+                           {"what", change.what}});
+    }
+    return {{"file", comparison.baseline}, {"changes", std::move(changes)}};
+}
+
 }  // namespace
 
-std::string jsonReport(const RunOutcome& run) {
+std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparison) {
     Json recordings = Json::array();
     for (const RecordingOutcome& recording : run.recordings) {
         recordings.push_back(recordingOf(recording));
     }
     const VerdictCounts counts = countVerdicts(run);
-    const Json report = {{"file", run.file},
-                         {"title", textOrNull(run.title)},
-                         {"strict", run.strict},
-                         {"parameters", parametersOf(run.parameters)},
-                         {"summary",
-                          {{"passed", counts.passed},
-                           {"failed", counts.failed},
-                           {"failed_warnings", counts.warnings},
-                           {"failed_infos", counts.infos},
-                           {"open", counts.open},
-                           {"no_result", counts.noResult},
-                           {"errors", counts.errors}}},
-                         {"recordings", std::move(recordings)}};
+    const Json report = {
+        {"file", run.file},
+        {"title", textOrNull(run.title)},
+        {"strict", run.strict},
+        {"parameters", parametersOf(run.parameters)},
+        {"summary",
+         {{"passed", counts.passed},
+          {"failed", counts.failed},
+          {"failed_warnings", counts.warnings},
+          {"failed_infos", counts.infos},
+          {"open", counts.open},
+          {"no_result", counts.noResult},
+          {"errors", counts.errors}}},
+        {"baseline", comparison == nullptr ? Json(nullptr) : comparisonOf(*comparison)},
+        {"recordings", std::move(recordings)}};
     // Names come from files, which need not be in UTF-8.
     return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/evaluation/report/baseline.hpp>
 
 #include <string>
 
@@ -8,6 +9,6 @@ namespace vorm::evaluation {
 
 /// The outcome as one JSON object; docs/reports.md describes its keys. Numbers read back as the
 /// same doubles; what is not known or not finite is null.
-std::string jsonReport(const RunOutcome& run);
+std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparison = nullptr);
 
 }  // namespace vorm::evaluation

@@ -104,7 +104,8 @@ void addProperties(pugi::xml_node testCase, const AssessmentOutcome& outcome) {
 }
 
 void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
-                   const AssessmentOutcome& outcome, const TimeWriter& times) {
+                   const AssessmentOutcome& outcome, const TimeWriter& times,
+                   const std::string& change) {
     pugi::xml_node testCase = suite.append_child("testcase");
     set(testCase, "classname", file);
     set(testCase, "name", outcome.name);
@@ -120,7 +121,7 @@ void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");
     }
-    const std::string notes = notesOf(outcome, times);
+    const std::string notes = change + notesOf(outcome, times);
     if (!notes.empty()) {
         testCase.append_child("system-out").text().set(xmlText(notes).c_str());
     }
@@ -156,7 +157,23 @@ void addParameters(pugi::xml_node suite, const FormulaParameters& parameters) {
     }
 }
 
-void addRecording(pugi::xml_node suites, const RunOutcome& run, const RecordingOutcome& recording) {
+// What is otherwise with an assessment than it was.
+std::string changeText(const BaselineComparison* comparison, const std::string& recording,
+                       const std::string& assessment) {
+    std::string text;
+    if (comparison != nullptr) {
+        for (const BaselineChange& change : comparison->changes) {
+            if (change.recording == recording && change.assessment == assessment) {
+                text += nameOf(change.kind) + (" compared with " + comparison->baseline) + ": " +
+                        change.what + "\n";
+            }
+        }
+    }
+    return text;
+}
+
+void addRecording(pugi::xml_node suites, const RunOutcome& run,
+                  const BaselineComparison* comparison, const RecordingOutcome& recording) {
     pugi::xml_node suite = suites.append_child("testsuite");
     set(suite, "name", recording.recording);
     addParameters(suite, run.parameters);
@@ -168,19 +185,20 @@ void addRecording(pugi::xml_node suites, const RunOutcome& run, const RecordingO
     }
     const TimeWriter times(recording.times.clock);
     for (const AssessmentOutcome& outcome : recording.assessments) {
-        addAssessment(suite, run.file, run.strict, outcome, times);
+        addAssessment(suite, run.file, run.strict, outcome, times,
+                      changeText(comparison, recording.recording, outcome.name));
     }
     setCounts(suite);
 }
 
 }  // namespace
 
-std::string junitReport(const RunOutcome& run) {
+std::string junitReport(const RunOutcome& run, const BaselineComparison* comparison) {
     pugi::xml_document document;
     pugi::xml_node suites = document.append_child("testsuites");
     set(suites, "name", run.title.empty() ? run.file : run.title);
     for (const RecordingOutcome& recording : run.recordings) {
-        addRecording(suites, run, recording);
+        addRecording(suites, run, comparison, recording);
     }
     setCounts(suites);
     std::ostringstream text;

@@ -168,7 +168,8 @@ private:
                          " on which not everything passed; --verbose shows all");
         }
         if (const std::size_t count = run_.recordings.size() - rows_.size(); count > 0) {
-            text += line("on the other " + countText(count, "recording", "recordings") +
+            text += line("on the other " +
+                         (count == 1 ? "recording" : std::to_string(count) + " recordings") +
                          " everything passed");
         }
         if (const std::size_t count = columns_.size() - shownColumns_; count > 0) {
