@@ -27,7 +27,7 @@ TEST(ParameterSettings, ValuesAreWrittenAsFormulasWriteThem) {
              {"+inf", "inf"},
              {"-nan", "-nan"},
              {"false", "false"},
-             {"\"a\\tb\"", "a\tb"}}) {
+             {R"("a\tb")", "a\tb"}}) {
         const FormulaParameters parameters =
             declaring("first = " + value + ", second = 1").parameters;
         ASSERT_EQ(parameters.size(), 2U) << value;
