@@ -39,7 +39,7 @@ public:
         : times_(times), names_(names) {}
 
     /// All of the formula, or its name.
-    std::string write(const Expression& formula, bool mayBeName) &&;
+    std::string write(const Expression& formula, bool mayBeName);
 
     /// The definitions that stand in what was written by their names.
     const std::vector<const Named*>& named() const { return named_; }
@@ -107,7 +107,7 @@ bool FormulaWriter::writeName(const Expression& tree, const NodeCounts& counts) 
     return named != nullptr;
 }
 
-std::string FormulaWriter::write(const Expression& formula, bool mayBeName) && {
+std::string FormulaWriter::write(const Expression& formula, bool mayBeName) {
     std::optional<NodeCounts> counts;
     if (!names_.empty()) {
         counts.emplace(formula);
@@ -172,7 +172,7 @@ std::string formulaText(const Expression& formula, const TimeTexts& times) {
 NamedFormula namedFormula(const Expression& formula, const TimeTexts& times,
                           const DefinitionNames& names, bool isItsDefinition) {
     FormulaWriter writer(times, names);
-    NamedFormula written{std::move(writer).write(formula, !isItsDefinition), {}};
+    NamedFormula written{writer.write(formula, !isItsDefinition), {}};
     std::vector<const Named*> pending = writer.named();
     for (std::size_t i = 0; i < pending.size(); ++i) {
         if (std::find(pending.begin(), pending.begin() + static_cast<std::ptrdiff_t>(i),
@@ -180,8 +180,7 @@ NamedFormula namedFormula(const Expression& formula, const TimeTexts& times,
             continue;
         }
         FormulaWriter body(times, names);
-        written.definitions.push_back(
-            {pending[i]->second, std::move(body).write(pending[i]->first, false)});
+        written.definitions.push_back({pending[i]->second, body.write(pending[i]->first, false)});
         pending.insert(pending.end(), body.named().begin(), body.named().end());
     }
     return written;
