@@ -205,7 +205,7 @@ void noteNeverTriggered(const RunOutcome& run) {
 void noteFailuresBesideErrors(const RunOutcome& run) {
     std::vector<std::string> failing;
     for (const RecordingOutcome& recording : run.recordings) {
-        if (RunOutcome{"", "", {recording}, run.strict}.hasFailures()) {
+        if (recording.hasFailures(run.strict)) {
             failing.push_back(recording.recording);
         }
     }

@@ -69,6 +69,16 @@ TEST_F(Choice, OnlyErrorsFailARun) {
     write("e.csv", "time,x\n0,1\n10,9.7\n20,1\n");
     EXPECT_EQ(assess("run c.toml c.csv e.csv").exitCode, 1);
     EXPECT_TRUE(has(assess("run c.toml c.csv e.csv").out, "  e.csv  W i F"));
+    const ProgramResult beside = assess("run c.toml c.csv none.csv --only ends");
+    EXPECT_EQ(beside.exitCode, 3);
+    EXPECT_FALSE(has(beside.out, "Worst first")) << "a matrix without columns";
+}
+
+TEST_F(Choice, ThePageHasSeveritiesAndTags) {
+    const std::string page = assess("run c.toml c.csv -f html").out;
+    EXPECT_TRUE(has(page, R"(<details class="assessment WARNING" id="r1a1")"));
+    EXPECT_TRUE(has(page, R"(<details class="assessment INFO" id="r1a2")"));
+    EXPECT_TRUE(has(page, R"(<p class="tags">tags: limits, release</p>)"));
 }
 
 TEST_F(Choice, JunitHasNoFailureForAWarning) {

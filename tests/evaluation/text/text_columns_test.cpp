@@ -63,6 +63,7 @@ TEST(TextColumns, WrapsAtBlanks) {
     EXPECT_EQ(wrapped("  one two three", 9), (Lines{"  one two", "    three"}));
     EXPECT_EQ(wrapped("abcdefghijklm", 6), (Lines{"abcdef", "  ghij", "  klm"}));
     EXPECT_EQ(wrapped("", 6), (Lines{""}));
+    EXPECT_EQ(wrapped(" 漢字", 2), (Lines{" 漢", " 字"})) << "it comes to an end";
 }
 
 RC_GTEST_PROP(TextColumns, WrappedLinesFitAndLoseNothingButBlanks, ()) {

@@ -26,19 +26,6 @@ std::set<std::string> chosenNames(const std::string& text, const std::vector<std
     return chosen;
 }
 
-[[noreturn]] void failForNone(const AssessmentFile& file, const std::string& what,
-                              const std::string& text, const std::vector<std::string>& names,
-                              const std::string& otherwise) {
-    InputProblem problem;
-    problem.message = "there is no assessment " + what + "'" + text + "'";
-    problem.where.file = file.name;
-    problem.advice = suggestion(text, names);
-    if (problem.advice.empty()) {
-        problem.advice = names.empty() ? otherwise : "it has " + quotedList(names);
-    }
-    throw InputError(std::move(problem));
-}
-
 std::vector<std::string> tagsIn(const AssessmentFile& file) {
     std::vector<std::string> tags;
     for (const Assessment& assessment : file.assessments) {
@@ -81,7 +68,7 @@ private:
         }
         const std::set<std::string> names = chosenNames(text, names_);
         if (names.empty()) {
-            failForNone(file_, "", text, names_, "");
+            file_.find(text);  // tells that there is none
         }
         return those([&](const Assessment& assessment) { return names.contains(assessment.name); });
     }
@@ -89,7 +76,11 @@ private:
     std::set<const Assessment*> withTag(const std::string& text) const {
         const std::set<std::string> tags = chosenNames(text, tags_);
         if (tags.empty()) {
-            failForNone(file_, "with the tag ", text, tags_, "none of them has tags");
+            const std::string near = suggestion(text, tags_);
+            failAt({file_.name, 0, 0}, "there is no assessment with the tag '" + text + "'",
+                   !near.empty()   ? near
+                   : tags_.empty() ? "none of them has tags"
+                                   : "there is " + quotedList(tags_));
         }
         return those([&](const Assessment& assessment) {
             return std::any_of(assessment.tags.begin(), assessment.tags.end(),

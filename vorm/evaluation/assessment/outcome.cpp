@@ -3,16 +3,6 @@
 #include <algorithm>
 
 namespace vorm::evaluation {
-namespace {
-
-template <class Holds>
-bool anyAssessment(const RunOutcome& run, Holds holds) {
-    return std::any_of(run.recordings.begin(), run.recordings.end(), [&](const auto& recording) {
-        return std::any_of(recording.assessments.begin(), recording.assessments.end(), holds);
-    });
-}
-
-}  // namespace
 
 TimeSpan AssessmentOutcome::failureWithCauses(std::size_t failure) const {
     TimeSpan span = failures[failure];
@@ -30,23 +20,30 @@ double AssessmentOutcome::openShare() const {
     return from == to ? 0 : std::min(1.0, open.seconds() / (to - from).seconds());
 }
 
+bool AssessmentOutcome::fails(bool strict) const {
+    return strict ? !error && !passesThroughout() : verdict == assessments::resultEnum_t::FAIL;
+}
+
 bool AssessmentOutcome::passesThroughout() const {
     return verdict == assessments::resultEnum_t::PASS && openSpans.empty();
 }
 
+bool RecordingOutcome::hasFailures(bool strict) const {
+    return std::any_of(assessments.begin(), assessments.end(),
+                       [strict](const auto& assessment) { return assessment.failsRun(strict); });
+}
+
 bool RunOutcome::hasErrors() const {
-    return std::any_of(recordings.begin(), recordings.end(),
-                       [](const auto& recording) { return recording.error.has_value(); }) ||
-           anyAssessment(*this,
-                         [](const auto& assessment) { return assessment.error.has_value(); });
+    return std::any_of(recordings.begin(), recordings.end(), [](const auto& recording) {
+        return recording.error ||
+               std::any_of(recording.assessments.begin(), recording.assessments.end(),
+                           [](const auto& assessment) { return assessment.error.has_value(); });
+    });
 }
 
 bool RunOutcome::hasFailures() const {
-    return anyAssessment(*this, [this](const auto& assessment) {
-        return strict ? !assessment.error && assessment.severity == Severity::Error &&
-                            !assessment.passesThroughout()
-                      : assessment.failsAsError();
-    });
+    return std::any_of(recordings.begin(), recordings.end(),
+                       [this](const auto& recording) { return recording.hasFailures(strict); });
 }
 
 }  // namespace vorm::evaluation

@@ -106,10 +106,12 @@ struct AssessmentOutcome {
     /// nothing.
     double openShare() const;
 
-    /// Whether it fails and is a run's failure by its severity.
-    bool failsAsError() const {
-        return verdict == assessments::resultEnum_t::FAIL && severity == Severity::Error;
-    }
+    /// Whether it fails; under strict, also whether it does not pass throughout. What could not be
+    /// evaluated does neither.
+    bool fails(bool strict) const;
+
+    /// Whether it fails, and its severity makes the run fail with it.
+    bool failsRun(bool strict) const { return severity == Severity::Error && fails(strict); }
 
     /// Whether it holds at every time of the range: it passes, and is open nowhere.
     bool passesThroughout() const;
@@ -123,6 +125,9 @@ struct RecordingOutcome {
     std::vector<std::string> remarks;            ///< those of the Recording, as the warnings
     std::vector<std::string> warnings;
     RecordedTimes times = {};
+
+    /// Whether some assessment makes the run fail.
+    bool hasFailures(bool strict) const;
 };
 
 /// The outcome of a run.

@@ -9,9 +9,12 @@ namespace vorm::evaluation {
 using namespace assessments;
 
 void DefinitionNames::add(const std::string& name, const Expression& tree) {
-    if (boost::get<variable>(&tree) == nullptr && boost::get<constantValue>(&tree) == nullptr &&
-        names_.emplace(tree, name).second) {
-        sizes_.insert(NodeCounts(tree).of(tree));
+    if (boost::get<variable>(&tree) != nullptr || boost::get<constantValue>(&tree) != nullptr) {
+        return;
+    }
+    const std::size_t nodes = NodeCounts(tree).of(tree);
+    if (nodes <= mostNodes && names_.emplace(tree, name).second) {
+        sizes_.insert(nodes);
     }
 }
 

@@ -13,8 +13,11 @@ namespace vorm::evaluation {
 class DefinitionNames {
 public:
     /// Leaves out what is a signal or a literal alone: wherever that stands it would seem to be
-    /// meant by the definition's name. Of several names for one tree the first counts.
+    /// meant by the definition's name; and what has more than mostNodes nodes, since a copy of each
+    /// tree is kept. Of several names for one tree the first counts.
     void add(const std::string& name, const assessments::Expression& tree);
+
+    static constexpr std::size_t mostNodes = 1'000;
 
     bool empty() const { return names_.empty(); }
 

@@ -19,7 +19,10 @@ struct SeenTimes {
     void look(const assessments::TimedTrace_T<T>& trace, std::size_t step,
               const Timeline& timeline) {
         for (std::size_t i = 0; i < trace.points.size(); i += step) {
-            digits = std::max(digits, digitsOf(timeline.timeAt(trace.points[i].time)));
+            const ExactTime time = timeline.timeAt(trace.points[i].time);
+            while (digits < allDigits && rounded(time, digits) != time) {
+                ++digits;
+            }
             if (i > 0) {
                 leastDistance =
                     std::min(leastDistance, trace.points[i].time - trace.points[i - 1].time);

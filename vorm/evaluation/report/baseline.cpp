@@ -114,11 +114,6 @@ private:
         }
     }
 
-    bool fails(const AssessmentOutcome& outcome) const {
-        return !outcome.error && (run_.strict ? !outcome.passesThroughout()
-                                              : outcome.verdict == assessments::resultEnum_t::FAIL);
-    }
-
     bool failed(const Baseline::Entry& entry) const {
         return entry.verdict != "ERROR" &&
                (run_.strict ? !entry.passesThroughout : entry.verdict == "FAIL");
@@ -128,25 +123,25 @@ private:
     void addAssessment(const std::string& recording, const AssessmentOutcome& now,
                        const Baseline::Entry* before, bool tellsAdded) {
         const std::string verdict = verdictText(now);
-        const bool isError = now.severity == Severity::Error;
+        const bool fails = now.fails(run_.strict);
         if (before == nullptr) {
-            if (fails(now)) {
+            if (fails) {
                 add(ChangeKind::NewFailure, recording, now.name, verdict + ", was not there",
-                    isError);
+                    now.failsRun(run_.strict));
             } else if (tellsAdded) {
                 add(ChangeKind::Added, recording, now.name, verdict);
             }
             return;
         }
         const std::string change = verdict + ", was " + before->verdict;
-        if (fails(now) != failed(*before)) {
-            const bool isFixed =
-                !fails(now) && !now.error && now.verdict == assessments::resultEnum_t::PASS;
-            add(fails(now) ? ChangeKind::NewFailure
-                : isFixed  ? ChangeKind::Fixed
-                           : ChangeKind::Changed,
+        if (fails != failed(*before)) {
+            const bool isFixed = !fails && now.verdict == assessments::resultEnum_t::PASS;
+            add(fails     ? ChangeKind::NewFailure
+                : isFixed ? ChangeKind::Fixed
+                          : ChangeKind::Changed,
                 recording, now.name,
-                verdict == before->verdict ? verdict + ", open otherwise" : change, isError);
+                verdict == before->verdict ? verdict + ", open otherwise" : change,
+                now.failsRun(run_.strict));
         } else if (verdict != before->verdict) {
             add(ChangeKind::Changed, recording, now.name, change);
         } else if (const auto intervals = intervalsOf(now); intervals != before->failures &&

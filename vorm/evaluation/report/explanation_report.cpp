@@ -164,7 +164,10 @@ std::string courseText(const Course& course, const Timeline& timeline, const Tim
 class ReportWriter {
 public:
     ReportWriter(const Explanation& explanation, const ExplanationStyle& style)
-        : explanation_(explanation), style_(style), times_(explanation.times) {}
+        : explanation_(explanation),
+          style_(style),
+          width_(usableWidth(style.width)),
+          times_(explanation.times) {}
 
     std::string write() {
         const AssessmentOutcome& outcome = explanation_.outcome;
@@ -183,7 +186,7 @@ public:
 
 private:
     void writeLines(const std::string& text, std::size_t indent) {
-        out_ += indentedLines(text, {std::string(indent, ' '), style_.colours, style_.width});
+        out_ += indentedLines(text, {std::string(indent, ' '), style_.colours, width_});
     }
 
     void writeIntervals() {
@@ -258,16 +261,17 @@ private:
             const std::string text = courseText(courses[i], timeline, times);
             const std::string indent(2 * formula.depth, ' ');
             table.addRow({{indent + formula.text}, {text}});
-            list += indentedLines(formula.text, {"    " + indent, false, style_.width}) +
-                    indentedLines(text, {"        " + indent, false, style_.width});
+            list += indentedLines(formula.text, {"    " + indent, false, width_}) +
+                    indentedLines(text, {"        " + indent, false, width_});
         }
         // Side by side where the lines are not too long for that.
-        const bool fits = !style_.width || table.columns() + 4 <= *style_.width;
+        const bool fits = !width_ || table.columns() + 4 <= *width_;
         out_ += fits ? table.text({"    ", style_.colours, std::nullopt}) : list;
     }
 
     const Explanation& explanation_;
     const ExplanationStyle& style_;
+    const std::optional<std::size_t> width_;
     const TimeWriter times_;
     std::string out_;
 };

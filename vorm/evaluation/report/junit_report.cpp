@@ -63,7 +63,7 @@ std::string detailsOf(const AssessmentOutcome& outcome, const std::vector<std::s
 std::string notesOf(const AssessmentOutcome& outcome, const TimeWriter& times) {
     std::string notes = neverTriggeredText(outcome);
     notes += notes.empty() ? "" : "\n";
-    if (outcome.verdict == resultEnum_t::FAIL && !outcome.failsAsError()) {
+    if (outcome.verdict == resultEnum_t::FAIL && outcome.severity != Severity::Error) {
         notes += "fails, and is of the severity " + std::string(nameOf(outcome.severity)) + ":\n" +
                  detailsOf(outcome, failureLines(outcome, allIntervals, times));
     }
@@ -110,13 +110,12 @@ void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
     set(testCase, "classname", file);
     set(testCase, "name", outcome.name);
     addProperties(testCase, outcome);
-    const bool isError = outcome.severity == Severity::Error;
     if (outcome.error) {
         addError(testCase, *outcome.error);
-    } else if (outcome.failsAsError()) {
+    } else if (outcome.failsRun(false)) {
         addProblem(testCase, "failure", "fails " + times.interval(outcome.failures.front()),
                    detailsOf(outcome, failureLines(outcome, allIntervals, times)));
-    } else if (strict && isError && !outcome.passesThroughout()) {
+    } else if (outcome.failsRun(strict)) {
         addStrictFailure(testCase, outcome, times);
     } else if (outcome.verdict == resultEnum_t::NO_RESULT) {
         addProblem(testCase, "skipped", outcome.reason, "");

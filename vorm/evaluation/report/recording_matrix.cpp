@@ -38,7 +38,7 @@ public:
     }
 
     std::string text() const {
-        if (rows_.empty()) {
+        if (columns_.empty()) {
             return "";
         }
         std::string text = "Worst first:\n" + numbers();
@@ -199,9 +199,6 @@ private:
     std::string line(const std::string& text) const { return indentedLines(text, style_); }
 
     std::string columnTable() const {
-        if (columns_.empty()) {
-            return "";
-        }
         TextTable table({{"", true},
                          {"assessment"},
                          {"failed", true},

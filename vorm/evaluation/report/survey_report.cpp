@@ -155,9 +155,7 @@ std::string linesOn(const FileSurvey& file, const std::string& recording) {
 
 std::string surveyReport(const std::string& recording, const RecordingSurvey& survey,
                          std::optional<std::size_t> width) {
-    constexpr std::size_t leastWidth = 60;
-    const TextTable::Style style{
-        "  ", false, width ? std::optional(std::max(*width, leastWidth)) : std::nullopt};
+    const TextTable::Style style{"  ", false, usableWidth(width)};
     const auto& signals = survey.signals;
     std::vector<Column> columns = columnsOf(recording);
     std::erase_if(columns, [&](const Column& column) { return !tells(column, signals); });

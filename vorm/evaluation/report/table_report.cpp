@@ -240,10 +240,7 @@ TableReport::TableReport(const RunOutcome& about, std::size_t recordings, TableS
       strict_(about.strict),
       recordings_(recordings),
       style_(style) {
-    constexpr std::size_t leastWidth = 60;
-    if (style_.width) {
-        style_.width = std::max(*style_.width, leastWidth);
-    }
+    style_.width = usableWidth(style_.width);
 }
 
 std::string TableReport::begin() const {

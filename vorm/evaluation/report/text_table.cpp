@@ -152,6 +152,11 @@ std::string TextTable::rowText(const std::vector<Cell>& cells, const Block& bloc
     return shown + "\n";
 }
 
+std::optional<std::size_t> usableWidth(std::optional<std::size_t> width) {
+    constexpr std::size_t least = 60;
+    return width ? std::optional(std::max(*width, least)) : std::nullopt;
+}
+
 std::string indentedLines(std::string_view text, const TextTable::Style& style) {
     std::istringstream lines{std::string(text)};
     std::string shown;

@@ -67,6 +67,10 @@ private:
     std::size_t repeated_ = 1;
 };
 
+/// The columns that lines take on a terminal of that width: at least 60, since what is broken into
+/// less cannot be read.
+std::optional<std::size_t> usableWidth(std::optional<std::size_t> width);
+
 /// The lines of a text, each after the indent and, where there is a width, broken at blanks to fit.
 std::string indentedLines(std::string_view text, const TextTable::Style& style);
 

@@ -33,6 +33,9 @@ std::string inBrackets(const std::string& text) {
 }  // namespace
 
 TimeWriter TimeWriter::tellingApart(std::vector<ExactTime> times) const {
+    if (times_.digits == allDigits) {
+        return *this;
+    }
     std::sort(times.begin(), times.end());
     times.erase(std::unique(times.begin(), times.end()), times.end());
     TimeWriter writer = *this;

@@ -124,7 +124,9 @@ std::vector<std::string> wrapped(std::string_view text, std::size_t columns) {
     std::string begin(std::min(indent, columns / 2), ' ');
     std::string_view rest = text.substr(indent);
     while (displayWidth(rest) > columns - begin.size()) {
-        const std::size_t fitting = bytesThatFit(rest, columns - begin.size());
+        // However narrow it is, each line takes a character.
+        const std::size_t fitting =
+            std::max(bytesThatFit(rest, columns - begin.size()), firstOf(rest).bytes);
         const std::size_t blank = rest.rfind(' ', fitting);
         const bool breaksAtBlank = blank != std::string_view::npos && blank > 0;
         const std::size_t length = breaksAtBlank ? blank : fitting;

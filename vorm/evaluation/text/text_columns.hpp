@@ -18,9 +18,10 @@ std::size_t displayWidth(std::string_view text);
 /// with `…` for what is between them.
 std::string elided(std::string_view text, std::size_t columns);
 
-/// The text in lines of at most that many columns, of which there are at least four: broken at
-/// blanks, which are left out there, and where a word is longer within it. Blanks that the text
-/// begins with are kept, and the other lines begin with them, too, and with two more.
+/// The text in lines of at most that many columns, of which there are at least four (with fewer,
+/// lines are longer): broken at blanks, which are left out there, and where a word is longer within
+/// it. Blanks that the text begins with are kept, and the other lines begin with them, too, and
+/// with two more.
 std::vector<std::string> wrapped(std::string_view text, std::size_t columns);
 
 }  // namespace vorm::evaluation
