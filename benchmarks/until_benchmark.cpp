@@ -1,4 +1,4 @@
-// Until on truth and on numbers.
+// Until and since on truth and on numbers.
 
 #include "signals.hpp"
 
@@ -21,10 +21,10 @@ Intervals whereTrue(const Container& samples) {
     return intervals;
 }
 
-// phi until psi within [0, b], on intervals of truth: each part of phi's truth in which psi becomes
-// true holds from b before that on.
+// phi until psi within [0, ahead], or since within [0, back], on intervals of truth: each part of
+// phi's truth in which psi becomes true holds from `ahead` before that on, or to `back` after it.
 template <class Container>
-Intervals untilWithin(const Container& phi, const Container& psi, double b) {
+Intervals waiting(const Container& phi, const Container& psi, double ahead, double back) {
     const Intervals holds = whereTrue(phi);
     const Intervals goals = whereTrue(psi);
     Intervals result;
@@ -34,8 +34,8 @@ Intervals untilWithin(const Container& phi, const Container& psi, double b) {
             ++goal;
         }
         for (auto reached = goal; reached != goals.end() && reached->first <= end; ++reached) {
-            const double from = std::max(start, reached->first - b);
-            const double to = std::min(end, reached->second);
+            const double from = std::max(start, reached->first - ahead);
+            const double to = std::min(end, reached->second + back);
             if (!result.empty() && from <= result.back().second) {
                 result.back().second = std::max(result.back().second, to);
             } else {
@@ -55,8 +55,12 @@ void addTruth(double width, std::size_t size) {
     const auto psiDeque = toDeque(b);
     const std::string job = "Until bool/alternating width " + std::to_string(int(width));
     add(job + "/library", size, [=] { return phi.Until(psi, 0, width); });
-    add(job + "/flat", size, [=] { return untilWithin(a, b, width); });
-    add(job + "/deque", size, [=] { return untilWithin(phiDeque, psiDeque, width); });
+    add(job + "/flat", size, [=] { return waiting(a, b, width, 0); });
+    add(job + "/deque", size, [=] { return waiting(phiDeque, psiDeque, width, 0); });
+    const std::string past = "Since bool/alternating width " + std::to_string(int(width));
+    add(past + "/library", size, [=] { return phi.Since(psi, 0, width); });
+    add(past + "/flat", size, [=] { return waiting(a, b, 0, width); });
+    add(past + "/deque", size, [=] { return waiting(phiDeque, psiDeque, 0, width); });
 }
 
 const bool registered = [] {
@@ -75,6 +79,9 @@ const bool registered = [] {
         add("Until double/noisy unbounded/library", size,
             [=] { return phi.Until(psi, unbounded); });
         add("Until double/noisy width 50/library", size, [=] { return phi.Until(psi, 0, 50); });
+        add("Since double/noisy unbounded/library", size,
+            [=] { return phi.Since(psi, 0, unbounded); });
+        add("Since double/noisy width 50/library", size, [=] { return phi.Since(psi, 0, 50); });
     }
     return true;
 }();

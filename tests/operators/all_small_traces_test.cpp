@@ -35,10 +35,10 @@ std::vector<double> sampleTimes() {
 }
 
 // The grid, what lies a few steps beside it, and what lies between.
-std::vector<double> readingTimes() {
+std::vector<double> readingTimes(double origin = 0) {
     std::vector<double> times;
     for (int i = 1; i <= gridEnd; ++i) {
-        const double time = i;
+        const double time = origin + i;
         times.insert(times.end(),
                      {before(time), time, after(time), after(after(time)),
                       after(after(after(time))), time + 0.25, time + 0.5, time + 0.625});
@@ -186,10 +186,12 @@ INSTANTIATE_TEST_SUITE_P(Window, AllSmallTraces, testing::Values(held, linear),
 
 // ---- Two operands ------------------------------------------------------------------------------
 
-std::vector<Signal> smallSignals(INTERPOLATION_METHOD method, const std::vector<double>& values) {
+std::vector<Signal> smallSignals(INTERPOLATION_METHOD method, const std::vector<double>& values,
+                                 double origin = 0) {
     std::vector<Signal> signals;
     Signal all{method, {}, {}};
-    forEachTrace(all, {1, after(1), 2, 3}, values, 3, [&](Signal& signal) {
+    const std::vector<double> times{origin + 1, after(origin + 1), origin + 2, origin + 3};
+    forEachTrace(all, times, values, 3, [&](Signal& signal) {
         for (const double knownAfter : {0.0, 0.5}) {
             signal.known = signal.times.back() + knownAfter;
             signals.push_back(signal);
@@ -198,19 +200,19 @@ std::vector<Signal> smallSignals(INTERPOLATION_METHOD method, const std::vector<
     return signals;
 }
 
-// Checks the result of an operator on all pairs at all times at which both are known, up to some
-// time before their end.
+// Checks the result of an operator on all pairs at all times from which both are known throughout
+// the window.
 template <class T, class R, class Result, class IsRight>
-void checkPairs(const std::vector<Signal>& signals, double until, Result resultOf,
-                IsRight isRight) {
-    static const std::vector<double> times = readingTimes();
+void checkPairs(const std::vector<Signal>& signals, const Window& window, Result resultOf,
+                IsRight isRight, double origin = 0) {
+    const std::vector<double> times = readingTimes(origin);
     int failures = 0;
     for (const Signal& left : signals) {
         const auto leftTrace = left.toTrace<T>();
         for (const Signal& right : signals) {
             const TimedTrace_T<R> result = resultOf(leftTrace, right.toTrace<T>());
-            const double start = std::max(left.start(), right.start());
-            const double end = std::min(left.known, right.known) - until;
+            const double start = std::max(left.start(), right.start()) - window.a;
+            const double end = std::min(left.known, right.known) - window.b;
             const auto isWrongAt = [&](double time) {
                 return time >= start && time <= end &&
                        !isRight(left, right, time, *result.valueAt(time));
@@ -231,7 +233,7 @@ void checkPointwise(
     Function function) {
     for (const auto method : {held, linear}) {
         checkPairs<double, double>(
-            smallSignals(method, {-1, 0, 2}), 0,
+            smallSignals(method, {-1, 0, 2}), {0, 0},
             [&](const auto& left, const auto& right) { return (left.*member)(right); },
             [&](const Signal& left, const Signal& right, double time, double value) {
                 // Where lines cross between two representable times, the value is that of either.
@@ -257,7 +259,7 @@ TEST(AllSmallPairs, AreCombinedPointByPoint) {
 TEST(AllSmallPairs, AreComparedExactlyWhereHeldAndBesideCrossings) {
     for (const auto method : {held, linear}) {
         checkPairs<double, bool>(
-            smallSignals(method, {-1, 0, 2}), 0,
+            smallSignals(method, {-1, 0, 2}), {0, 0},
             [](const auto& left, const auto& right) {
                 return left.template combine<bool>(right, ValueGreater());
             },
@@ -298,13 +300,56 @@ TEST(AllSmallPairs, WaitUntilInEveryWindow) {
                                  Window{1, 1}, Window{1, 1.5}}) {
         SCOPED_TRACE(testing::Message() << "[" << window.a << ", " << window.b << "]");
         checkPairs<bool, bool>(
-            signals, window.b,
+            signals, {0, window.b},
             [&](const auto& condition, const auto& goal) {
                 return condition.Until(goal, window.a, window.b);
             },
             [&](const Signal& condition, const Signal& goal, double time, bool value) {
                 return value == untilAt(condition, goal, window, time);
             });
+    }
+}
+
+// The goal at some time of the window, and the condition from just after it on; in any case from
+// where the window ends. The goal's last time before each change is the best one.
+bool sinceAt(const Signal& condition, const Signal& goal, const Window& window, double time) {
+    const double latest = time - window.a;
+    std::vector<double> changes;
+    std::vector<double> goals{latest};
+    for (const Signal* signal : {&condition, &goal}) {
+        for (const double change : signal->times) {
+            changes.push_back(change);
+            goals.push_back(before(change));
+        }
+    }
+    const auto holds = [&](double from) {
+        return valueAt(condition, ticks(time)) == 1 && valueAt(condition, ticks(from)) == 1 &&
+               std::none_of(changes.begin(), changes.end(), [&](double change) {
+                   return change > from && change <= time && valueAt(condition, ticks(change)) != 1;
+               });
+    };
+    return holds(latest) && std::any_of(goals.begin(), goals.end(), [&](double each) {
+               return each <= latest && each >= time - window.b &&
+                      valueAt(goal, ticks(each)) == 1 && (each == time || holds(after(each)));
+           });
+}
+
+// Between 4 and 8 a shift loses no step.
+TEST(AllSmallPairs, HoldSinceInEveryWindow) {
+    constexpr double origin = 4;
+    const std::vector<Signal> signals = smallSignals(held, {0, 1}, origin);
+    for (const Window& window : {Window{0, 0}, Window{0, 1}, Window{0, 1.5}, Window{0.5, 1},
+                                 Window{1, 1}, Window{1, 1.5}}) {
+        SCOPED_TRACE(testing::Message() << "[" << window.a << ", " << window.b << "]");
+        checkPairs<bool, bool>(
+            signals, {-window.b, 0},
+            [&](const auto& condition, const auto& goal) {
+                return condition.Since(goal, window.a, window.b);
+            },
+            [&](const Signal& condition, const Signal& goal, double time, bool value) {
+                return value == sinceAt(condition, goal, window, time);
+            },
+            origin);
     }
 }
 

@@ -240,7 +240,19 @@ Expression tower(std::size_t levels, Wrap wrap) {
 }
 
 inline constexpr std::size_t logicKindsWithoutWindows = 5;
-inline constexpr std::size_t logicKinds = 10;
+inline constexpr std::size_t logicKinds = 14;
+
+/// The end of a window, or none, or the end of what was recorded.
+inline double orNoEnd(double b) {
+    switch (anyIndex(8)) {
+        case 0:
+            return std::numeric_limits<double>::infinity();
+        case 1:
+            return std::numeric_limits<double>::max();
+        default:
+            return b;
+    }
+}
 
 /// One kind of logic over operands that `deeper` gives, with windows between the numbers.
 template <class Deeper>
@@ -264,9 +276,17 @@ Expression logicOf(std::size_t kind, double a, double b, const Deeper& deeper) {
         case 7:
             return factory.Globally(-b, -a, deeper());
         case 8:
-            return factory.Until(deeper(), a, b, deeper());
+            return factory.Until(deeper(), a, orNoEnd(b), deeper());
+        case 9:
+            return factory.Once(a, orNoEnd(b), deeper());
+        case 10:
+            return factory.Historically(a, orNoEnd(b), deeper());
+        case 11:
+            return factory.Since(deeper(), a, orNoEnd(b), deeper());
+        case 12:
+            return factory.Globally(a, orNoEnd(b), deeper());
         default:
-            return factory.Eventually(a, b, deeper());
+            return factory.Eventually(a, orNoEnd(b), deeper());
     }
 }
 

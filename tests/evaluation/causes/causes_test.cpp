@@ -50,9 +50,10 @@ JudgedFormula judgedFormula(const Expression& formula) {
     const auto lookup = [](const assessments::variable& signal) {
         return std::make_shared<const TracePieces>(piecesOf(signal.name));
     };
-    return {formula, [&](const Expression& tree) {
-                return evaluate({{&tree, Meaning::Boolean}}, lookup).at(0).truth;
-            }};
+    const auto truthOf = [&](const Expression& tree) {
+        return evaluate({{&tree, Meaning::Boolean}}, lookup).at(0).truth;
+    };
+    return {formula, truthOf, lookup};
 }
 
 std::string text(const CountedSpan& span) {

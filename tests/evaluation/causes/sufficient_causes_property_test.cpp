@@ -176,8 +176,9 @@ using Counts = std::map<CauseExtent, int>;
 
 void check(const Courses& courses, const Expression& formula, Counts& counts) {
     const SharedTruth truth = truthOn(courses, formula);
-    const JudgedFormula judged(formula,
-                               [&](const Expression& tree) { return truthOn(courses, tree); });
+    const JudgedFormula judged(
+        formula, [&](const Expression& tree) { return truthOn(courses, tree); },
+        [&](const variable& signal) { return piecesOf(courses.at(signal.id)); });
     for (const CountedSpan& failure : failuresOf(*truth)) {
         const SufficientCauses found = sufficientCauses(judged, failure);
         ++counts[found.extent];

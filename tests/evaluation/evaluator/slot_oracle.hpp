@@ -8,13 +8,17 @@
 #include "support/traces.hpp"
 
 #include <vorm/assessments.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
+#include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/evaluation/evaluator/evaluator.hpp>
+#include <vorm/evaluation/time/window_end.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vorm::test {
@@ -253,28 +257,37 @@ public:
     }
     Course operator()(const timedwindow_unary_op& node) const {
         const Course x = of(node.child);
-        const double sign = node.op == VORM_OP::Eventually ? 1 : -1;
+        const bool isSomeTime = node.op == VORM_OP::Eventually || node.op == VORM_OP::Once;
+        const double sign = isSomeTime ? 1 : -1;
+        const Looked looked = lookedAt(node);
         return Course([&](int slot) {
-            double best = -infinity;
-            for (int seen = slot + slotOf(node.a); seen <= slot + slotOf(node.b); ++seen) {
+            double best = node.b == evaluation::toTheEnd ? -certain_ : -infinity;
+            const auto [first, last] = looked.from(slot);
+            for (int seen = first; seen <= last; ++seen) {
                 best = std::max(best, sign * x.at(seen));
             }
             return sign * best;
         });
     }
     // The goal at some time from a to b ahead; until then the condition, and in any case up to a
-    // ahead. In an interval the goal can be reached at its first time.
+    // ahead. In an interval the goal can be reached at its first time. Since is the same the other
+    // way round.
     Course operator()(const timedwindow_binary_op& node) const {
         const Course condition = of(node.lhs);
         const Course goal = of(node.rhs);
+        const Looked looked = lookedAt(node);
+        const int step = node.op == VORM_OP::Since ? -1 : 1;
         return Course([&](int slot) {
-            const int earliest = slot + slotOf(node.a);
+            const int earliest = slot + step * slotOf(node.a);
+            const auto [first, last] = looked.from(slot);
+            const int latest = step > 0 ? last : first;
             double least = infinity;
-            for (int seen = slot; seen <= earliest; ++seen) {
+            for (int seen = slot; seen != earliest + step; seen += step) {
                 least = std::min(least, condition.at(seen));
             }
-            double best = std::min(least, goal.at(earliest));
-            for (int seen = earliest + 1; seen <= slot + slotOf(node.b); ++seen) {
+            double best = first <= last ? goal.at(earliest) : -certain_;
+            best = std::min(least, best);
+            for (int seen = earliest + step; step * seen <= step * latest; seen += step) {
                 best = std::max(best, std::min(least, goal.at(seen)));
                 least = std::min(least, condition.at(seen));
             }
@@ -300,6 +313,45 @@ public:
     }
 
 private:
+    // What a window looks at from a slot, where it may look at some slots only.
+    struct Looked {
+        int from_;
+        int to_;
+        int first_;
+        int last_;
+
+        std::pair<int, int> from(int slot) const {
+            return {std::max(slot + from_, first_), std::min(slot + to_, last_)};
+        }
+    };
+
+    template <class Node>
+    Looked lookedAt(const Node& node) const {
+        const bool looksBack = support::looksBack(node.op);
+        const int a = slotOf(node.a);
+        const int b = node.b < evaluation::toTheEnd ? slotOf(node.b) : lastSlot - firstSlot + a;
+        Looked looked{looksBack ? -b : a, looksBack ? -a : b, -alwaysSlot, alwaysSlot};
+        if (node.b == evaluation::toTheEnd) {
+            const auto [first, last] = recordedSlots(node);
+            (looksBack ? looked.first_ : looked.last_) = looksBack ? first : last;
+        }
+        return looked;
+    }
+
+    // From the first to the last slot at which any signal of the operands is known.
+    std::pair<int, int> recordedSlots(const Expression& node) const {
+        std::pair<int, int> slots{alwaysSlot, -alwaysSlot};
+        support::forEachNode(node, [&](const Expression& tree) {
+            if (const auto* signal = boost::get<variable>(&tree)) {
+                for (const SlotPiece& piece : signals_.at(signal->id)) {
+                    slots = {std::min(slots.first, piece.first),
+                             std::max(slots.second, piece.last)};
+                }
+            }
+        });
+        return slots.first <= slots.second ? slots : std::pair{-alwaysSlot, alwaysSlot};
+    }
+
     Course isNotZero(const Expression& term) const {
         const SlotPieces x = SlotNumbers(signals_).of(term);
         return Course([&](int slot) {

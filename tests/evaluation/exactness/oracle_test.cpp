@@ -128,6 +128,17 @@ TEST(Oracle, WaitsUntil) {
     EXPECT_EQ(textOf(until(course("T 5=F F"), 0, 2, course("F 3=? ?"))), "F 1=? ? 5=F F");
 }
 
+TEST(Oracle, RemembersSince) {
+    const TruthCourse p = course("F 2=T T 6=F F");
+    EXPECT_EQ(textOf(since(p, 0, 2, course("F 3=T F"))), "F 3=T T 5=T F");
+    EXPECT_EQ(textOf(since(p, 1, 2, course("F 3=T F"))), "F 4=T T 5=T F");
+    EXPECT_EQ(textOf(since(p, 0, 9, course("F 0=T T 2=F F"))), "F 2=T T 6=F F") << "handed over";
+    EXPECT_EQ(textOf(since(p, 0, 9, course("F 0=T T 2=F F"), Handover::UpToTheGoal)), "F");
+    EXPECT_EQ(textOf(since(p, 0, 9, course("F 0=T T 1=F F"))), "F");
+    EXPECT_EQ(textOf(since(p, 0, 1, course("F 0=T T 2=F F"))), "F 2=T T 3=F F");
+    EXPECT_EQ(textOf(since(course("T 4=? T"), 0, 9, course("F 3=T F"))), "F 3=T T 4=? ? 12=? F");
+}
+
 TEST(Oracle, TellsWhenTruthChanges) {
     const auto rises = [](const std::string& text) {
         return textOf(rise(course(text), firstKnown(course(text))));

@@ -94,6 +94,16 @@ private:
         const int a = onceIn(4) ? -anyBetween(0, 6) : anyBetween(0, 4);
         const int b = a + anyBetween(0, 8);
         const bool isAlways = anyIndex(2) == 0;
+        if (a >= 0 && onceIn(2)) {
+            return of<TruthCourse>((isAlways ? "historically" : "once") + interval(a, b) + "($)", p,
+                                   [=](const TruthCourse& course) {
+                                       return isAlways ? always(-b, -a, course)
+                                                       : eventually(-b, -a, course);
+                                   });
+        }
+        if (a >= 0 && onceIn(3)) {
+            return unbounded(isAlways, a, p);
+        }
         return of<TruthCourse>((isAlways ? "always" : "eventually") + interval(a, b) + "($)", p,
                                [=](const TruthCourse& course) {
                                    return isAlways ? always(a, b, course)
@@ -101,9 +111,43 @@ private:
                                });
     }
 
+    // To the end of time, or of what was recorded of the operand's signals; or back to its begin.
+    SaidTruth unbounded(bool isAlways, int a, const SaidTruth& p) const {
+        const bool isPast = onceIn(2);
+        const bool isRecorded = onceIn(2);
+        const std::string word = isPast     ? isAlways ? "historically" : "once"
+                                 : isAlways ? "always"
+                                            : "eventually";
+        const std::string end = !isRecorded ? "inf" : isPast ? "begin" : "end";
+        const Times recorded = recordedTimes(p.signals);
+        return of<TruthCourse>(
+            word + "[" + length(a) + ", " + end + "]($)", p, [=](const TruthCourse& course) {
+                TruthCourse q = isAlways ? course : negation(course);
+                if (isRecorded && !recorded.empty()) {
+                    q = trueBeyond(q, isPast, isPast ? recorded.front() : recorded.back());
+                }
+                const TruthCourse all = isPast ? alwaysBefore(a, q) : alwaysFrom(a, q);
+                return isAlways ? all : negation(all);
+            });
+    }
+
+    Times recordedTimes(const std::set<std::string>& names) const {
+        std::vector<RandomSignal> signals = recording_.signals;
+        std::erase_if(signals,
+                      [&](const RandomSignal& each) { return !names.contains(each.name); });
+        return timesOf(signals);
+    }
+
     SaidTruth untilOf(const SaidTruth& p, const SaidTruth& q) const {
         const int a = anyBetween(0, 4);
         const int b = a + anyBetween(0, 8);
+        if (onceIn(2)) {
+            return of<TruthCourse>(
+                p, "since" + interval(a, b), q,
+                [=](const World& world, const TruthCourse& left, const TruthCourse& right) {
+                    return observedSince(world, left, a, b, right);
+                });
+        }
         return of<TruthCourse>(
             p, "until" + interval(a, b), q,
             [=](const World& world, const TruthCourse& left, const TruthCourse& right) {

@@ -132,6 +132,29 @@ inline TruthCourse eventually(const Rational& a, const Rational& b, const TruthC
     return negation(always(a, b, negation(p)));
 }
 
+/// p from t + a on for ever.
+inline TruthCourse alwaysFrom(const Rational& a, const TruthCourse& p) {
+    const Rational beyond = p.events.empty() ? Rational(0) : Rational(p.events.back() + 1);
+    return tabulated(moved(p.events, {-a}), [&](const Rational& t) {
+        return leastWithin(p, t + a, std::max<Rational>(t + a, beyond));
+    });
+}
+
+/// p at all times up to t - a.
+inline TruthCourse alwaysBefore(const Rational& a, const TruthCourse& p) {
+    const Rational beyond = p.events.empty() ? Rational(0) : Rational(p.events.front() - 1);
+    return tabulated(moved(p.events, {a}), [&](const Rational& t) {
+        return leastWithin(p, std::min<Rational>(t - a, beyond), t - a);
+    });
+}
+
+/// p, but true at all times after the end, or before the begin.
+inline TruthCourse trueBeyond(const TruthCourse& p, bool isBegin, const Rational& end) {
+    return tabulated(joined(p.events, {end}), [&](const Rational& t) {
+        return (isBegin ? t < end : end < t) ? True : p.valueAt(t);
+    });
+}
+
 /// The least value on the half-open interval, which does not hold its end; true where it is empty.
 inline Truth leastBefore(const TruthCourse& p, const Rational& first, const Rational& end) {
     if (first == end) {
@@ -141,6 +164,16 @@ inline Truth leastBefore(const TruthCourse& p, const Rational& first, const Rati
     const auto next = std::lower_bound(p.events.begin(), p.events.end(), end);
     const Rational latest = next == p.events.begin() ? first : std::max(first, *std::prev(next));
     return leastWithin(p, first, (latest + end) / 2);
+}
+
+/// The least value on the half-open interval, which does not hold its begin.
+inline Truth leastAfter(const TruthCourse& p, const Rational& begin, const Rational& last) {
+    if (begin == last) {
+        return True;
+    }
+    const auto next = std::upper_bound(p.events.begin(), p.events.end(), begin);
+    const Rational earliest = next == p.events.end() ? last : std::min(last, *next);
+    return leastWithin(p, (begin + earliest) / 2, last);
 }
 
 /// How far p has to hold for a goal that lies right after the time at which p ends.
@@ -172,6 +205,33 @@ inline TruthCourse until(const TruthCourse& p, const Rational& a, const Rational
             best = std::max(best, std::min(q.valueAt(goals[i]), before));
         }
         return std::min(best, leastWithin(p, t, t + a));
+    });
+}
+
+/// q at some time of [t - b, t - a], p from right after it up to t, and p throughout [t - a, t].
+/// With UpToTheTime a q that ends where p begins counts; on the real line no such time is the last.
+inline TruthCourse since(const TruthCourse& p, const Rational& a, const Rational& b,
+                         const TruthCourse& q, Handover handover = Handover::UpToTheTime) {
+    const Times events = joined(p.events, q.events);
+    return tabulated(moved(events, {0, a, b}), [&](const Rational& t) {
+        Times goals{t - a, t - b};
+        for (const Rational& event : events) {
+            if (t - b < event && event < t - a) {
+                goals.push_back(event);
+            }
+        }
+        sortOut(goals);
+        Truth best = False;
+        for (std::size_t i = 0; i < goals.size(); ++i) {
+            best = std::max(best, std::min(q.valueAt(goals[i]), leastAfter(p, goals[i], t)));
+            if (i > 0) {
+                const Rational inside = timeBefore(goals, i);
+                const Truth after = handover == Handover::UpToTheTime ? leastWithin(p, goals[i], t)
+                                                                      : leastAfter(p, inside, t);
+                best = std::max(best, std::min(q.valueAt(inside), after));
+            }
+        }
+        return std::min(best, leastWithin(p, t - a, t));
     });
 }
 

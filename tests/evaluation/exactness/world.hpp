@@ -102,4 +102,13 @@ inline TruthCourse observedUntil(const World& world, const TruthCourse& p, const
     return world.isStepwise ? stepwise : exact;
 }
 
+inline TruthCourse observedSince(const World& world, const TruthCourse& p, const Rational& a,
+                                 const Rational& b, const TruthCourse& q) {
+    const TruthCourse stepwise = since(p, a, b, q);
+    const TruthCourse exact = since(p, a, b, q, Handover::UpToTheGoal);
+    world.isDelicate = world.isDelicate || exact.events != stepwise.events ||
+                       exact.at != stepwise.at || exact.between != stepwise.between;
+    return world.isStepwise ? exact : stepwise;
+}
+
 }  // namespace vorm::evaluation::test

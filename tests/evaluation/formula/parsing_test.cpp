@@ -72,6 +72,23 @@ TEST(Parsing, TimesAreInSecondsWhateverTheirUnit) {
     });
 }
 
+TEST(Parsing, WindowsMayHaveNoEnd) {
+    expectSame({
+        {"always(p)", "Globally(p)"},
+        {"F[0, inf] p", "Eventually(p)"},
+        {"G[2, inf] p", "Globally[2 s, inf](p)"},
+        {"eventually[0, end](p)", "Eventually[0, end](p)"},
+        {"once(p) & H(p)", "Once(p) & Historically(p)"},
+        {"historically[1, begin] p", "Historically[1 s, begin](p)"},
+        {"O[0, 5 ms](p)", "Once[0, 5 ms](p)"},
+        {"p until q", "p Until q"},
+        {"p until[0, end] q", "p Until[0, end] q"},
+        {"p since q & r", "(p Since q) & r"},
+        {"p S[0, 2] q since[1, inf] r", "(p Since[0, 2 s] q) Since[1 s, inf] r"},
+        {"since since once", R"("since" Since "once")"},
+    });
+}
+
 TEST(Parsing, OperatorsAreNamesWhereTheirBracketDoesNotFollow) {
     expectSame({
         {"G & F", R"("G" & "F")"},
@@ -191,8 +208,12 @@ TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
             {"p & (x > 5", "(", "this '(' is not closed", "add ')'"},
             {"(x > 5]", "]", "expected ')', found ']'", "the '(' of `(x > 5` is not closed"},
             {"x > 5)", ")", "expected an operator, found ')'", "nothing is open here"},
-            {"always(p)", "always", "'always' needs an interval", "write always[0, 5 s](...)"},
-            {"p until q", "until", "'until' needs an interval", "write p until[0, 5 s] q"},
+            {"always p", "always", "'always' needs an operand in brackets",
+             "write always[0, 5 s](...), or always(...) for all of time"},
+            {"G[0, begin] p", "begin", "expected a time, found 'begin'",
+             "a window of the future goes to the end of the recording"},
+            {"p since[0, end] q", "end", "expected a time, found 'end'",
+             "a window of the past goes to the begin of the recording"},
             {"Shift(x)", "Shift", "'Shift' needs a distance in time", "write Shift[2 s](x)"},
             {"x Fall 5", "Fall", "'Fall' needs a distance in time", "write Fall[2 s](x, 5)"},
             {"until[0, 1] q", "until", "expected an operand before 'until', found 'until'", ""},

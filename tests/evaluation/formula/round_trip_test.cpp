@@ -37,7 +37,8 @@ Expression anyTree(const Leaves& leaves, std::size_t levels);
 Expression anyOneOperand(const Leaves& leaves, std::size_t levels) {
     ExpressionFactory factory;
     const auto x = [&] { return anyTree(leaves, levels - 1); };
-    switch (anyIndex(leaves.hasAllNodes ? 11 : 8)) {
+    const auto end = [&] { return test::orNoEnd(leaves.number()); };
+    switch (anyIndex(leaves.hasAllNodes ? 13 : 10)) {
         case 0:
             return factory.UnaryMinus(x());
         case 1:
@@ -55,8 +56,12 @@ Expression anyOneOperand(const Leaves& leaves, std::size_t levels) {
         case 7:
             return factory.EpsilonShift(leaves.number(), x());
         case 8:
-            return cast_op(x(), cast_op::castFlag<HalfFloat>());
+            return factory.Once(leaves.number(), leaves.hasAllNodes ? end() : leaves.number(), x());
         case 9:
+            return factory.Historically(leaves.number(), leaves.number(), x());
+        case 10:
+            return cast_op(x(), cast_op::castFlag<HalfFloat>());
+        case 11:
             return cast_op(x(), cast_op::castFlag<Verdict>());
         default:
             return cast_op(leaves.literal(), cast_op::castFlag<std::int8_t>());
@@ -76,9 +81,12 @@ Expression anyTwoOperands(const Leaves& leaves, std::size_t levels) {
     }
     const Operation operation = anyOf(operations);
     const auto x = [&] { return anyTree(leaves, levels - 1); };
-    switch (anyIndex(8)) {
+    switch (anyIndex(9)) {
         case 0:
-            return factory.Until(x(), leaves.number(), leaves.number(), x());
+            return factory.Until(x(), leaves.number(),
+                                 leaves.hasAllNodes ? test::orNoEnd(0) : leaves.number(), x());
+        case 8:
+            return factory.Since(x(), leaves.number(), leaves.number(), x());
         case 1:
             return factory.Rise(leaves.number(), leaves.number(), x());
         case 2:

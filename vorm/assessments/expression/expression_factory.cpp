@@ -128,17 +128,23 @@ VORM_TIMED(EpsilonShift)
     }
 VORM_WINDOWED(Eventually)
 VORM_WINDOWED(Globally)
+VORM_WINDOWED(Once)
+VORM_WINDOWED(Historically)
 #undef VORM_WINDOWED
 
-Expression ExpressionFactory::Until(const Expression& left, double a, double b,
-                                    const Expression& right) const {
-    return Until(Expression(left), a, b, Expression(right));
-}
-
-Expression ExpressionFactory::Until(Expression&& left, double a, double b,
-                                    Expression&& right) const {
-    return timedwindow_binary_op(VORM_OP::Until, std::move(left), std::move(right), "Until", a, b);
-}
+#define VORM_WINDOWED(Name)                                                                       \
+    Expression ExpressionFactory::Name(const Expression& left, double a, double b,                \
+                                       const Expression& right) const {                           \
+        return Name(Expression(left), a, b, Expression(right));                                   \
+    }                                                                                             \
+    Expression ExpressionFactory::Name(Expression&& left, double a, double b, Expression&& right) \
+        const {                                                                                   \
+        return timedwindow_binary_op(VORM_OP::Name, std::move(left), std::move(right), #Name, a,  \
+                                     b);                                                          \
+    }
+VORM_WINDOWED(Until)
+VORM_WINDOWED(Since)
+#undef VORM_WINDOWED
 
 Expression ExpressionFactory::Implies(const Expression& a, const Expression& b) const {
     return Implies(Expression(a), Expression(b));

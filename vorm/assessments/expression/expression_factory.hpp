@@ -82,6 +82,15 @@ public:
     Expression EpsilonShift(double direction, Expression&& x) const;
     Expression Until(const Expression& left, double a, double b, const Expression& right) const;
     Expression Until(Expression&& left, double a, double b, Expression&& right) const;
+    /// x at some time of the closed window [t - b, t - a].
+    Expression Once(double a, double b, const Expression& x) const;
+    Expression Once(double a, double b, Expression&& x) const;
+    /// x throughout the closed window [t - b, t - a].
+    Expression Historically(double a, double b, const Expression& x) const;
+    Expression Historically(double a, double b, Expression&& x) const;
+    /// `right` at some time of [t - b, t - a] and `left` from there on.
+    Expression Since(const Expression& left, double a, double b, const Expression& right) const;
+    Expression Since(Expression&& left, double a, double b, Expression&& right) const;
 
     /// An alias of Or(Not(a), b) that prints as `a->b`.
     Expression Implies(const Expression& a, const Expression& b) const;

@@ -1,5 +1,6 @@
 #include "expression_influence_cone_visitor.hpp"
 
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 
@@ -59,11 +60,17 @@ public:
         }
     }
     void operator()(const timedwindow_unary_op& node) const {
-        look(node.child, spanOf(node.a, node.b));
+        const support::Distances window = support::windowOf(node.op, node.a, node.b);
+        look(node.child, spanOf(window.first, window.last));
     }
     void operator()(const timedwindow_binary_op& node) const {
-        look(node.lhs, {0, infinity});
-        look(node.rhs, {std::min(0.0, orElse(node.a, -infinity)), infinity});
+        if (support::looksBack(node.op)) {
+            look(node.lhs, {-infinity, 0});
+            look(node.rhs, {-infinity, std::max(0.0, orElse(-node.a, infinity))});
+        } else {
+            look(node.lhs, {0, infinity});
+            look(node.rhs, {std::min(0.0, orElse(node.a, -infinity)), infinity});
+        }
     }
     void operator()(const alias& node) const { look(node.body, {0, 0}); }
 

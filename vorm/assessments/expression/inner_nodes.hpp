@@ -71,7 +71,8 @@ struct VORM_ASSESSMENTS_EXPORT timed_unary_op : unary_op {
         : unary_op(other, mark), offset(other.offset) {}
 };
 
-/// An operator over the closed window [t + a, t + b]: Eventually and Globally.
+/// An operator over a closed window: [t + a, t + b] of Eventually and Globally, [t - b, t - a] of
+/// Once and Historically.
 struct VORM_ASSESSMENTS_EXPORT timedwindow_unary_op : unary_op {
     double a;
     double b;
@@ -108,7 +109,7 @@ struct VORM_ASSESSMENTS_EXPORT binary_op : detail::InnerNode {
     binary_op(const binary_op& other, detail::WithoutChildren);
 };
 
-/// An operator over the closed window [t + a, t + b]: Until.
+/// An operator over a closed window: [t + a, t + b] of Until, [t - b, t - a] of Since.
 struct VORM_ASSESSMENTS_EXPORT timedwindow_binary_op : binary_op {
     double a;
     double b;

@@ -19,8 +19,8 @@ enum class OperatorFamily : std::uint8_t {
     Comparison,
     Negation,
     Connective,  ///< of two truths
-    Window,
-    Until,
+    Window,      ///< of time
+    Until,       ///< and its mirror image
     Shift,
     EpsilonShift,
 };
@@ -59,8 +59,11 @@ constexpr OperatorFamily familyOf(VORM_OP op) {
             return OperatorFamily::Connective;
         case VORM_OP::Eventually:
         case VORM_OP::Globally:
+        case VORM_OP::Once:
+        case VORM_OP::Historically:
             return OperatorFamily::Window;
         case VORM_OP::Until:
+        case VORM_OP::Since:
             return OperatorFamily::Until;
         case VORM_OP::Shift:
             return OperatorFamily::Shift;
@@ -68,6 +71,27 @@ constexpr OperatorFamily familyOf(VORM_OP op) {
             return OperatorFamily::EpsilonShift;
     }
     return OperatorFamily::None;
+}
+
+/// Whether an operator's window lies in the past: [a, b] is then [t - b, t - a].
+constexpr bool looksBack(VORM_OP op) {
+    return op == VORM_OP::Once || op == VORM_OP::Historically || op == VORM_OP::Since;
+}
+
+/// Whether a window asks for some time in it; else it asks for all times.
+constexpr bool isForSomeTime(VORM_OP window) {
+    return window == VORM_OP::Eventually || window == VORM_OP::Once;
+}
+
+/// Distances in time from the one that is looked from.
+struct Distances {
+    double first;
+    double last;
+};
+
+/// Where the window [a, b] of an operator lies.
+constexpr Distances windowOf(VORM_OP op, double a, double b) {
+    return looksBack(op) ? Distances{-b, -a} : Distances{a, b};
 }
 
 /// Whether a family has these operators and no other, for choices among them that end in an else.

@@ -30,6 +30,9 @@ enum class VORM_ASSESSMENTS_EXPORT VORM_OP : int {
     Until = 21,
     Shift = 22,
     EpsilonShift = 23,
+    Once = 24,
+    Historically = 25,
+    Since = 26,
 };
 
 }  // namespace vorm::assessments

@@ -146,6 +146,11 @@ TimedTrace TimedTrace::Until(double a, double b, const TimedTrace& other) const 
                        [&](const auto& phi, const auto& psi) { return phi.Until(psi, a, b); });
 }
 
+TimedTrace TimedTrace::Since(double a, double b, const TimedTrace& other) const {
+    return applyToPair(other,
+                       [&](const auto& phi, const auto& psi) { return phi.Since(psi, a, b); });
+}
+
 TimedTrace TimedTrace::compare(const TimedTrace& other, const detail::Relation& relation) const {
     return applyToPair(
         other, [&](const auto& a, const auto& b) { return detail::compare(a, b, relation); });

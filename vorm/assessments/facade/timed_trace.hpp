@@ -92,6 +92,8 @@ public:
     /// This trace is the condition, `other` the guarded verdict.
     TimedTrace If(const TimedTrace& other) const;
     TimedTrace Until(double a, double b, const TimedTrace& other) const;
+    /// This trace since `other`.
+    TimedTrace Since(double a, double b, const TimedTrace& other) const;
 
     // Comparisons at every time, as TimedTrace_T::combine gives them: a bool trace that is exact at
     // the samples of both operands and where lines cross. A comparison with a NaN sample is false,

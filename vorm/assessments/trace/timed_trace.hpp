@@ -277,6 +277,21 @@ public:
     /// Eventually(a, b) of `other`. Empty where an operand is empty. Throws as its steps do.
     TimedTrace_T Until(const TimedTrace_T& other, const double& a, const double& b) const;
 
+    /// The mirror image of until in time, of held traces: with phi this trace and psi the other
+    /// one, the best over all t' in the closed window [t - b, t - a] of the least of psi(t') and
+    /// phi in (t', t], and phi at t itself and throughout [t - a, t]. On bool: whether psi was true
+    /// at some time of the window, and phi has been from there on. Time goes in representable
+    /// steps: of a psi that ends where phi begins the last time counts, where Shift does not round
+    /// it away. A NaN among the values makes the result NaN.
+    ///
+    /// b may be infinite: nothing lies before the common start of the two. Known from the common
+    /// start plus b (plus a, where b is infinite) to the smaller lastKnownTime; empty where that is
+    /// no span, or an operand is empty. Throws AssessmentTypeException with the tag of double for a
+    /// linear operand, AssessmentBinaryTypeException for enumerated ones,
+    /// AssessmentInternalException for an a that is negative or not finite and for b < a. Linear,
+    /// whatever the window is.
+    TimedTrace_T Since(const TimedTrace_T& other, const double& a, const double& b) const;
+
     /// Adds a sample to a held trace that serves as a monotone window buffer: the samples at the
     /// back that comp(new value, their value) holds for are dropped, and the new value takes over
     /// from the earliest of them. comp is ValueGreaterEq or ValueLessEq. Throws

@@ -149,7 +149,7 @@ std::vector<DraftAssessment> DraftSignals::examplesOn(const Entry& entry) {
     if (signal.type == "bool") {
         condition = name;
     } else if (isEnumerated(signal) && !entry.members.empty()) {
-        condition = name + " == " + quoted(std::string_view(entry.members.front()), '\'');
+        condition = name + " == " + inQuotes(std::string_view(entry.members.front()), '\'');
     } else {
         return {};
     }

@@ -2,6 +2,7 @@
 
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 
 #include <algorithm>
@@ -130,10 +131,11 @@ std::optional<Trigger> triggerOf(const Expression& formula) {
     CountedSpan window{0, 0};
     const Expression* inner = &assessments::support::withoutAliases(formula);
     while (const auto* always = boost::get<timedwindow_unary_op>(inner)) {
-        if (always->op != VORM_OP::Globally) {
+        if (support::isForSomeTime(always->op)) {
             return std::nullopt;
         }
-        window = {window.first + always->a, window.last + always->b};
+        const auto distances = support::windowOf(always->op, always->a, always->b);
+        window = {window.first + distances.first, window.last + distances.last};
         inner = &assessments::support::withoutAliases(always->child);
     }
     const auto* either = boost::get<binary_op>(inner);

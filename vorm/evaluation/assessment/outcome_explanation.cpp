@@ -35,7 +35,9 @@ public:
           formula_(assessment.formula),
           known_(*assessment.known),
           range_(*assessment.range),
-          judged_(formula_.tree, [&](const Expression& tree) { return results.of(tree).truth; }) {}
+          judged_(
+              formula_.tree, [&](const Expression& tree) { return results.of(tree).truth; },
+              [this](const variable& signal) { return recording_.find(signal.name)->pieces; }) {}
 
     std::vector<FailureExplanation> failures() const {
         std::vector<FailureExplanation> explanations;

@@ -10,6 +10,9 @@ namespace {
 constexpr ExactTime farthest = 1'000 * 86'400 * second;
 
 ExactTime lengthOf(const WrittenTime& written) {
+    if (written.isBeyondAll()) {
+        return {};  // such a window ends at no time of its own
+    }
     const ExactTime time = written.time.value_or(farthest);
     return std::min(std::max(time, -time), farthest);
 }

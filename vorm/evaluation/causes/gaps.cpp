@@ -1,9 +1,11 @@
 #include "gaps.hpp"
 
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/causes/until_waits.hpp>
+#include <vorm/evaluation/evaluator/mirrored.hpp>
 
 #include <boost/variant/static_visitor.hpp>
 
@@ -35,7 +37,8 @@ public:
         return TimeSet(std::move(beside));
     }
     TimeSet operator()(const timedwindow_unary_op& node) const {
-        return times_.plus(node.a, node.b);
+        const auto window = assessments::support::windowOf(node.op, node.a, node.b);
+        return times_.plus(window.first, window.last);
     }
     template <class Node>
     TimeSet operator()(const Node&) const {
@@ -76,6 +79,18 @@ UntilSeen seenByUntil(const TimeSet& times, const Truth& condition, const Truth&
     return seen;
 }
 
+UntilSeen seenBy(const timedwindow_binary_op& until, const TimeSet& times,
+                 const JudgedFormula& formula, const JudgedNode& node) {
+    const Truth& condition = *formula.nodes()[node.operands[0]].truth;
+    const Truth& goal = *formula.nodes()[node.operands[1]].truth;
+    if (!assessments::support::looksBack(until.op)) {
+        return seenByUntil(times, condition, goal, until.a, until.b);
+    }
+    const UntilSeen seen =
+        seenByUntil(times.mirrored(), mirrored(condition), mirrored(goal), until.a, until.b);
+    return {seen.condition.mirrored(), seen.goal.mirrored()};
+}
+
 // When the conditions are open where the formula is.
 ConditionTimes openConditions(const JudgedFormula& formula, const TimeSet& times) {
     std::vector<TimeSet> asked(formula.nodes().size());
@@ -96,16 +111,13 @@ ConditionTimes openConditions(const JudgedFormula& formula, const TimeSet& times
             asked[node.operands[index]] = asked[node.operands[index]].joined(when);
         };
         if (const auto* until = boost::get<timedwindow_binary_op>(&operation)) {
-            const auto truth = [&](std::size_t index) -> const Truth& {
-                return *formula.nodes()[node.operands[index]].truth;
-            };
-            const UntilSeen seen = seenByUntil(open, truth(0), truth(1), until->a, until->b);
-            ask(0, seen.condition);
-            ask(1, seen.goal);
+            const UntilSeen seen = seenBy(*until, open, formula, node);
+            ask(0, seen.condition.within(node.seen));
+            ask(1, seen.goal.within(node.seen));
             continue;
         }
         for (std::size_t j = 0; j < node.operandCount; ++j) {
-            ask(j, boost::apply_visitor(Seen(open), operation));
+            ask(j, boost::apply_visitor(Seen(open), operation).within(node.seen));
         }
     }
     return conditions;

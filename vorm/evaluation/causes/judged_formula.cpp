@@ -1,21 +1,27 @@
 #include "judged_formula.hpp"
 
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/evaluation/evaluator/node_evaluation.hpp>
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
+#include <vorm/evaluation/evaluator/recorded_span.hpp>
 #include <vorm/evaluation/evaluator/sub_formulas.hpp>
 #include <vorm/evaluation/evaluator/truth_writer.hpp>
+#include <vorm/evaluation/time/window_end.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace vorm::evaluation::detail {
 namespace {
 
 using assessments::Expression;
 using assessments::support::infinity;
+using assessments::support::looksBack;
 using assessments::support::nextTime;
 using assessments::support::previousTime;
+using assessments::support::windowOf;
 
 // Causes are looked for by recursion.
 constexpr std::size_t mostLevels = 1000;
@@ -29,6 +35,20 @@ bool hasSignal(const Expression& formula) {
     return assessments::support::anyNode(formula, [](const Expression& tree) {
         return boost::get<assessments::variable>(&tree) != nullptr;
     });
+}
+
+// What a window to the end of the recording looks at.
+CountedSpan seenBy(const Expression& formula, const SignalLookup& signals) {
+    const CountedSpan all{-infinity, infinity};
+    return boost::apply_visitor(
+        [&](const auto& node) {
+            if constexpr (requires { node.b; }) {
+                return node.b == toTheEnd ? lookedAtUpToTheEnd(formula, node.op, signals) : all;
+            } else {
+                return all;
+            }
+        },
+        assessments::support::withoutAliases(formula));
 }
 
 std::vector<std::size_t> levelsOf(const std::vector<SubFormula>& subFormulas) {
@@ -70,7 +90,8 @@ Truth changed(const Truth& truth, const TimeSet& opposite, const CountedSpan& sp
 
 }  // namespace
 
-JudgedFormula::JudgedFormula(const Expression& root, const TruthOf& truthOf) {
+JudgedFormula::JudgedFormula(const Expression& root, const TruthOf& truthOf, SignalLookup signals)
+    : signals_(std::move(signals)) {
     SubFormulas numbered;
     const std::size_t rootNumber = numbered.numberOf(root);
     const auto& subFormulas = numbered.all();
@@ -98,6 +119,7 @@ JudgedFormula::JudgedFormula(const Expression& root, const TruthOf& truthOf) {
             node.truth = std::make_shared<const Truth>(TruthWriter().finish());
         }
         if (isInner(number)) {
+            node.seen = seenBy(*sub.formula, signals_);
             node.operandCount = sub.childCount;
             std::transform(sub.children.begin(), sub.children.end(), node.operands.begin(),
                            [&](std::size_t child) { return places[child]; });
@@ -143,10 +165,12 @@ JudgedFormula::Reach JudgedFormula::reachOf(const JudgedNode& node) const {
         reach.from += shift->offset;
         reach.to += shift->offset;
     } else if (const auto* window = boost::get<assessments::timedwindow_unary_op>(&operation)) {
-        reach.from += window->a;
-        reach.to += window->b;
+        const auto distances = windowOf(window->op, window->a, window->b);
+        reach.from += distances.first;
+        reach.to += distances.last;
     } else if (const auto* until = boost::get<assessments::timedwindow_binary_op>(&operation)) {
-        reach.to += until->b;
+        (looksBack(until->op) ? reach.from : reach.to) +=
+            looksBack(until->op) ? -until->b : until->b;
     }
     return reach;
 }
@@ -158,7 +182,6 @@ CountedSpan JudgedFormula::dependents(const CountedSpan& span) const {
 bool JudgedFormula::passes(const ConditionTimes& opposite, const CountedSpan& span) const {
     const Reach& reach = reaches_.back();
     const CountedSpan seen{span.first + reach.from, span.last + reach.to};
-    const SignalLookup none;
     const Timeline timeline;
     std::vector<Value> truths;
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
@@ -173,7 +196,8 @@ bool JudgedFormula::passes(const ConditionTimes& opposite, const CountedSpan& sp
         for (std::size_t j = 0; j < node.operandCount; ++j) {
             operands.push_back(truths[node.operands[j]]);
         }
-        truths.push_back(evaluateNode(*node.formula, Meaning::Boolean, operands, none, timeline));
+        truths.push_back(
+            evaluateNode(*node.formula, Meaning::Boolean, operands, signals_, timeline));
     }
     return TimeSet(span).where(*asTruth(truths.back()), certainlyFalse).isEmpty();
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <vorm/assessments/expression/expression.hpp>
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/causes/time_set.hpp>
+#include <vorm/evaluation/evaluator/evaluator.hpp>
 
 #include <array>
 #include <cstddef>
@@ -20,9 +22,11 @@ struct JudgedNode {
     SharedTruth truth;
     std::array<std::size_t, 2> operands{};  ///< nodes before this one
     std::size_t operandCount = 0;           ///< 0 for a condition
-    bool isFixed = false;                   ///< a condition that no signal can change
-    bool isRepeated = false;                ///< whether more than one way leads to it from the root
-    bool isSeenBefore = false;              ///< whether what it was just before some time matters
+    CountedSpan seen{-assessments::support::infinity,
+                     assessments::support::infinity};  ///< what a window may look at
+    bool isFixed = false;                              ///< a condition that no signal can change
+    bool isRepeated = false;    ///< whether more than one way leads to it from the root
+    bool isSeenBefore = false;  ///< whether what it was just before some time matters
 };
 
 /// Conditions by their number, and when.
@@ -32,8 +36,9 @@ using ConditionTimes = std::map<std::size_t, TimeSet>;
 /// and bool signals, whatever they are made of; so are parts that lie too deep to be looked into.
 class JudgedFormula {
 public:
-    /// Linear in the formula.
-    JudgedFormula(const assessments::Expression& root, const TruthOf& truthOf);
+    /// The signals are looked at as long as the formula is. Linear in the formula.
+    JudgedFormula(const assessments::Expression& root, const TruthOf& truthOf,
+                  SignalLookup signals);
 
     /// Operands before what is made of them; the root is the last one.
     const std::vector<JudgedNode>& nodes() const { return nodes_; }
@@ -57,6 +62,7 @@ private:
     void markWays();
     Reach reachOf(const JudgedNode& node) const;
 
+    SignalLookup signals_;
     std::vector<JudgedNode> nodes_;
     std::vector<Reach> reaches_;  // of the nodes
 };

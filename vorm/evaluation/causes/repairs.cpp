@@ -1,8 +1,11 @@
 #include "repairs.hpp"
 
 #include <vorm/assessments/expression/expression_equal.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/causes/until_waits.hpp>
+#include <vorm/evaluation/evaluator/mirrored.hpp>
+#include <vorm/evaluation/time/window_end.hpp>
 
 #include <boost/variant/static_visitor.hpp>
 
@@ -79,6 +82,7 @@ public:
 
 private:
     struct OfNode;
+    class OfUntil;
 
     // Whether a node that has the value throughout a span is to be asked about the whole of it,
     // where one time would do: what changes all of it does not take more conditions.
@@ -112,6 +116,105 @@ private:
     bool foundAll_ = true;
 };
 
+Ways withSpare(Ways ways) {
+    for (Repair& way : ways) {
+        way.mayHaveSpare = true;
+    }
+    return ways;
+}
+
+// Whether there is a time whose window, which begins `a` from it, has no time that it may look at.
+bool hasEmptyWindow(const TimeSet& times, double a, const CountedSpan& seen, bool looksBack) {
+    const TimeSet begins = looksBack ? times.plus(-a, -a) : times.plus(a, a);
+    return !(begins.within(seen) == begins);
+}
+
+// Until, and since as until in the mirror of time.
+class Search::OfUntil {
+public:
+    OfUntil(Search& owner, const Question& asked, const timedwindow_binary_op& node)
+        : search_(owner),
+          question_(asked),
+          isMirrored_(assessments::support::looksBack(node.op)),
+          a_(node.a),
+          b_(node.b),
+          times_(inTime(asked.times)),
+          condition_(truth(0)),
+          goal_(truth(1)) {}
+
+    Ways ways() const {
+        if (question_.value) {
+            return isNotTrue();
+        }
+        return hasEmptyWindow(question_.times, a_, question_.node.seen, isMirrored_) ? Ways()
+                                                                                     : isNotFalse();
+    }
+
+private:
+    TimeSet inTime(const TimeSet& times) const { return isMirrored_ ? times.mirrored() : times; }
+
+    Truth truth(std::size_t index) const {
+        const Truth& known = *search_.formula_.nodes()[question_.node.operands[index]].truth;
+        return isMirrored_ ? mirrored(known) : known;
+    }
+
+    Ways operand(std::size_t index, const TimeSet& times, bool value) const {
+        return search_.ways(question_.node.operands[index], inTime(times), value);
+    }
+
+    // Where the goal is reached, or may be, what breaks before it; elsewhere that it is not.
+    Ways isNotFalse() const {
+        const TimeSet seen = inTime(inTime(times_.plus(a_, b_)).within(question_.node.seen));
+        const TimeSet goal = seen.where(goal_, isOpen).joined(seen.where(goal_, certainlyTrue));
+        const UntilWaits found(times_, goal, a_, b_);
+        const Ways ways =
+            search_.all(operand(0, found.waitedThrough(a_), false), atGoal(found.missed));
+        if (goal.isEmpty()) {
+            return ways;
+        }
+        const Ways sooner =
+            search_.all(operand(0, times_.plus(0, a_), false), atGoalAtOnce(times_));
+        return search_.either(found.missed.isEmpty() ? ways : withSpare(ways), sooner);
+    }
+
+    // The goal comes as soon as it may.
+    Ways atGoal(const TimeSet& times) const {
+        const bool extends = search_.extends_[question_.node.operands[1]][0];
+        if (!extends) {
+            return atGoalAtOnce(times);
+        }
+        const Ways ways = operand(1, times.plus(a_, b_), false);
+        return a_ < b_ ? ways : withSpare(ways);
+    }
+    Ways atGoalAtOnce(const TimeSet& times) const {
+        return withSpare(operand(1, times.plus(a_, a_), false));
+    }
+
+    // Each time at which the goal is reached, or that the condition holds at all.
+    Ways isNotTrue() const {
+        const TimeSet kept = times_.plus(0, b_).where(condition_, certainlyTrue);
+        std::vector<CountedSpan> reached;
+        for (const CountedSpan& span : kept.spans()) {
+            const TimeSet goals = times_.within(span).plus(a_, b_);
+            for (const CountedSpan& goal :
+                 goals.within({-assessments::support::infinity, nextTime(span.last)}).spans()) {
+                reached.push_back(goal);
+            }
+        }
+        return search_.either(operand(1, TimeSet(std::move(reached)), true),
+                              withSpare(operand(0, times_, true)));
+    }
+
+    Search& search_;
+    const Question& question_;
+    bool isMirrored_;
+    double a_;
+    double b_;
+    TimeSet times_;
+    Truth condition_;
+    Truth goal_;
+};
+
 struct Search::OfNode : boost::static_visitor<Ways> {
     Search& search;
     const Question& question;
@@ -138,14 +241,18 @@ struct Search::OfNode : boost::static_visitor<Ways> {
     }
 
     Ways operator()(const timedwindow_unary_op& node) const {
-        const bool isDisjunction = node.op == VORM_OP::Eventually;
-        return isDisjunction == question.value
-                   ? operand(0, question.times.plus(node.a, node.b), question.value)
-                   : atSomeTime(0, question.times, node.a, node.b);
+        const auto [first, last] = assessments::support::windowOf(node.op, node.a, node.b);
+        if (assessments::support::isForSomeTime(node.op) == question.value) {
+            return operand(0, inWindows(first, last), question.value);
+        }
+        const bool looksBack = assessments::support::looksBack(node.op);
+        return hasEmptyWindow(question.times, node.a, question.node.seen, looksBack)
+                   ? Ways()
+                   : atSomeTime(first, last);
     }
 
     Ways operator()(const timedwindow_binary_op& node) const {
-        return question.value ? untilIsNotTrue(node.a, node.b) : untilIsNotFalse(node.a, node.b);
+        return OfUntil(search, question, node).ways();
     }
 
     template <class Node>
@@ -162,13 +269,20 @@ private:
         return search.ways(question.node.operands[index], times, value);
     }
 
-    // Of an operand that has the value throughout the windows of all these times.
-    Ways atSomeTime(std::size_t index, const TimeSet& times, double a, double b) const {
-        if (search.extends_[question.node.operands[index]][question.value ? 1 : 0]) {
-            return operand(index, times.plus(a, b), question.value);
+    TimeSet inWindows(double first, double last) const {
+        return question.times.plus(first, last).within(question.node.seen);
+    }
+
+    // Of an operand that has the value throughout the windows of all the times.
+    Ways atSomeTime(double first, double last) const {
+        if (search.extends_[question.node.operands[0]][question.value ? 1 : 0]) {
+            return operand(0, inWindows(first, last), question.value);
         }
-        const Ways ways = operand(index, times.plus(b, b), question.value);
-        return a < b ? withSpare(ways) : ways;
+        if (last - first >= toTheEnd) {
+            return withSpare(operand(0, inWindows(first, last), question.value));
+        }
+        const Ways ways = operand(0, question.times.plus(last, last), question.value);
+        return first < last ? withSpare(ways) : ways;
     }
 
     TimeSet justBefore() const {
@@ -191,51 +305,6 @@ private:
         }
         return TimeSet(std::move(after));
     }
-
-    // Where the goal is reached, or may be, what breaks before it; elsewhere that it is not.
-    Ways untilIsNotFalse(double a, double b) const {
-        const TimeSet seen = question.times.plus(a, b);
-        const TimeSet goal =
-            seen.where(truth(1), isOpen).joined(seen.where(truth(1), certainlyTrue));
-        const UntilWaits found(question.times, goal, a, b);
-        const Ways ways =
-            search.all(operand(0, found.waitedThrough(a), false), atGoal(found.missed, a, b));
-        if (goal.isEmpty()) {
-            return ways;
-        }
-        const Ways sooner =
-            search.all(operand(0, question.times.plus(0, a), false), atGoal(question.times, a, a));
-        return search.either(found.missed.isEmpty() ? ways : withSpare(ways), sooner);
-    }
-
-    // The goal comes as soon as it may.
-    Ways atGoal(const TimeSet& times, double a, double b) const {
-        const bool extends = search.extends_[question.node.operands[1]][0];
-        const Ways ways = operand(1, extends ? times.plus(a, b) : times.plus(a, a), false);
-        return extends && a < b ? ways : withSpare(ways);
-    }
-
-    // Each time at which the goal is reached, or that the condition holds at all.
-    Ways untilIsNotTrue(double a, double b) const {
-        const TimeSet kept = question.times.plus(0, b).where(truth(0), certainlyTrue);
-        std::vector<CountedSpan> reached;
-        for (const CountedSpan& span : kept.spans()) {
-            const TimeSet goals = question.times.within(span).plus(a, b);
-            for (const CountedSpan& goal :
-                 goals.within({-assessments::support::infinity, nextTime(span.last)}).spans()) {
-                reached.push_back(goal);
-            }
-        }
-        return search.either(operand(1, TimeSet(std::move(reached)), true),
-                             withSpare(operand(0, question.times, true)));
-    }
-
-    static Ways withSpare(Ways ways) {
-        for (Repair& way : ways) {
-            way.mayHaveSpare = true;
-        }
-        return ways;
-    }
 };
 
 bool Search::extends(const JudgedNode& node, bool value) const {
@@ -250,7 +319,7 @@ bool Search::extends(const JudgedNode& node, bool value) const {
         return (either->op == VORM_OP::Or) != value && operand(0, value) && operand(1, value);
     }
     if (const auto* window = boost::get<timedwindow_unary_op>(&operation)) {
-        return (window->op == VORM_OP::Eventually) != value && operand(0, value);
+        return assessments::support::isForSomeTime(window->op) != value && operand(0, value);
     }
     if (node.operandCount == 1) {
         const bool isNegation = boost::get<unary_op>(&operation) != nullptr;

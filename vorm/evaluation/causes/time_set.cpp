@@ -31,6 +31,14 @@ TimeSet TimeSet::plus(double a, double b) const {
     return TimeSet(std::move(spans));
 }
 
+TimeSet TimeSet::mirrored() const {
+    TimeSet mirror;
+    for (auto span = spans_.rbegin(); span != spans_.rend(); ++span) {
+        mirror.spans_.push_back({-span->last, -span->first});
+    }
+    return mirror;
+}
+
 TimeSet TimeSet::joined(const TimeSet& other) const {
     std::vector<CountedSpan> spans = spans_;
     spans.insert(spans.end(), other.spans_.begin(), other.spans_.end());

@@ -25,6 +25,9 @@ public:
     /// All sums of a time of the set and a number from `a` to `b`.
     TimeSet plus(double a, double b) const;
 
+    /// The opposites of the times.
+    TimeSet mirrored() const;
+
     TimeSet joined(const TimeSet& other) const;
     TimeSet without(const CountedSpan& span) const;
 

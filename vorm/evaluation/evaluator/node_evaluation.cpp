@@ -4,15 +4,18 @@
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/assessments/expression/operator_family.hpp>
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/evaluator/comparison.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
 #include <vorm/evaluation/evaluator/line_arithmetic.hpp>
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
 #include <vorm/evaluation/evaluator/pieces.hpp>
+#include <vorm/evaluation/evaluator/recorded_span.hpp>
 #include <vorm/evaluation/evaluator/robustness.hpp>
 #include <vorm/evaluation/evaluator/slope.hpp>
 #include <vorm/evaluation/evaluator/step_line.hpp>
-#include <vorm/evaluation/evaluator/until_robustness.hpp>
+#include <vorm/evaluation/evaluator/temporal.hpp>
+#include <vorm/evaluation/time/window_end.hpp>
 
 #include <algorithm>
 #include <array>
@@ -79,16 +82,12 @@ void requireFactor(const TracePieces& left, const TracePieces& right) {
     }
 }
 
-// The trace looked at that much ahead, known also before it begins.
-TimedTrace shifted(const TimedTrace& trace, double delay) {
-    return trace.visit([&](const auto& typed) -> TimedTrace { return typed.Shift(delay, false); });
-}
-
 class NodeEvaluation : public boost::static_visitor<Value> {
 public:
-    NodeEvaluation(Meaning meaning, const std::vector<Value>& operands, const SignalLookup& signals,
-                   const Timeline& timeline)
-        : timeline_(timeline),
+    NodeEvaluation(const Expression& formula, Meaning meaning, const std::vector<Value>& operands,
+                   const SignalLookup& signals, const Timeline& timeline)
+        : formula_(formula),
+          timeline_(timeline),
           meaning_(meaning),
           operands_(operands),
           signals_(signals),
@@ -123,28 +122,38 @@ public:
         if (node.op == VORM_OP::EpsilonShift) {
             return epsilonShift(node.offset);
         }
-        require(node, VORM_OP::Shift);
-        return isLogical_ ? shared(truth(0)->Shift(node.offset, false))
-                          : onOperand([&](const TimedTrace& x) { return shifted(x, node.offset); });
+        require(node, OperatorFamily::Shift);
+        return isLogical_
+                   ? shared(truth(0)->Shift(node.offset, false))
+                   : onOperand([&](const TimedTrace& x) { return shiftedFreely(x, node.offset); });
     }
 
     Value operator()(const timedwindow_unary_op& node) const {
-        if (node.op == VORM_OP::Eventually) {
-            return window(node,
-                          [](const auto& x, double a, double b) { return x.Eventually(a, b); });
+        require(node, OperatorFamily::Window);
+        const double end = endOf(node);
+        if (!isLogical_ && !isRobustness(meaning_)) {
+            return onOperand(
+                [&](const TimedTrace& x) { return windowOnNumbers(node.op, node.a, end, x); });
         }
-        require(node, VORM_OP::Globally);
-        return window(node, [](const auto& x, double a, double b) { return x.Globally(a, b); });
+        const Value p = node.b == toTheEnd ? upToTheEnd(node.op, operands_[0]) : operands_[0];
+        if (isLogical_) {
+            return shared(windowOn(node.op, node.a, end, *asTruth(p)));
+        }
+        return onPieces(*asPieces(p),
+                        [&](const TimedTrace& x) { return windowOn(node.op, node.a, end, x); });
     }
 
     Value operator()(const timedwindow_binary_op& node) const {
-        require(node, VORM_OP::Until);
-        if (isRobustness(meaning_)) {
-            return onOperands([&](const TimedTrace& condition, const TimedTrace& goal) {
-                return untilRobustness(condition, goal, node.a, node.b);
-            });
+        require(node, OperatorFamily::Until);
+        requireSameType(operands_[0], operands_[1]);
+        const double end = endOf(node);
+        const Value goal = node.b == toTheEnd ? upToTheEnd(node.op, operands_[1]) : operands_[1];
+        if (!isRobustness(meaning_)) {
+            return shared(untilOn(node.op, node.a, end, *truth(0), *asTruth(goal)));
         }
-        return shared(truth(0)->Until(*truth(1), node.a, node.b));
+        return onPairs(*pieces(0), *asPieces(goal), [&](const TimedTrace& l, const TimedTrace& r) {
+            return untilOn(node.op, node.a, end, l, r);
+        });
     }
 
     Value operator()(const cast_op& node) const {
@@ -201,12 +210,6 @@ private:
     }
 
     template <class Operation>
-    Value onOperands(Operation operation) const {
-        requireSameType(operands_[0], operands_[1]);
-        return onPairs(*pieces(0), *pieces(1), operation);
-    }
-
-    template <class Operation>
     Value onAlignedOperands(Operation operation) const {
         requireSameType(operands_[0], operands_[1]);
         const auto [l, r] = alignedPieces();
@@ -225,15 +228,27 @@ private:
         return shared(operation(*truth(0), *truth(1)));
     }
 
-    // A number is known wherever the window is, also before the operand begins.
-    template <class Operation>
-    Value window(const timedwindow_unary_op& node, Operation operation) const {
-        if (isLogical_) {
-            return shared(operation(*truth(0), node.a, node.b));
+    template <class Node>
+    static double endOf(const Node& node) {
+        return node.b == toTheEnd ? support::infinity : node.b;
+    }
+
+    // An operand as a window that ends with the recording sees it: what lies beyond decides
+    // nothing.
+    Value upToTheEnd(VORM_OP op, const Value& operand) const {
+        const Truth within = truthWithin(lookedAtUpToTheEnd(formula_, op, signals_));
+        const bool isForSomeTime =
+            familyOf(op) == OperatorFamily::Until || support::isForSomeTime(op);
+        if (isTruth(operand)) {
+            const Truth& p = *asTruth(operand);
+            return shared(isForSomeTime ? p.And(within) : p.Or(within.UMinus()));
         }
-        return onOperand([&](const TimedTrace& x) {
-            return node.a == 0 ? operation(x, 0, node.b)
-                               : operation(shifted(x, node.a), 0, node.b - node.a);
+        const SharedPieces limit =
+            certainty(isForSomeTime ? within : within.UMinus(), openAs(meaning_));
+        return onPieces(*asPieces(operand), [&](const TimedTrace& x) {
+            return onFinite(x, limit->front(), [&](const TimedTrace& l, const TimedTrace& r) {
+                return isForSomeTime ? l.And(r) : l.Or(r);
+            });
         });
     }
 
@@ -281,8 +296,8 @@ private:
     }
 
     template <class Node>
-    static void require(const Node& node, VORM_OP op) {
-        if (node.op != op) {
+    static void require(const Node& node, OperatorFamily family) {
+        if (familyOf(node.op) != family) {
             throwNoOperator(node.label);
         }
     }
@@ -291,6 +306,7 @@ private:
         throw AssessmentInternalException("'" + label + "' is no operator on these operands.");
     }
 
+    const Expression& formula_;
     const Timeline& timeline_;
     Meaning meaning_;
     const std::vector<Value>& operands_;
@@ -306,7 +322,7 @@ Value evaluateNode(const Expression& formula, Meaning meaning, const std::vector
         return isTruth(operands[0]) ? certainty(*asTruth(operands[0]), openAs(meaning))
                                     : operands[0];
     }
-    return boost::apply_visitor(NodeEvaluation(meaning, operands, signals, timeline),
+    return boost::apply_visitor(NodeEvaluation(formula, meaning, operands, signals, timeline),
                                 support::withoutAliases(formula));
 }
 

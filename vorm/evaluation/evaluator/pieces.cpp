@@ -23,6 +23,10 @@ bool isLine(const TimedTrace& trace) {
     return trace.getInterpolation() == INTERPOLATION_METHOD::LINEAR;
 }
 
+TimedTrace shiftedFreely(const TimedTrace& trace, double delay) {
+    return trace.visit([&](const auto& typed) -> TimedTrace { return typed.Shift(delay, false); });
+}
+
 void appendPiece(TracePieces& pieces, TimedTrace piece) {
     if (isKnownNowhere(piece)) {
         return;

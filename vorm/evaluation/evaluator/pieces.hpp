@@ -22,6 +22,9 @@ bool isConstant(const assessments::TimedTrace& trace);
 /// Whether a trace is linear between its samples.
 bool isLine(const assessments::TimedTrace& trace);
 
+/// The trace looked at that much ahead, known also before it begins.
+assessments::TimedTrace shiftedFreely(const assessments::TimedTrace& trace, double delay);
+
 /// Adds a piece, unless it is known nowhere. Where a rounded time makes it touch the piece before
 /// it, that one ends earlier.
 void appendPiece(TracePieces& pieces, assessments::TimedTrace piece);

@@ -33,22 +33,26 @@ public:
     ///     p -> q, p implies q                   of several the right one first
     ///     p | q, p || q, p or q
     ///     p & q, p && q, p and q
-    ///     p until[0, 5 s] q, also U and Until
+    ///     p until[0, 5 s] q, also U and Until; p since[0, 5 s] q, also S and Since
     ///     x == y, ~=, !=, <, <=, >, >=          only one
     ///     x + y, x - y
     ///     x * y
     ///     ~p, !p, not p, -x, always[0, 5 s] p, eventually[0, 5 s] p, also G, Globally, F,
-    ///     Eventually; slope(x), abs(x), rise(p), fall(p), Shift[1 s](x), EpsilonShift[1](x),
+    ///     Eventually, historically[0, 5 s] p, once[0, 5 s] p, also H, Historically, O, Once;
+    ///     slope(x), abs(x), rise(p), fall(p), Shift[1 s](x), EpsilonShift[1](x),
     ///     Rise[2 s](x, 5), Fall[2 s](x, 5), int8(x) and the other value types, (p), 12.5, true,
     ///     nan, inf, speed, "Volume Flow", 'N', $limit
     ///
-    /// Intervals are closed, in seconds or with one of the units fs, ps, ns, us, ms, s, min, h. A
-    /// minus sign that touches a number is part of it. A value type of a literal alone is a literal
-    /// of that type, `fixed(24, "u16f4")` the fixed-point number of that stored integer and type.
+    /// Intervals are closed, in seconds or with one of the units fs, ps, ns, us, ms, s, min, h.
+    /// Their end may be inf, and `end` in what looks ahead, `begin` in what looks back; without an
+    /// interval they are [0, inf]. A minus sign that touches a number is part of it. A value type
+    /// of a literal alone is a literal of that type, `fixed(24, "u16f4")` the fixed-point number of
+    /// that stored integer and type.
     /// `$limit` is the value of a parameter, never more than one operand: a number, a bool, or a
     /// text, which is a member of an enumeration and, with a unit, a time. `#` and `//` begin
     /// comments. Operators that are words, except always, eventually, until,
-    /// and, or, implies, not, are names of signals where their bracket does not follow.
+    /// and, or, implies, not, are names of signals where an operand stands and their bracket does
+    /// not follow.
     ///
     /// What to_string of a formula prints is read, too, as far as it is clear: names are not quoted
     /// there, and implications inside other operators stand without brackets.

@@ -9,7 +9,7 @@
 namespace vorm::evaluation {
 
 std::string parameterText(ParameterKind kind, const std::string& value) {
-    return kind == ParameterKind::Text ? quoted(value, '"') : value;
+    return kind == ParameterKind::Text ? inQuotes(value, '"') : value;
 }
 
 std::variant<bool, std::int64_t, double, std::string> valueOf(const FormulaParameter& parameter) {

@@ -6,8 +6,11 @@
 #include "spellings.hpp"
 #include "syntax_tree.hpp"
 
+#include <vorm/assessments/expression/operator_family.hpp>
+#include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
+#include <vorm/evaluation/time/window_end.hpp>
 
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
@@ -57,7 +60,8 @@ public:
         prefix(std::string(prefixWord(node.op)) + "[" + distance + "]", node.child, {});
     }
     void operator()(const timedwindow_unary_op& node) {
-        prefix(std::string(prefixWord(node.op)) + interval(node.a, node.b), node.child, {});
+        prefix(std::string(prefixWord(node.op)) + interval(node.op, node.a, node.b), node.child,
+               {});
     }
     void operator()(const cast_op& node) {
         const auto type = static_cast<std::size_t>(node.target.which());
@@ -68,7 +72,8 @@ public:
     }
     void operator()(const timedwindow_binary_op& node) {
         const std::string until(infixWord(node.op));
-        infix(node.lhs, " " + until + interval(node.a, node.b) + " ", node.rhs, VORM_OP::None);
+        infix(node.lhs, " " + until + interval(node.op, node.a, node.b) + " ", node.rhs,
+              VORM_OP::None);
     }
     void operator()(const alias& node);
 
@@ -79,8 +84,16 @@ private:
         std::string text;
     };
 
-    std::string interval(double a, double b) const {
-        return "[" + times_.of(a) + ", " + times_.of(b) + "]";
+    // Nothing for all of time from now on, or up to now.
+    std::string interval(VORM_OP op, double a, double b) const {
+        const bool hasNoEnd = b == support::infinity;
+        if (a == 0 && hasNoEnd) {
+            return "";
+        }
+        const std::string end = hasNoEnd        ? "inf"
+                                : b == toTheEnd ? support::looksBack(op) ? "begin" : "end"
+                                                : times_.of(b);
+        return "[" + times_.of(a) + ", " + end + "]";
     }
     void prefix(std::string_view word, const Expression& operand, const Place& place);
     void infix(const Expression& left, std::string_view symbol, const Expression& right,

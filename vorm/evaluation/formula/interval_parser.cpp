@@ -1,12 +1,27 @@
 #include "number_text.hpp"
 #include "parser.hpp"
 
+#include <vorm/assessments/expression/operator_family.hpp>
+
 namespace vorm::evaluation {
+
+using assessments::VORM_OP;
+using assessments::support::looksBack;
+
 namespace {
 
 constexpr const char* intervalAdvice = "an interval is written [0, 5 s]";
 
 }  // namespace
+
+// All of time, from now on or up to now, where no interval is written.
+void Parser::window(SyntaxNode& node) {
+    if (next().is("[")) {
+        interval(node);
+    } else {
+        node.b = WrittenTime::unbounded();
+    }
+}
 
 void Parser::interval(SyntaxNode& node) {
     const Token opening = next();
@@ -17,9 +32,19 @@ void Parser::interval(SyntaxNode& node) {
     if (!takeIf(",")) {
         expected("',' and the end of the interval", intervalAdvice);
     }
-    node.b = time();
+    node.b = endOfWindow(node.op);
     expectClosing(opening, "]");
     node.sign = spanFrom(opening);
+}
+
+WrittenTime Parser::endOfWindow(VORM_OP op) {
+    const std::string_view mine = looksBack(op) ? "begin" : "end";
+    const std::string_view other = looksBack(op) ? "end" : "begin";
+    if (next().is(other)) {
+        expected("a time", "a window of the " + std::string(looksBack(op) ? "past" : "future") +
+                               " goes to the " + std::string(mine) + " of the recording");
+    }
+    return takeIf(mine) ? WrittenTime::recorded(std::string(mine)) : time();
 }
 
 void Parser::distance(SyntaxNode& node) {

@@ -37,7 +37,7 @@ struct LiteralText : boost::static_visitor<std::string> {
         if constexpr (std::is_same_v<T, bool>) {
             return value ? "true" : "false";
         } else if constexpr (std::is_same_v<T, Verdict>) {
-            return quoted(std::string(verdictName(value.get())), '"');
+            return inQuotes(std::string(verdictName(value.get())), '"');
         } else if constexpr (std::is_same_v<T, ValueType<FixedPoint>>) {
             return fixedText(value.get());
         } else if constexpr (std::is_same_v<T, float>) {
@@ -56,13 +56,13 @@ struct LiteralText : boost::static_visitor<std::string> {
 
 std::string nameText(const std::string& name) {
     const bool isPlain = isName(name) && !isOperatorWord(name);
-    return isPlain ? name : quoted(name, '"');
+    return isPlain ? name : inQuotes(name, '"');
 }
 
 std::string literalText(const constantValue& literal, bool showsType) {
     constexpr std::int32_t plainLiteral = 1;
     if (literal.tag != plainLiteral) {
-        return quoted(literal.label, '\'');
+        return inQuotes(literal.label, '\'');
     }
     const auto type = static_cast<std::size_t>(literal.value.which());
     const bool isBare = type == valueTypeIndex<double> || type == valueTypeIndex<bool>;

@@ -46,14 +46,29 @@ constexpr std::array binaries = std::to_array<Built<BinaryOperation>>({
     {VORM_OP::Geq, &ExpressionFactory::Geq},
 });
 
+using WindowOperation = Expression (ExpressionFactory::*)(double, double, Expression&&) const;
+using UntilOperation = Expression (ExpressionFactory::*)(Expression&&, double, double,
+                                                         Expression&&) const;
+
+constexpr std::array windows = std::to_array<Built<WindowOperation>>({
+    {VORM_OP::Globally, &ExpressionFactory::Globally},
+    {VORM_OP::Eventually, &ExpressionFactory::Eventually},
+    {VORM_OP::Historically, &ExpressionFactory::Historically},
+    {VORM_OP::Once, &ExpressionFactory::Once},
+});
+
+constexpr std::array untils = std::to_array<Built<UntilOperation>>({
+    {VORM_OP::Until, &ExpressionFactory::Until},
+    {VORM_OP::Since, &ExpressionFactory::Since},
+});
+
 static_assert(support::coversAll(unaries, {support::OperatorFamily::Numeric,
                                            support::OperatorFamily::Negation}));
 static_assert(support::coversAll(binaries, {support::OperatorFamily::Arithmetic,
                                             support::OperatorFamily::Comparison,
                                             support::OperatorFamily::Connective}));
-
-static_assert(support::consistsOf(support::OperatorFamily::Window,
-                                  {VORM_OP::Globally, VORM_OP::Eventually}));
+static_assert(support::coversAll(windows, {support::OperatorFamily::Window}));
+static_assert(support::coversAll(untils, {support::OperatorFamily::Until}));
 
 template <class Operations, class... Operands>
 Expression built(const Operations& operations, VORM_OP op, Operands&&... operands) {
@@ -118,13 +133,12 @@ Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expressio
         case SyntaxKind::Window: {
             const double a = ticks(node.a);
             const double b = ticks(node.b);
-            return node.op == VORM_OP::Globally ? factory.Globally(a, b, std::move(left))
-                                                : factory.Eventually(a, b, std::move(left));
+            return built(windows, node.op, a, b, std::move(left));
         }
         case SyntaxKind::Until: {
             const double a = ticks(node.a);
             const double b = ticks(node.b);
-            return factory.Until(std::move(left), a, b, std::move(right));
+            return built(untils, node.op, std::move(left), a, b, std::move(right));
         }
         case SyntaxKind::Shifted:
             // Of an epsilon shift only the sign counts.

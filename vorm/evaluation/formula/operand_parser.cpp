@@ -37,7 +37,7 @@ std::size_t Parser::prefixed(const Spelling& spelling) {
     node.sign = node.where = spanOf(word);
     switch (node.kind) {
         case SyntaxKind::Window:
-            interval(node);
+            window(node);
             return appliedTo(std::move(node), false);
         case SyntaxKind::Shifted:
             distance(node);

@@ -75,7 +75,7 @@ std::size_t Parser::extended(std::size_t left, const Spelling& spelling) {
     SyntaxNode node{.kind = spelling.kind, .op = spelling.op, .rising = spelling.rising};
     node.sign = spanOf(take());
     if (node.kind == SyntaxKind::Until) {
-        interval(node);
+        window(node);
     } else if (node.kind == SyntaxKind::Crossing) {
         printedDistance(node);
     }

@@ -52,7 +52,9 @@ private:
     std::optional<std::size_t> number();
 
     // interval_parser.cpp
+    void window(SyntaxNode& node);
     void interval(SyntaxNode& node);
+    WrittenTime endOfWindow(assessments::VORM_OP op);
     void distance(SyntaxNode& node);
     void printedDistance(SyntaxNode& node);
     WrittenTime time();

@@ -75,7 +75,7 @@ std::optional<std::string> unquoted(std::string_view word) {
     return text;
 }
 
-std::string quoted(std::string_view text, char quote) {
+std::string inQuotes(std::string_view text, char quote) {
     std::string word(1, quote);
     for (const char character : text) {
         word += escaped(character, quote);

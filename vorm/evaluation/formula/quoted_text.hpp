@@ -13,6 +13,6 @@ namespace vorm::evaluation {
 std::optional<std::string> unquoted(std::string_view word);
 
 /// The word that unquoted reads as that text.
-std::string quoted(std::string_view text, char quote);
+std::string inQuotes(std::string_view text, char quote);
 
 }  // namespace vorm::evaluation

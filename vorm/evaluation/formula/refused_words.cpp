@@ -42,11 +42,9 @@ void Parser::refuseName() const {
 
 void Parser::refuseWithoutTime(const Spelling& spelling) const {
     const std::string word(spelling.word);
-    if (spelling.kind == SyntaxKind::Until) {
-        fail("'" + word + "' needs an interval", next(), "write p " + word + "[0, 5 s] q");
-    }
     if (spelling.kind == SyntaxKind::Window) {
-        fail("'" + word + "' needs an interval", next(), "write " + word + "[0, 5 s](...)");
+        fail("'" + word + "' needs an operand in brackets", next(),
+             "write " + word + "[0, 5 s](...), or " + word + "(...) for all of time");
     }
     const std::string operands = spelling.kind == SyntaxKind::Crossing ? "(x, 5)" : "(x)";
     fail("'" + word + "' needs a distance in time", next(), "write " + word + "[2 s]" + operands);

@@ -19,7 +19,8 @@ namespace spelled {
 
 using enum SyntaxKind;
 
-// Of several spellings of an operator texts are written with the first one.
+// Of several spellings of an operator texts are written with the first one; of those over windows
+// the last one is what people write most.
 constexpr std::array infixes = std::to_array<Spelling>({
     {"->", Implication, VORM_OP::None, Precedence::Implication},
     {"implies", Implication, VORM_OP::None, Precedence::Implication},
@@ -29,9 +30,12 @@ constexpr std::array infixes = std::to_array<Spelling>({
     {"&", Binary, VORM_OP::And, Precedence::And},
     {"&&", Binary, VORM_OP::And, Precedence::And},
     {"and", Binary, VORM_OP::And, Precedence::And},
-    {"Until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
-    {"U", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
-    {"until", Until, VORM_OP::Until, Precedence::Until, Opening::Square},
+    {"Until", Until, VORM_OP::Until, Precedence::Until},
+    {"U", Until, VORM_OP::Until, Precedence::Until},
+    {"until", Until, VORM_OP::Until, Precedence::Until},
+    {"Since", Until, VORM_OP::Since, Precedence::Until},
+    {"S", Until, VORM_OP::Since, Precedence::Until},
+    {"since", Until, VORM_OP::Since, Precedence::Until},
     {"==", Binary, VORM_OP::Eq, Precedence::Comparison},
     {"~=", Binary, VORM_OP::Neq, Precedence::Comparison},
     {"!=", Binary, VORM_OP::Neq, Precedence::Comparison},
@@ -55,12 +59,18 @@ constexpr std::array prefixes = std::to_array<Spelling>({
     {"slope", Unary, VORM_OP::Slope, Precedence::Operand, Opening::Round},
     {"rise", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, true},
     {"fall", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, false},
-    {"Globally", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
-    {"G", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
-    {"always", Window, VORM_OP::Globally, Precedence::Operand, Opening::Square},
-    {"Eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
-    {"F", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
-    {"eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Square},
+    {"Globally", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
+    {"G", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
+    {"always", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
+    {"Eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Any},
+    {"F", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Any},
+    {"eventually", Window, VORM_OP::Eventually, Precedence::Operand, Opening::Any},
+    {"Historically", Window, VORM_OP::Historically, Precedence::Operand, Opening::Any},
+    {"H", Window, VORM_OP::Historically, Precedence::Operand, Opening::Any},
+    {"historically", Window, VORM_OP::Historically, Precedence::Operand, Opening::Any},
+    {"Once", Window, VORM_OP::Once, Precedence::Operand, Opening::Any},
+    {"O", Window, VORM_OP::Once, Precedence::Operand, Opening::Any},
+    {"once", Window, VORM_OP::Once, Precedence::Operand, Opening::Any},
     {"Shift", Shifted, VORM_OP::Shift, Precedence::Operand, Opening::Square},
     {"EpsilonShift", Shifted, VORM_OP::EpsilonShift, Precedence::Operand, Opening::Square},
     {"Rise", Crossing, VORM_OP::None, Precedence::Operand, Opening::Square, true},
@@ -93,7 +103,9 @@ static_assert(coversAll(spelled::prefixes,
                          OperatorFamily::Shift, OperatorFamily::EpsilonShift}));
 
 bool opens(Opening opening, std::string_view next) {
-    return opening == Opening::None || next == (opening == Opening::Round ? "(" : "[");
+    const bool isRound = next == "(" && opening != Opening::Square;
+    const bool isSquare = next == "[" && opening != Opening::Round;
+    return opening == Opening::None || isRound || isSquare;
 }
 
 template <class Table>
@@ -128,10 +140,23 @@ std::string_view prefixWord(VORM_OP op) {
     return wordOf(find(spelled::prefixes, op));
 }
 
+std::string_view usualWord(VORM_OP op) {
+    const auto last = [op](const auto& table) -> const Spelling* {
+        const auto found = std::find_if(table.rbegin(), table.rend(),
+                                        [op](const Spelling& each) { return each.op == op; });
+        return found == table.rend() ? nullptr : &*found;
+    };
+    const Spelling* infix = last(spelled::infixes);
+    return wordOf(infix != nullptr ? infix : last(spelled::prefixes));
+}
+
 std::optional<Spelling> timedOf(std::string_view word) {
     const std::optional<Spelling> prefix = find(spelled::prefixes, word, "[");
     const std::optional<Spelling> spelling = prefix ? prefix : find(spelled::infixes, word, "[");
-    return spelling && spelling->opening == Opening::Square ? spelling : std::nullopt;
+    const bool takesTime =
+        spelling && (spelling->opening == Opening::Square || spelling->kind == SyntaxKind::Window ||
+                     spelling->kind == SyntaxKind::Until);
+    return takesTime ? spelling : std::nullopt;
 }
 
 bool isReserved(std::string_view word) {

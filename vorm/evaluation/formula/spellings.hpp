@@ -27,7 +27,7 @@ enum class Precedence : std::uint8_t {
 };
 
 /// What opens after the word of an operator.
-enum class Opening : std::uint8_t { None, Round, Square };
+enum class Opening : std::uint8_t { None, Round, Square, Any };
 
 struct Spelling {
     std::string_view word;
@@ -51,7 +51,10 @@ std::string_view infixWord(assessments::VORM_OP op);
 /// The word of an operator before an operand. Throws as infixWord does.
 std::string_view prefixWord(assessments::VORM_OP op);
 
-/// The operator of that word that needs a time in square brackets, whether it has one or not.
+/// The word of an operator over a window of time that people write most.
+std::string_view usualWord(assessments::VORM_OP op);
+
+/// The operator of that word that takes a time in square brackets, whether it has one or not.
 std::optional<Spelling> timedOf(std::string_view word);
 
 /// Whether a word cannot be a name wherever it stands.

@@ -7,12 +7,15 @@
 #include <vorm/assessments/expression/vorm_op.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
 #include <vorm/evaluation/time/exact_time.hpp>
+#include <vorm/evaluation/time/window_end.hpp>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vorm::evaluation {
@@ -24,12 +27,12 @@ enum class SyntaxKind : std::uint8_t {
     QuotedName,
     Member,  ///< of an enumeration: `'text'`
     Unary,
-    Window,   ///< Globally, Eventually
+    Window,   ///< Globally, Eventually, Historically, Once
     Shifted,  ///< Shift, EpsilonShift
     Cast,     ///< to `target`
     Edge,     ///< rise(p), fall(p)
     Binary,
-    Until,
+    Until,  ///< and Since
     Implication,
     Crossing,  ///< Rise, Fall: `left` by more than `right` within `a` seconds
 };
@@ -40,7 +43,17 @@ struct WrittenTime {
     std::optional<ExactTime> time = ExactTime();  ///< nothing where it is infinite or beyond all
     double number = 0;                            ///< the number that is written, without its unit
 
-    bool operator<(const WrittenTime& other) const { return time < other.time; }
+    /// The end of a window that has none.
+    static WrittenTime unbounded() {
+        return {"inf", std::nullopt, std::numeric_limits<double>::infinity()};
+    }
+    /// That of a window that ends with what was recorded, or begins with it.
+    static WrittenTime recorded(std::string word) {
+        return {std::move(word), std::nullopt, toTheEnd};
+    }
+
+    /// Whether it can be the end of a window only.
+    bool isBeyondAll() const { return !time && number >= toTheEnd; }
     bool isNegative() const { return time < ExactTime(); }
 };
 

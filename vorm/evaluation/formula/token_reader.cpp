@@ -92,8 +92,8 @@ void Parser::expected(const std::string& what, std::string advice) const {
         case TokenKind::Unclosed:
             fail("this quote is not closed", token, "add " + text.substr(0, 1));
         case TokenKind::Foreign:
-            fail("expected " + what + ", found the character " + evaluation::quoted(text, '\''),
-                 token, foreignAdvice(text, std::move(advice)));
+            fail("expected " + what + ", found the character " + inQuotes(text, '\''), token,
+                 foreignAdvice(text, std::move(advice)));
         case TokenKind::Number:
         case TokenKind::Name:
         case TokenKind::Quoted:

@@ -1,3 +1,4 @@
+#include "spellings.hpp"
 #include "type_rules.hpp"
 
 namespace vorm::evaluation {
@@ -25,11 +26,8 @@ void TypeRules::refuseOperand(const SyntaxNode& node, std::size_t operand,
 }
 
 std::string TypeRules::operatorText(const SyntaxNode& node) const {
-    if (node.kind == SyntaxKind::Window) {
-        return node.op == assessments::VORM_OP::Globally ? "always" : "eventually";
-    }
-    if (node.kind == SyntaxKind::Until) {
-        return "until";
+    if (node.kind == SyntaxKind::Window || node.kind == SyntaxKind::Until) {
+        return std::string(usualWord(node.op));
     }
     if (node.kind == SyntaxKind::Cast) {
         return valueTypeNames()[node.target];

@@ -1,5 +1,7 @@
 #include "type_rules.hpp"
 
+#include <vorm/assessments/expression/operator_family.hpp>
+
 namespace vorm::evaluation {
 
 SignalType TypeRules::shared(const SyntaxNode& node) {
@@ -47,15 +49,24 @@ void TypeRules::requireBool(const SyntaxNode& node, std::size_t operand) const {
 
 void TypeRules::requireTimes(const SyntaxNode& node) const {
     const bool isWindow = node.kind == SyntaxKind::Window || node.kind == SyntaxKind::Until;
-    if (!node.a.time || (isWindow && !node.b.time)) {
+    const bool hasNoEnd = isWindow && node.b.isBeyondAll();
+    if (!node.a.time || (isWindow && !node.b.time && !hasNoEnd)) {
         throw FormulaError("a time is finite", node.sign,
-                           isWindow ? "end the interval with the longest time that matters" : "");
+                           isWindow ? "only the end of an interval may be inf" : "");
     }
-    if (isWindow && node.b < node.a) {
+    if (isWindow && !hasNoEnd && node.b.time < node.a.time) {
         throw FormulaError("the interval ends before it begins", node.sign, "swap its ends");
     }
-    if (node.kind == SyntaxKind::Until && node.a.isNegative()) {
-        throw FormulaError("an until does not look back", node.sign, "begin the interval at 0");
+    if (!node.a.isNegative()) {
+        return;
+    }
+    if (assessments::support::looksBack(node.op)) {
+        throw FormulaError("'" + operatorText(node) + "' counts its times backwards", node.sign,
+                           "write [0, 5 s] for the last 5 s");
+    }
+    if (node.kind == SyntaxKind::Until) {
+        throw FormulaError("an until does not look back", node.sign,
+                           "begin the interval at 0, or use since");
     }
 }
 
