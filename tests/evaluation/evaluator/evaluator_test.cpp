@@ -390,12 +390,69 @@ TEST_F(EvaluatorTest, FailuresOfDeepFormulasKeepTheirEnds) {
     EXPECT_EQ(names[100], inner);
 }
 
+TEST_F(EvaluatorTest, ChangesAreInstants) {
+    auto modes = trace<std::int32_t>("0:1 1:2 3:2", 4);
+    modes.enumTypeName = "Mode";
+    const Expression mode = add("mode", modes, trace<std::int32_t>("6:5 7:6", 9));
+    const TracePieces changes = pieces(unary_op(VORM_OP::Changed, mode, "changed"));
+    ASSERT_EQ(changes.size(), 2U);
+    EXPECT_TRUE(same(changes[0].get<bool>(), truth({{0, false}, {1, true}, {after(1), false}}, 4)));
+    EXPECT_TRUE(
+        same(changes[1].get<bool>(), truth({{after(6), false}, {7, true}, {after(7), false}}, 9)))
+        << "what was before a hole is not known at its end";
+    TimedTrace_T<double> close = trace("1:0", 3);
+    close.push_back({after(1), 1});
+    close.push_back({after(after(1)), nan});
+    close.push_back({2, nan});
+    close.lastKnownTime = 3;
+    const auto next = only(unary_op(VORM_OP::Changed, add("close", close), "changed"));
+    EXPECT_TRUE(same(next.get<bool>(),
+                     truth({{1, false}, {after(1), true}, {after(after(after(1))), false}}, 3)));
+}
+
+TEST_F(EvaluatorTest, LinesAreScaledByWhatIsHeld) {
+    const Expression line = add("line", trace(linear, "0:0 4:8", 4));
+    const Expression factor = add("factor", trace("0:1 2:-2 3:0", 4));
+    const auto product = only(factory_.Multiply(line, factor)).get<double>();
+    EXPECT_EQ(*product.valueAt(1), 2);
+    EXPECT_EQ(*product.valueAt(before(2)), *trace(linear, "0:0 4:8", 4).valueAt(before(2)));
+    EXPECT_EQ(*product.valueAt(2.5), -10);
+    EXPECT_EQ(*product.valueAt(3.5), 0);
+    const Expression quotient = binary_op(VORM_OP::Divide, line, factor, "/");
+    const TracePieces quotients = pieces(quotient);
+    EXPECT_EQ(*quotients.front().get<double>().valueAt(2.5), -2.5);
+    const Expression isLarge = factory_.Geq(quotient, factory_.Constant(-100.0));
+    EXPECT_TRUE(same(only(isLarge).get<bool>(), truth({{0, true}, {3, false}}, 4)))
+        << "what is divided by 0 is NaN, and compares to nothing";
+}
+
+TEST_F(EvaluatorTest, SumsOverWindowsAreInSeconds) {
+    const Expression x = add("x", trace("0:2 2:4", 6), trace("8:1", 9));
+    const auto sum = [&](VORM_OP op, double a, double b, const Expression& operand) {
+        return timedwindow_unary_op(op, operand, "sum", a, b);
+    };
+    const TracePieces integral = pieces(sum(VORM_OP::Integral, -1, 1, x));
+    ASSERT_EQ(integral.size(), 1U) << "the second piece is shorter than the window";
+    EXPECT_TRUE(same(integral[0].get<double>(), trace(linear, "1:4 3:8 5:8", 5)));
+    EXPECT_EQ(*only(sum(VORM_OP::Mean, 0, 4, x)).get<double>().valueAt(1), 3.5);
+    const Expression nans = add("nans", trace("0:2 2:nan", 6));
+    EXPECT_TRUE(mentions(evaluated(sum(VORM_OP::Mean, 0, 1, nans)), "NaN at 2 s"));
+    const Expression p = factory_.Gt(x, factory_.Constant(3.0));
+    EXPECT_TRUE(
+        same(only(sum(VORM_OP::Duration, 0, 2, p)).get<double>(), trace(linear, "0:0 2:2 4:2", 4)));
+}
+
 TEST_F(EvaluatorTest, RefusesWhatHasNoMeaning) {
     const Expression x = add("x", trace("0:1 1:2", 3));
     const Expression line = add("line", trace(linear, "0:1 1:2", 3));
     const Expression unknown = signal(99, "unknown");
     EXPECT_TRUE(mentions(evaluated(nilClass()), "no formula"));
-    EXPECT_TRUE(mentions(evaluated(factory_.Multiply(x, line)), "multiplication by constant"));
+    EXPECT_TRUE(mentions(evaluated(factory_.Multiply(line, line)), "product of two lines"));
+    EXPECT_TRUE(mentions(evaluated(binary_op(VORM_OP::Divide, x, line, "/")), "divided by a line"));
+    EXPECT_TRUE(mentions(evaluated(unary_op(VORM_OP::Sine, line, "sin")), "no line"));
+    EXPECT_TRUE(mentions(evaluated(unary_op(VORM_OP::Changed, line, "changed")), "no line"));
+    EXPECT_TRUE(mentions(evaluated(timedwindow_unary_op(VORM_OP::Mean, line, "mean", 0, 1)),
+                         "integral of a line"));
     EXPECT_TRUE(mentions(evaluated(unary_op(VORM_OP::And, x, "odd")), "'odd'"));
     EXPECT_TRUE(mentions(evaluated(factory_.Slope(x)), "Slope"));
     EXPECT_TRUE(mentions(evaluated(factory_.Not(x)), "'double'"));

@@ -124,6 +124,9 @@ private:
     }
 
     Expression comparison() {
+        if (with_.held && anyIndex(6) == 0) {
+            return sumOverWindow();
+        }
         if (with_.held && anyIndex(5) == 0) {
             const Expression integer = anySignal(Quality::Integer);
             const cast_op::Target toBool = cast_op::castFlag<bool>();
@@ -134,6 +137,17 @@ private:
         }
         const Expression limit = factory_.Constant(0.5 * static_cast<double>(anyIndex(9)));
         return anyIndex(4) == 0 ? related(number(), number()) : related(sum(), limit);
+    }
+
+    Expression sumOverWindow() {
+        const double a = 0.25 * (static_cast<double>(anyIndex(8)) - 4);
+        const double b = a + 0.25 * static_cast<double>(anyIndex(6));
+        const Expression p = anySignal(Quality::Truth);
+        return anyIndex(2) == 0
+                   ? related(timedwindow_unary_op(VORM_OP::Count, p, "count", a, b),
+                             factory_.Constant(static_cast<std::int32_t>(anyIndex(4))))
+                   : related(timedwindow_unary_op(VORM_OP::Duration, p, "duration", a, b),
+                             factory_.Constant(0.5 * static_cast<double>(anyIndex(4))));
     }
 
     Expression related(const Expression& left, const Expression& right) {
@@ -154,7 +168,14 @@ private:
     }
 
     Expression sum() {
-        switch (anyIndex(6)) {
+        switch (anyIndex(8)) {
+            case 6:
+                return binary_op(anyOf<VORM_OP>({VORM_OP::Minimum, VORM_OP::Maximum}), number(),
+                                 number(), "extremum");
+            case 7:
+                return with_.held ? binary_op(VORM_OP::Multiply, anySignal(Quality::Held),
+                                              anySignal(Quality::Held), "*")
+                                  : number();
             case 0:
                 return factory_.Plus(number(), number());
             case 1:
@@ -182,7 +203,8 @@ private:
             case 2:
                 return factory_.Eventually(a, b, x);
             case 3:
-                return factory_.Globally(-b, a, x);
+                return timedwindow_unary_op(anyOf<VORM_OP>({VORM_OP::Least, VORM_OP::Greatest}), x,
+                                            "extremum", -b, a);
             case 4:
                 return cast_op(anySignal(Quality::Integer), cast_op::castFlag<double>());
             default:

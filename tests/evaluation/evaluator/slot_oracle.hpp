@@ -131,14 +131,28 @@ public:
         return windowed(of(node.child), delay, delay, [](double, double next) { return next; });
     }
     SlotPieces operator()(const timedwindow_unary_op& node) const {
-        const bool greatest = node.op == VORM_OP::Eventually;
+        if (node.op == VORM_OP::Duration || node.op == VORM_OP::Count) {
+            return sums(node);
+        }
+        const bool greatest = node.op == VORM_OP::Eventually || node.op == VORM_OP::Greatest;
         return windowed(of(node.child), slotOf(node.a), slotOf(node.b), [=](double a, double b) {
             return greatest ? std::max(a, b) : std::min(a, b);
         });
     }
     SlotPieces operator()(const binary_op& node) const {
         return paired(of(node.lhs), of(node.rhs), [&](double a, double b) {
-            return node.op == VORM_OP::Plus ? a + b : node.op == VORM_OP::Minus ? a - b : a * b;
+            switch (node.op) {
+                case VORM_OP::Plus:
+                    return a + b;
+                case VORM_OP::Minus:
+                    return a - b;
+                case VORM_OP::Multiply:
+                    return a * b;
+                case VORM_OP::Minimum:
+                    return std::min(a, b);
+                default:
+                    return std::max(a, b);
+            }
         });
     }
     template <class Node>
@@ -164,6 +178,35 @@ private:
                 const int start = slot - (isInterval(slot) ? 1 : 0);
                 return (x.at(start + 2) - x.at(start)) * slotsPerUnit / 2;
             }));
+        }
+        return dropEmpty(result);
+    }
+
+    // For how long a signal is true in a window, or in how many stretches.
+    SlotPieces sums(const timedwindow_unary_op& node) const {
+        const int a = slotOf(node.a);
+        const int b = slotOf(node.b);
+        SlotPieces result;
+        for (const SlotPiece& x : of(node.child)) {
+            const auto isTrue = [&](int slot) { return x.at(slot) == 1; };
+            const auto duration = [&](int slot) {
+                int halves = 0;
+                for (int seen = slot + a; seen < slot + b; ++seen) {
+                    // Half an interval lies between two neighbouring slots.
+                    halves += isTrue(isInterval(seen) ? seen : seen + 1) ? 1 : 0;
+                }
+                return static_cast<double>(halves) / slotsPerUnit;
+            };
+            const auto count = [&](int slot) {
+                double stretches = isTrue(slot + a) ? 1 : 0;
+                for (int seen = slot + a + 1; seen <= slot + b; ++seen) {
+                    stretches += isTrue(seen) && !isTrue(seen - 1) ? 1 : 0;
+                }
+                return stretches;
+            };
+            result.push_back(node.op == VORM_OP::Duration
+                                 ? tabulated(x.first - a, x.last - b, duration)
+                                 : tabulated(x.first - a, x.last - b, count));
         }
         return dropEmpty(result);
     }

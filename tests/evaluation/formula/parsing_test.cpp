@@ -89,6 +89,44 @@ TEST(Parsing, WindowsMayHaveNoEnd) {
     });
 }
 
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string result;
+    for (std::size_t i = 0; i < times; ++i) {
+        result += text;
+    }
+    return result;
+}
+
+TEST(Parsing, ChainsAndMembershipStandForWhatTheySay) {
+    expectSame({
+        {"1 <= x <= 5", "(1 <= x) & (x <= 5)"},
+        {"a + 1 < b < c <= d", "((a + 1) < b) & (b < c) & (c <= d)"},
+        {"5 > abs(x - y) >= 0 | p", "((5 > abs(x - y)) & (abs(x - y) >= 0)) | p"},
+        {"x in {1, -2, 3.5}", "(x == 1) | (x == -2) | (x == 3.5)"},
+        {"mode in {'N', \"P p\"} -> p", "((mode == 'N') | (mode == \"P p\")) -> p"},
+        {"rise(x in {1}) & in", "rise(x == 1) & in"},
+    });
+}
+
+TEST(Parsing, FunctionsOfNumbers) {
+    expectSame({
+        {"x / y * 2 / (3 / z)", "x / y * 2 / (3 / z)"},
+        {"min(x, y, 3) > max(x, -y)", "min(min(x, y), 3) > max(x, -(y))"},
+        {"min[0, 5 s](x) + max[-1, 0](x)", "min[0, 5 s](x) + max[-1 s, 0](x)"},
+        {"pow(x, 2) > sqrt(y)", "pow(x, 2) > sqrt(y)"},
+        {"integral[0, 1](x) < mean[0, 1](x)", "integral[0, 1 s](x) < mean[0, 1 s](x)"},
+        {"duration[0, 9](p) > 2", "duration[0, 9 s](p) > 2"},
+        {"count[-9, 0](rise(p)) > 2", "count[-9 s, 0](rise(p)) > 2"},
+        {"changed(x) | sign(x) == round(floor(ceil(y)))",
+         "changed(x) | (sign(x) == round(floor(ceil(y))))"},
+    });
+}
+
+TEST(Parsing, ChainsThatDoubleTooOftenAreNotRead) {
+    const std::string open = repeated("(0 < ", 60);
+    EXPECT_THROW(ParsedFormula(open + "x" + repeated(" < 1)", 60)), FormulaError);
+}
+
 TEST(Parsing, OperatorsAreNamesWhereTheirBracketDoesNotFollow) {
     expectSame({
         {"G & F", R"("G" & "F")"},
@@ -151,14 +189,6 @@ TEST(Parsing, LongChainsAreNotNested) {
     EXPECT_EQ(canonical(chain), chain);
 }
 
-std::string repeated(const std::string& text, std::size_t times) {
-    std::string result;
-    for (std::size_t i = 0; i < times; ++i) {
-        result += text;
-    }
-    return result;
-}
-
 TEST(Parsing, NestingHasALimitInEveryForm) {
     struct Nested {
         std::string before;
@@ -204,7 +234,14 @@ TEST(Parsing, RefusalsSayWhereWhatAndWhatToDo) {
             {"p adn q", "adn", "expected an operator, found 'adn'", "did you mean 'and'?"},
             {"x = 5", "=", "expected an operator, found the character '='", "write == to compare"},
             {"x \x01", "\x01", "expected an operator, found the character '\\x01'", ""},
-            {"1 < x < 5", "<", "comparisons do not chain", "write two, such as a < b & b < c"},
+            {"1 < x > 5", ">", "these comparisons do not chain",
+             "write two, such as a < b & b == c"},
+            {"x in 2", "2", "expected '{', found '2'", "write x in {1, 2, 3}"},
+            {"x in {1, 2", "{", "this '{' is not closed", "add '}'"},
+            {"min(x) > 1", ")", "expected ',' and another operand, found ')'", "write min(x, y)"},
+            {"pow(x, 2, 3)", ",", "expected ')', found ','", "the '(' of `(x, 2` is not closed"},
+            {"integral(x)", "integral", "'integral' needs an interval",
+             "write integral[0, 5 s](...)"},
             {"p & (x > 5", "(", "this '(' is not closed", "add ')'"},
             {"(x > 5]", "]", "expected ')', found ']'", "the '(' of `(x > 5` is not closed"},
             {"x > 5)", ")", "expected an operator, found ')'", "nothing is open here"},

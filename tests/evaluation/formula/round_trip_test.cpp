@@ -38,7 +38,7 @@ Expression anyOneOperand(const Leaves& leaves, std::size_t levels) {
     ExpressionFactory factory;
     const auto x = [&] { return anyTree(leaves, levels - 1); };
     const auto end = [&] { return test::orNoEnd(leaves.number()); };
-    switch (anyIndex(leaves.hasAllNodes ? 13 : 10)) {
+    switch (anyIndex(leaves.hasAllNodes ? 15 : 10)) {
         case 0:
             return factory.UnaryMinus(x());
         case 1:
@@ -63,6 +63,17 @@ Expression anyOneOperand(const Leaves& leaves, std::size_t levels) {
             return cast_op(x(), cast_op::castFlag<HalfFloat>());
         case 11:
             return cast_op(x(), cast_op::castFlag<Verdict>());
+        case 12:
+            return unary_op(
+                anyOf<VORM_OP>({VORM_OP::Changed, VORM_OP::SquareRoot, VORM_OP::Exponential,
+                                VORM_OP::Logarithm, VORM_OP::Sine, VORM_OP::Cosine, VORM_OP::Round,
+                                VORM_OP::Floor, VORM_OP::Ceiling, VORM_OP::Sign}),
+                x(), "label");
+        case 13:
+            return timedwindow_unary_op(
+                anyOf<VORM_OP>({VORM_OP::Least, VORM_OP::Greatest, VORM_OP::Integral, VORM_OP::Mean,
+                                VORM_OP::Duration, VORM_OP::Count}),
+                x(), "label", leaves.number(), leaves.number());
         default:
             return cast_op(leaves.literal(), cast_op::castFlag<std::int8_t>());
     }
@@ -81,10 +92,14 @@ Expression anyTwoOperands(const Leaves& leaves, std::size_t levels) {
     }
     const Operation operation = anyOf(operations);
     const auto x = [&] { return anyTree(leaves, levels - 1); };
-    switch (anyIndex(9)) {
+    switch (anyIndex(leaves.hasAllNodes ? 10 : 9)) {
         case 0:
             return factory.Until(x(), leaves.number(),
                                  leaves.hasAllNodes ? test::orNoEnd(0) : leaves.number(), x());
+        case 9:
+            return binary_op(anyOf<VORM_OP>({VORM_OP::Minimum, VORM_OP::Maximum, VORM_OP::Power,
+                                             VORM_OP::Divide}),
+                             x(), x(), "label");
         case 8:
             return factory.Since(x(), leaves.number(), leaves.number(), x());
         case 1:

@@ -44,7 +44,8 @@ public:
     void operator()(const constantValue&) const {}
     void operator()(const variable&) const {}
     void operator()(const unary_op& node) const {
-        look(node.child, {0, node.op == VORM_OP::Slope ? oneStep : 0});
+        look(node.child,
+             {node.op == VORM_OP::Changed ? -oneStep : 0, node.op == VORM_OP::Slope ? oneStep : 0});
     }
     void operator()(const binary_op& node) const {
         look(node.lhs, {0, 0});

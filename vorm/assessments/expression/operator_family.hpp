@@ -15,12 +15,18 @@ enum class OperatorFamily : std::uint8_t {
     None,        ///< reserved numbers
     Cast,        ///< to a type that the node names
     Numeric,     ///< of one number
+    Function,    ///< of one number, which makes no line of a line
+    Change,      ///< of any value
     Arithmetic,  ///< of two numbers
+    Power,
+    Extremum,  ///< of two numbers
     Comparison,
     Negation,
-    Connective,  ///< of two truths
-    Window,      ///< of time
-    Until,       ///< and its mirror image
+    Connective,    ///< of two truths
+    Window,        ///< of time
+    NumberWindow,  ///< the extremum of a number over a window
+    Sum,           ///< over a window
+    Until,         ///< and its mirror image
     Shift,
     EpsilonShift,
 };
@@ -41,10 +47,36 @@ constexpr OperatorFamily familyOf(VORM_OP op) {
         case VORM_OP::Abs:
         case VORM_OP::Slope:
             return OperatorFamily::Numeric;
+        case VORM_OP::SquareRoot:
+        case VORM_OP::Exponential:
+        case VORM_OP::Logarithm:
+        case VORM_OP::Sine:
+        case VORM_OP::Cosine:
+        case VORM_OP::Round:
+        case VORM_OP::Floor:
+        case VORM_OP::Ceiling:
+        case VORM_OP::Sign:
+            return OperatorFamily::Function;
+        case VORM_OP::Changed:
+            return OperatorFamily::Change;
         case VORM_OP::Plus:
         case VORM_OP::Minus:
         case VORM_OP::Multiply:
+        case VORM_OP::Divide:
             return OperatorFamily::Arithmetic;
+        case VORM_OP::Power:
+            return OperatorFamily::Power;
+        case VORM_OP::Minimum:
+        case VORM_OP::Maximum:
+            return OperatorFamily::Extremum;
+        case VORM_OP::Least:
+        case VORM_OP::Greatest:
+            return OperatorFamily::NumberWindow;
+        case VORM_OP::Integral:
+        case VORM_OP::Mean:
+        case VORM_OP::Duration:
+        case VORM_OP::Count:
+            return OperatorFamily::Sum;
         case VORM_OP::Eq:
         case VORM_OP::Neq:
         case VORM_OP::Lt:
@@ -78,9 +110,9 @@ constexpr bool looksBack(VORM_OP op) {
     return op == VORM_OP::Once || op == VORM_OP::Historically || op == VORM_OP::Since;
 }
 
-/// Whether a window asks for some time in it; else it asks for all times.
+/// Whether a window asks for some time in it, or the greatest number; else it asks for all times.
 constexpr bool isForSomeTime(VORM_OP window) {
-    return window == VORM_OP::Eventually || window == VORM_OP::Once;
+    return window == VORM_OP::Eventually || window == VORM_OP::Once || window == VORM_OP::Greatest;
 }
 
 /// Distances in time from the one that is looked from.

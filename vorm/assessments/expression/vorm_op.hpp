@@ -33,6 +33,26 @@ enum class VORM_ASSESSMENTS_EXPORT VORM_OP : int {
     Once = 24,
     Historically = 25,
     Since = 26,
+    Divide = 27,
+    Power = 28,
+    Minimum = 29,
+    Maximum = 30,
+    Least = 31,     ///< Minimum over a window of time
+    Greatest = 32,  ///< Maximum over a window of time
+    Integral = 33,
+    Mean = 34,
+    Duration = 35,
+    Count = 36,
+    Changed = 37,
+    SquareRoot = 38,
+    Exponential = 39,
+    Logarithm = 40,
+    Sine = 41,
+    Cosine = 42,
+    Round = 43,
+    Floor = 44,
+    Ceiling = 45,
+    Sign = 46,
 };
 
 }  // namespace vorm::assessments

@@ -74,6 +74,14 @@ TimedTrace TimedTrace::Eventually(double a, double b) const {
     return visit([&](const auto& trace) -> TimedTrace { return trace.Eventually(a, b); });
 }
 
+TimedTrace TimedTrace::Integral(double width) const {
+    return visit([&](const auto& trace) -> TimedTrace { return trace.Integral(width); });
+}
+
+TimedTrace TimedTrace::Count(double width) const {
+    return visit([&](const auto& trace) -> TimedTrace { return trace.Count(width); });
+}
+
 TimedTrace TimedTrace::extractWindow(double startTime, double endTime,
                                      double decimationInterval) const {
     return visit([&](const auto& trace) -> TimedTrace {
@@ -127,6 +135,14 @@ TimedTrace TimedTrace::Minus(const TimedTrace& other) const {
 
 TimedTrace TimedTrace::Scale(const TimedTrace& other) const {
     return applyToPair(other, [](const auto& a, const auto& b) { return a.Scale(b); });
+}
+
+TimedTrace TimedTrace::Multiply(const TimedTrace& other) const {
+    return applyToPair(other, [](const auto& a, const auto& b) { return a.Multiply(b); });
+}
+
+TimedTrace TimedTrace::Divide(const TimedTrace& other) const {
+    return applyToPair(other, [](const auto& a, const auto& b) { return a.Divide(b); });
 }
 
 TimedTrace TimedTrace::And(const TimedTrace& other) const {

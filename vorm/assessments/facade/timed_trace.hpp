@@ -73,6 +73,8 @@ public:
     TimedTrace Not() const;
     TimedTrace Globally(double a, double b) const;
     TimedTrace Eventually(double a, double b) const;
+    TimedTrace Integral(double width) const;
+    TimedTrace Count(double width) const;
     TimedTrace extractWindow(double startTime, double endTime, double decimationInterval) const;
 
     /// The verdicts of a whole bool trace, without NO_RESULT; a copy of a verdict trace.
@@ -87,6 +89,9 @@ public:
     TimedTrace Minus(const TimedTrace& other) const;
     /// Product with a constant.
     TimedTrace Scale(const TimedTrace& other) const;
+    /// Product of held traces.
+    TimedTrace Multiply(const TimedTrace& other) const;
+    TimedTrace Divide(const TimedTrace& other) const;
     TimedTrace And(const TimedTrace& other) const;
     TimedTrace Or(const TimedTrace& other) const;
     /// This trace is the condition, `other` the guarded verdict.

@@ -1,9 +1,10 @@
-// Sum, difference, product with a constant, absolute value and negation. All combine by Function:
+// Sum, difference, product, quotient, absolute value and negation. All combine by Function:
 // the engine compiled for one function more would be another copy of it for every value type.
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/errors/type_exceptions.hpp>
 #include <vorm/assessments/operators/value_arithmetic.hpp>
+#include <vorm/assessments/operators/window_bounds.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 
 #include <type_traits>
@@ -74,6 +75,26 @@ TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T& other) const {
 }
 
 template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Multiply(const TimedTrace_T& other) const {
+    requireArithmetic(*this, other);
+    detail::requireHeld(*this);
+    detail::requireHeld(other);
+    return Function(other, support::product<T>);
+}
+
+template <class T>
+TimedTrace_T<T> TimedTrace_T<T>::Divide(const TimedTrace_T& other) const {
+    requireArithmetic(*this, other);
+    if constexpr (IsFloatingPoint<T>::value) {
+        detail::requireHeld(*this);
+        detail::requireHeld(other);
+        return Function(other, support::quotient<T>);
+    } else {
+        throw AssessmentTypeException(errorType());
+    }
+}
+
+template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
     if constexpr (support::isVerdict<T>) {
         throw AssessmentTypeException(errorType());
@@ -119,6 +140,8 @@ TimedTrace_T<T> TimedTrace_T<T>::UMinus(std::true_type) const {
     template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&, std::true_type)  \
         const;                                                                                   \
     template TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T<T>&) const;               \
+    template TimedTrace_T<T> TimedTrace_T<T>::Multiply(const TimedTrace_T<T>&) const;            \
+    template TimedTrace_T<T> TimedTrace_T<T>::Divide(const TimedTrace_T<T>&) const;              \
     template TimedTrace_T<T> TimedTrace_T<T>::Abs() const;                                       \
     template TimedTrace_T<T> TimedTrace_T<T>::UMinus() const;                                    \
     template TimedTrace_T<T> TimedTrace_T<T>::UMinus(std::true_type) const;

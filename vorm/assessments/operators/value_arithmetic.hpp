@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 namespace vorm::assessments::support {
 
@@ -59,6 +60,14 @@ T product(const T& a, const T& b) {
     } else {
         static_assert(isForgotten<T>, "A value type without a product.");
     }
+}
+
+/// Of floating numbers; NaN where b is 0.
+template <class T>
+T quotient(const T& a, const T& b) {
+    const double divisor = toDouble(b);
+    return divisor == 0 ? fromDouble(std::numeric_limits<double>::quiet_NaN(), a)
+                        : fromDouble(toDouble(a) / divisor, a);
 }
 
 template <class T>

@@ -192,6 +192,15 @@ public:
     /// supported." where neither operand has exactly one sample, and as Add does.
     TimedTrace_T Scale(const TimedTrace_T& other) const;
 
+    /// Product of held traces. Integers wrap. Throws AssessmentTypeException with the tag of double
+    /// for a linear operand, and as Add does.
+    TimedTrace_T Multiply(const TimedTrace_T& other) const;
+
+    /// Quotient of held traces of a floating type; NaN wherever `other` is 0. Throws
+    /// AssessmentTypeException for any other type, with the tag of double for a linear operand, and
+    /// as Add does.
+    TimedTrace_T Divide(const TimedTrace_T& other) const;
+
     /// Absolute value, with a sample where a linear trace crosses zero. The most negative integer
     /// stays as it is, as do unsigned values; of a bool trace it is a copy. Throws
     /// AssessmentTypeException for enumerated and verdict traces.
@@ -243,6 +252,26 @@ public:
     /// The least value in the closed window [t + a, t + b]: on bool, whether the trace is true
     /// throughout the window. Throws as Eventually does.
     TimedTrace_T Globally(const double& a, const double& b) const;
+
+    // ---- Sums over windows ---------------------------------------------------------------------
+
+    /// The integral over the window [t, t + width] of a held number, in its unit times that of
+    /// time; of a bool trace, for how long it is true. A line, exact at its samples but for the
+    /// rounding of sums in long double: those are the times at which a sample enters or leaves the
+    /// window.
+    ///
+    /// Known from the first sample to lastKnownTime - width; empty where the window is wider than
+    /// that, or the trace is empty. Throws AssessmentTypeException for enumerated and verdict
+    /// traces, and with the tag of double for a linear one; AssessmentInternalException for a width
+    /// that is negative or not finite, and for a NaN or an infinite number. Linear, whatever the
+    /// width.
+    TimedTrace_T<double> Integral(const double& width) const;
+
+    /// In how many stretches a bool trace is true within the closed window [t, t + width]: those
+    /// that begin in it, and one that has begun before. Known as Integral is. Throws
+    /// AssessmentTypeException unless T is bool and for enumerated traces, and
+    /// AssessmentInternalException for a width that is negative or not finite. Linear.
+    TimedTrace_T<std::int32_t> Count(const double& width) const;
 
     // ---- Until ---------------------------------------------------------------------------------
 

@@ -1,6 +1,7 @@
 #include "evaluation_error.hpp"
 
 #include <vorm/assessments/errors/evaluation_exception.hpp>
+#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 
 #include <algorithm>
@@ -13,9 +14,26 @@ using namespace assessments;
 
 constexpr std::size_t mostFormulas = 5;
 
-bool isSlope(const Expression& formula) {
-    const auto* node = boost::get<unary_op>(&formula);
-    return node != nullptr && node->op == VORM_OP::Slope;
+VORM_OP operatorOf(const Expression& formula) {
+    return boost::apply_visitor(
+        [](const auto& node) {
+            if constexpr (requires { node.op; }) {
+                return node.op;
+            } else {
+                return VORM_OP::None;
+            }
+        },
+        formula);
+}
+
+// What to declare of a signal that an operator is not for as it is interpolated.
+std::string interpolationFor(VORM_OP op) {
+    using support::OperatorFamily;
+    const OperatorFamily family = support::familyOf(op);
+    const bool isForHeld = family == OperatorFamily::Function || family == OperatorFamily::Power ||
+                           family == OperatorFamily::Sum || family == OperatorFamily::Change ||
+                           op == VORM_OP::Multiply || op == VORM_OP::Divide;
+    return op == VORM_OP::Slope ? "linear" : isForHeld ? "held" : "";
 }
 
 // The formulas from the innermost on, and the fault that they failed by.
@@ -42,8 +60,10 @@ std::string adviceFor(const std::vector<const Expression*>& formulas, const Time
     for (std::size_t i = 0; i < std::min(formulas.size(), mostFormulas); ++i) {
         advice += (i == 0 ? "in " : "\n  in ") + formulaText(*formulas[i], times);
     }
-    if (!formulas.empty() && isSlope(*formulas.front())) {
-        advice += "\n  declare the signal with interpolation = \"linear\"";
+    const std::string interpolation =
+        formulas.empty() ? "" : interpolationFor(operatorOf(*formulas.front()));
+    if (!interpolation.empty()) {
+        advice += "\n  declare the signal with interpolation = \"" + interpolation + "\"";
     }
     return advice;
 }

@@ -23,20 +23,23 @@ using namespace assessments;
 namespace {
 
 static_assert(support::consistsOf(support::OperatorFamily::Arithmetic,
-                                  {VORM_OP::Plus, VORM_OP::Minus, VORM_OP::Multiply}));
+                                  {VORM_OP::Plus, VORM_OP::Minus, VORM_OP::Multiply,
+                                   VORM_OP::Divide}));
 
 // By the core, which refuses what has no numbers.
 TimedTrace onTraces(VORM_OP op, const TimedTrace& left, const TimedTrace& right) {
-    return op == VORM_OP::Plus    ? left.Plus(right)
-           : op == VORM_OP::Minus ? left.Minus(right)
-                                  : left.Scale(right);
+    return op == VORM_OP::Plus       ? left.Plus(right)
+           : op == VORM_OP::Minus    ? left.Minus(right)
+           : op == VORM_OP::Multiply ? left.Multiply(right)
+                                     : left.Divide(right);
 }
 
 template <class T>
 T onValues(VORM_OP op, const T& left, const T& right) {
-    return op == VORM_OP::Plus    ? support::sum(left, right)
-           : op == VORM_OP::Minus ? support::difference(left, right)
-                                  : support::product(left, right);
+    return op == VORM_OP::Plus       ? support::sum(left, right)
+           : op == VORM_OP::Minus    ? support::difference(left, right)
+           : op == VORM_OP::Multiply ? support::product(left, right)
+                                     : support::quotient(left, right);
 }
 
 // Two operands on a span throughout which both are known.

@@ -5,8 +5,10 @@
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
+#include <vorm/evaluation/evaluator/change.hpp>
 #include <vorm/evaluation/evaluator/comparison.hpp>
 #include <vorm/evaluation/evaluator/conversion.hpp>
+#include <vorm/evaluation/evaluator/function.hpp>
 #include <vorm/evaluation/evaluator/line_arithmetic.hpp>
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
 #include <vorm/evaluation/evaluator/pieces.hpp>
@@ -15,6 +17,7 @@
 #include <vorm/evaluation/evaluator/slope.hpp>
 #include <vorm/evaluation/evaluator/step_line.hpp>
 #include <vorm/evaluation/evaluator/temporal.hpp>
+#include <vorm/evaluation/evaluator/window_sum.hpp>
 #include <vorm/evaluation/time/window_end.hpp>
 
 #include <algorithm>
@@ -71,14 +74,15 @@ bool isComputed(const Expression& formula) {
     }
 }
 
-// Whether a factor is decided here and not by Scale, for which whatever is left of a signal that is
-// cut to one sample would do.
-void requireFactor(const TracePieces& left, const TracePieces& right) {
-    const auto isFactor = [](const TracePieces& pieces) {
-        return pieces.empty() || (pieces.size() == 1 && pieces.front().isConstantScalar());
-    };
-    if (!isFactor(left) && !isFactor(right)) {
-        throw AssessmentInternalException("Only multiplication by constant is supported.");
+// A line times a line is none, nor is what is divided by one.
+void requireLineOf(VORM_OP op, const TracePieces& left, const TracePieces& right) {
+    const bool isLeftLine = std::any_of(left.begin(), left.end(), isLine);
+    const bool isRightLine = std::any_of(right.begin(), right.end(), isLine);
+    if (op == VORM_OP::Multiply && isLeftLine && isRightLine) {
+        throw AssessmentInternalException("The product of two lines is no line.");
+    }
+    if (op == VORM_OP::Divide && isRightLine) {
+        throw AssessmentInternalException("What is divided by a line is no line.");
     }
 }
 
@@ -107,9 +111,14 @@ public:
             {VORM_OP::UnaryMinus, &NodeEvaluation::opposite},
             {VORM_OP::Abs, &NodeEvaluation::absolute},
             {VORM_OP::Slope, &NodeEvaluation::slope},
+            {VORM_OP::Changed, &NodeEvaluation::changes},
         });
-        static_assert(
-            support::coversAll(operations, {OperatorFamily::Negation, OperatorFamily::Numeric}));
+        static_assert(support::coversAll(
+            operations,
+            {OperatorFamily::Negation, OperatorFamily::Numeric, OperatorFamily::Change}));
+        if (familyOf(node.op) == OperatorFamily::Function) {
+            return onOperand([&](const TimedTrace& x) { return functionOf(node.op, x); });
+        }
         for (const Operation& operation : operations) {
             if (operation.op == node.op) {
                 return (this->*operation.evaluate)(node);
@@ -129,6 +138,15 @@ public:
     }
 
     Value operator()(const timedwindow_unary_op& node) const {
+        if (familyOf(node.op) == OperatorFamily::Sum) {
+            return onOperand([&](const TimedTrace& x) {
+                return windowSum(node.op, node.a, node.b, x, timeline_);
+            });
+        }
+        if (familyOf(node.op) == OperatorFamily::NumberWindow) {
+            return onOperand(
+                [&](const TimedTrace& x) { return windowOnNumbers(node.op, node.a, node.b, x); });
+        }
         require(node, OperatorFamily::Window);
         const double end = endOf(node);
         if (!isLogical_ && !isRobustness(meaning_)) {
@@ -176,10 +194,21 @@ public:
                 return node.op == VORM_OP::And
                            ? logic([](const auto& l, const auto& r) { return l.And(r); })
                            : logic([](const auto& l, const auto& r) { return l.Or(r); });
+            case OperatorFamily::Extremum:
+                return onAlignedOperands([&](const TimedTrace& l, const TimedTrace& r) {
+                    return node.op == VORM_OP::Minimum ? l.And(r) : l.Or(r);
+                });
+            case OperatorFamily::Power:
+                requireSameType(operands_[0], operands_[1]);
+                return onPairs(*pieces(0), *pieces(1), powerOf);
             case OperatorFamily::None:
             case OperatorFamily::Cast:
             case OperatorFamily::Numeric:
+            case OperatorFamily::Function:
+            case OperatorFamily::Change:
             case OperatorFamily::Negation:
+            case OperatorFamily::NumberWindow:
+            case OperatorFamily::Sum:
             case OperatorFamily::Window:
             case OperatorFamily::Until:
             case OperatorFamily::Shift:
@@ -271,16 +300,14 @@ private:
     Value absolute(const unary_op& node) const {
         return magnitude(*pieces(0), isComputed(node.child));
     }
+    Value changes(const unary_op&) const { return shared(changesOf(*pieces(0))); }
     Value slope(const unary_op&) const {
         return onOperand([&](const TimedTrace& x) { return slopePerSecond(x, timeline_); });
     }
 
     Value arithmeticOn(const binary_op& node) const {
         requireSameType(operands_[0], operands_[1]);
-        if (node.op == VORM_OP::Multiply) {
-            requireFactor(*pieces(0), *pieces(1));
-            return arithmetic(node.op, *pieces(0), *pieces(1));
-        }
+        requireLineOf(node.op, *pieces(0), *pieces(1));
         const auto [left, right] = alignedPieces();
         return arithmetic(node.op, *left, *right);
     }

@@ -38,7 +38,13 @@ NodeRole roleOf(VORM_OP op) {
         case OperatorFamily::None:
         case OperatorFamily::Cast:
         case OperatorFamily::Numeric:
+        case OperatorFamily::Function:
+        case OperatorFamily::Change:
         case OperatorFamily::Arithmetic:
+        case OperatorFamily::Power:
+        case OperatorFamily::Extremum:
+        case OperatorFamily::NumberWindow:
+        case OperatorFamily::Sum:
             break;
     }
     return NodeRole::Term;

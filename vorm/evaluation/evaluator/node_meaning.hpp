@@ -9,7 +9,7 @@
 namespace vorm::evaluation {
 
 enum class NodeRole {
-    Term,        ///< has one meaning only: leaves, arithmetic and casts
+    Term,        ///< has one meaning only: leaves, arithmetic, casts, changes and sums
     Comparison,  ///< makes truth of terms
     Logic,       ///< makes truth of truth: also windows and shifts
     Negation,    ///< does so, and the best there is becomes the worst

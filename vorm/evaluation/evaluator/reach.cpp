@@ -19,7 +19,8 @@ public:
     explicit ReachOfNode(double step) : step_(step) {}
 
     double operator()(const unary_op& node) const {
-        return node.op == VORM_OP::Slope ? support::infinity : 0;
+        const bool looksBeside = node.op == VORM_OP::Slope || node.op == VORM_OP::Changed;
+        return looksBeside ? support::infinity : 0;
     }
     double operator()(const timed_unary_op& node) const {
         return node.op == VORM_OP::Shift ? std::fabs(node.offset) + step_ : support::infinity;

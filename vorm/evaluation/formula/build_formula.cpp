@@ -3,6 +3,7 @@
 #include "formula.hpp"
 #include "literal.hpp"
 #include "node_builder.hpp"
+#include "spellings.hpp"
 
 #include <utility>
 
@@ -52,7 +53,7 @@ std::string conversionFor(const ParsedFormula& formula, std::size_t literal,
         return "";
     }
     const SyntaxNode& node = nodes[*types[literal].settledBy];
-    if (node.kind != SyntaxKind::Binary) {
+    if (node.kind != SyntaxKind::Binary || isCall(node.op)) {
         return "";
     }
     const std::string sign = formula.text().substr(node.sign.begin, node.sign.length);

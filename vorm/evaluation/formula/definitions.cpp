@@ -68,7 +68,7 @@ std::optional<OperandType> Definitions::typeOfName(const std::string& name) {
         return type ? std::optional(OperandType{.type = *type}) : std::nullopt;
     }
     const OperandType& whole = typesOf(name).back();
-    return OperandType{.type = whole.type, .isOpen = whole.isOpen, .isConstant = whole.isConstant};
+    return OperandType{.type = whole.type, .isOpen = whole.isOpen};
 }
 
 std::optional<std::string> Definitions::memberAdvice(const std::string& name) const {

@@ -68,6 +68,14 @@ public:
         prefix(valueTypeNames()[type], node.child, {.isConverted = true});
     }
     void operator()(const binary_op& node) {
+        if (isCall(node.op)) {
+            text_ += std::string(prefixWord(node.op)) + "(";
+            later(")");
+            later(node.rhs, {});
+            later(", ");
+            later(node.lhs, {});
+            return;
+        }
         infix(node.lhs, " " + std::string(infixWord(node.op)) + " ", node.rhs, node.op);
     }
     void operator()(const timedwindow_binary_op& node) {

@@ -1,13 +1,12 @@
 #include "node_builder.hpp"
 
 #include "enumeration_literal.hpp"
+#include "spellings.hpp"
 
 #include <vorm/assessments/expression/expression.hpp>
 #include <vorm/assessments/expression/expression_factory.hpp>
-#include <vorm/assessments/expression/operator_family.hpp>
 #include <vorm/evaluation/signal/signal.hpp>
 
-#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -15,70 +14,6 @@ namespace vorm::evaluation {
 namespace {
 
 using namespace assessments;
-
-using UnaryOperation = Expression (ExpressionFactory::*)(Expression&&) const;
-using BinaryOperation = Expression (ExpressionFactory::*)(Expression&&, Expression&&) const;
-
-template <class Operation>
-struct Built {
-    VORM_OP op;
-    Operation operation;
-};
-
-constexpr std::array unaries = std::to_array<Built<UnaryOperation>>({
-    {VORM_OP::Not, &ExpressionFactory::Not},
-    {VORM_OP::UnaryMinus, &ExpressionFactory::UnaryMinus},
-    {VORM_OP::Abs, &ExpressionFactory::Abs},
-    {VORM_OP::Slope, &ExpressionFactory::Slope},
-});
-
-constexpr std::array binaries = std::to_array<Built<BinaryOperation>>({
-    {VORM_OP::Plus, &ExpressionFactory::Plus},
-    {VORM_OP::Minus, &ExpressionFactory::Minus},
-    {VORM_OP::Multiply, &ExpressionFactory::Multiply},
-    {VORM_OP::And, &ExpressionFactory::And},
-    {VORM_OP::Or, &ExpressionFactory::Or},
-    {VORM_OP::Eq, &ExpressionFactory::Eq},
-    {VORM_OP::Neq, &ExpressionFactory::Neq},
-    {VORM_OP::Lt, &ExpressionFactory::Lt},
-    {VORM_OP::Leq, &ExpressionFactory::Leq},
-    {VORM_OP::Gt, &ExpressionFactory::Gt},
-    {VORM_OP::Geq, &ExpressionFactory::Geq},
-});
-
-using WindowOperation = Expression (ExpressionFactory::*)(double, double, Expression&&) const;
-using UntilOperation = Expression (ExpressionFactory::*)(Expression&&, double, double,
-                                                         Expression&&) const;
-
-constexpr std::array windows = std::to_array<Built<WindowOperation>>({
-    {VORM_OP::Globally, &ExpressionFactory::Globally},
-    {VORM_OP::Eventually, &ExpressionFactory::Eventually},
-    {VORM_OP::Historically, &ExpressionFactory::Historically},
-    {VORM_OP::Once, &ExpressionFactory::Once},
-});
-
-constexpr std::array untils = std::to_array<Built<UntilOperation>>({
-    {VORM_OP::Until, &ExpressionFactory::Until},
-    {VORM_OP::Since, &ExpressionFactory::Since},
-});
-
-static_assert(support::coversAll(unaries, {support::OperatorFamily::Numeric,
-                                           support::OperatorFamily::Negation}));
-static_assert(support::coversAll(binaries, {support::OperatorFamily::Arithmetic,
-                                            support::OperatorFamily::Comparison,
-                                            support::OperatorFamily::Connective}));
-static_assert(support::coversAll(windows, {support::OperatorFamily::Window}));
-static_assert(support::coversAll(untils, {support::OperatorFamily::Until}));
-
-template <class Operations, class... Operands>
-Expression built(const Operations& operations, VORM_OP op, Operands&&... operands) {
-    for (const auto& each : operations) {
-        if (each.op == op) {
-            return (ExpressionFactory().*each.operation)(std::move(operands)...);
-        }
-    }
-    throw std::logic_error("no operator of so many operands");
-}
 
 // The time just before t is the one that EpsilonShift looks at.
 Expression edgeOf(bool rising, Expression p) {
@@ -97,6 +32,11 @@ Expression crossingOf(bool rising, double distance, Expression x, Expression lim
     Expression body = factory.Gt(std::move(difference), Expression(limit));
     return alias(std::move(body), "(", std::move(x), rising ? " Rise [" : " Fall [", 0, distance,
                  "] ", std::move(limit), ")");
+}
+
+// An operator between its operands, or written like a function of them.
+std::string_view wordOf(VORM_OP op) {
+    return isCall(op) ? prefixWord(op) : infixWord(op);
 }
 
 Expression castOf(std::size_t target, Expression x) {
@@ -127,18 +67,21 @@ Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expressio
     Expression left = taken(operands);
     switch (node.kind) {
         case SyntaxKind::Unary:
-            return built(unaries, node.op, std::move(left));
+            return unary_op(node.op, std::move(left), std::string(prefixWord(node.op)));
         case SyntaxKind::Binary:
-            return built(binaries, node.op, std::move(left), std::move(right));
+            return binary_op(node.op, std::move(left), std::move(right),
+                             std::string(wordOf(node.op)));
         case SyntaxKind::Window: {
             const double a = ticks(node.a);
             const double b = ticks(node.b);
-            return built(windows, node.op, a, b, std::move(left));
+            return timedwindow_unary_op(node.op, std::move(left), std::string(prefixWord(node.op)),
+                                        a, b);
         }
         case SyntaxKind::Until: {
             const double a = ticks(node.a);
             const double b = ticks(node.b);
-            return built(untils, node.op, std::move(left), a, b, std::move(right));
+            return timedwindow_binary_op(node.op, std::move(left), std::move(right),
+                                         std::string(infixWord(node.op)), a, b);
         }
         case SyntaxKind::Shifted:
             // Of an epsilon shift only the sign counts.

@@ -48,6 +48,8 @@ std::size_t Parser::prefixed(const Spelling& spelling) {
         case SyntaxKind::Cast:
             node.target = *valueTypeOf(word.text);
             return conversion(std::move(node));
+        case SyntaxKind::Binary:
+            return call(node);
         case SyntaxKind::Unary:
         case SyntaxKind::Edge:
         case SyntaxKind::Number:
@@ -55,7 +57,6 @@ std::size_t Parser::prefixed(const Spelling& spelling) {
         case SyntaxKind::Name:
         case SyntaxKind::QuotedName:
         case SyntaxKind::Member:
-        case SyntaxKind::Binary:
         case SyntaxKind::Until:
         case SyntaxKind::Implication:
             break;
@@ -93,6 +94,27 @@ std::size_t Parser::crossing(SyntaxNode node) {
     const std::size_t index = append(std::move(node));
     nodes_[index].where = {begin, endOfTaken() - begin};
     return index;
+}
+
+// Of more than two operands the first two come first; a power has no more.
+std::size_t Parser::call(const SyntaxNode& node) {
+    const Level level(*this);
+    const std::string word(tokens_[position_ - 1].text);
+    const std::size_t begin = node.where.begin;
+    const Token opening = take();
+    std::size_t result = implications();
+    do {
+        if (!takeIf(",")) {
+            expected("',' and another operand", "write " + word + "(x, y)");
+        }
+        SyntaxNode pair = node;
+        pair.left = result;
+        pair.right = implications();
+        result = append(std::move(pair));
+    } while (node.op != assessments::VORM_OP::Power && next().is(","));
+    expectClosing(opening, ")");
+    nodes_[result].where = {begin, endOfTaken() - begin};
+    return result;
 }
 
 std::size_t Parser::leaf() {

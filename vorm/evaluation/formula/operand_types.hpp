@@ -18,8 +18,6 @@ struct OperandType {
     SignalType type{};
     /// Made of numbers only, so that the type is that of the operand that it meets.
     bool isOpen = false;
-    /// Made of literals only.
-    bool isConstant = false;
     /// A member of an enumeration: of `type`, or of one that nothing is known of yet.
     bool isMember = false;
     /// Where an open operand took its type, as the index of the operator.

@@ -6,6 +6,9 @@
 #include <utility>
 
 namespace vorm::evaluation {
+
+using assessments::VORM_OP;
+
 namespace {
 
 Precedence above(Precedence precedence) {
@@ -15,6 +18,13 @@ Precedence above(Precedence precedence) {
 std::string tooDeep() {
     return "the formula is nested more than " + std::to_string(ParsedFormula::maximumNesting) +
            " levels deep";
+}
+
+bool goesOn(const SyntaxNode& comparison, const Spelling& following) {
+    const auto isRising = [](VORM_OP op) { return op == VORM_OP::Lt || op == VORM_OP::Leq; };
+    const auto isFalling = [](VORM_OP op) { return op == VORM_OP::Gt || op == VORM_OP::Geq; };
+    return (isRising(comparison.op) && isRising(following.op)) ||
+           (isFalling(comparison.op) && isFalling(following.op));
 }
 
 constexpr const char* deepAdvice = "name its parts in definitions of their own";
@@ -72,6 +82,9 @@ std::optional<Spelling> Parser::infix() const {
 }
 
 std::size_t Parser::extended(std::size_t left, const Spelling& spelling) {
+    if (spelling.word == "in") {
+        return membership(left);
+    }
     SyntaxNode node{.kind = spelling.kind, .op = spelling.op, .rising = spelling.rising};
     node.sign = spanOf(take());
     if (node.kind == SyntaxKind::Until) {
@@ -81,12 +94,73 @@ std::size_t Parser::extended(std::size_t left, const Spelling& spelling) {
     }
     node.left = left;
     node.right = expression(above(spelling.precedence));
-    const auto following = infix();
-    if (spelling.precedence == Precedence::Comparison && following &&
-        following->precedence == Precedence::Comparison) {
-        fail("comparisons do not chain", next(), "write two, such as a < b & b < c");
+    const std::size_t index = append(std::move(node));
+    return spelling.precedence == Precedence::Comparison ? chained(index) : index;
+}
+
+// a < b < c is a < b & b < c.
+std::size_t Parser::chained(std::size_t comparison) {
+    std::size_t all = comparison;
+    for (auto next_ = infix(); next_ && next_->precedence == Precedence::Comparison;
+         next_ = infix()) {
+        if (!goesOn(nodes_[comparison], *next_)) {
+            fail("these comparisons do not chain", next(), "write two, such as a < b & b == c");
+        }
+        SyntaxNode node{.kind = next_->kind, .op = next_->op};
+        node.sign = spanOf(take());
+        node.left = copied(nodes_[comparison].right);
+        node.right = expression(Precedence::Sum);
+        comparison = append(std::move(node));
+        all = joined(VORM_OP::And, all, comparison);
     }
+    return all;
+}
+
+// x in {1, 2} is x == 1 | x == 2.
+std::size_t Parser::membership(std::size_t value) {
+    constexpr const char* advice = "write x in {1, 2, 3}";
+    const Token word = take();
+    const Token opening = next();
+    if (!takeIf("{")) {
+        expected("'{'", advice);
+    }
+    std::optional<std::size_t> any;
+    do {
+        SyntaxNode node{.kind = SyntaxKind::Binary, .op = VORM_OP::Eq, .sign = spanOf(word)};
+        node.left = any ? copied(value) : value;
+        node.right = expression(Precedence::Sum);
+        const std::size_t isEqual = append(std::move(node));
+        any = any ? joined(VORM_OP::Or, *any, isEqual) : isEqual;
+    } while (takeIf(","));
+    expectClosing(opening, "}");
+    return *any;
+}
+
+std::size_t Parser::joined(VORM_OP op, std::size_t left, std::size_t right) {
+    SyntaxNode node{.kind = SyntaxKind::Binary, .op = op, .sign = nodes_[right].sign};
+    node.left = left;
+    node.right = right;
     return append(std::move(node));
+}
+
+// An operand once more; it lies in one stretch of the list, which ends with it.
+std::size_t Parser::copied(std::size_t operand) {
+    std::size_t first = operand;
+    while (operandsOf(nodes_[first].kind) > 0) {
+        first = nodes_[first].left;
+    }
+    const std::size_t shift = nodes_.size() - first;
+    if (nodes_.size() + operand - first > maximumFormulaNodes) {
+        throw FormulaError("the formula has too many operators and operands", nodes_[operand].where,
+                           deepAdvice);
+    }
+    for (std::size_t i = first; i <= operand; ++i) {
+        SyntaxNode node = nodes_[i];
+        node.left += shift;
+        node.right += shift;
+        nodes_.push_back(std::move(node));
+    }
+    return operand + shift;
 }
 
 std::size_t Parser::append(SyntaxNode node) {

@@ -32,6 +32,10 @@ private:
     std::size_t implications();
     std::size_t expression(Precedence loosest);
     std::size_t extended(std::size_t left, const Spelling& infix);
+    std::size_t chained(std::size_t comparison);
+    std::size_t membership(std::size_t value);
+    std::size_t joined(assessments::VORM_OP op, std::size_t left, std::size_t right);
+    std::size_t copied(std::size_t operand);
     std::optional<Spelling> infix() const;
     std::size_t append(SyntaxNode node);
 
@@ -41,6 +45,7 @@ private:
     std::size_t prefixed(const Spelling& spelling);
     std::size_t appliedTo(SyntaxNode node, bool inBrackets);
     std::size_t crossing(SyntaxNode node);
+    std::size_t call(const SyntaxNode& node);
     std::size_t leaf();
     std::size_t name();
 

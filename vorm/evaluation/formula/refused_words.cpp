@@ -42,6 +42,9 @@ void Parser::refuseName() const {
 
 void Parser::refuseWithoutTime(const Spelling& spelling) const {
     const std::string word(spelling.word);
+    if (spelling.kind == SyntaxKind::Window && spelling.opening == Opening::Square) {
+        fail("'" + word + "' needs an interval", next(), "write " + word + "[0, 5 s](...)");
+    }
     if (spelling.kind == SyntaxKind::Window) {
         fail("'" + word + "' needs an operand in brackets", next(),
              "write " + word + "[0, 5 s](...), or " + word + "(...) for all of time");

@@ -48,6 +48,8 @@ constexpr std::array infixes = std::to_array<Spelling>({
     {"+", Binary, VORM_OP::Plus, Precedence::Sum},
     {"-", Binary, VORM_OP::Minus, Precedence::Sum},
     {"*", Binary, VORM_OP::Multiply, Precedence::Product},
+    {"/", Binary, VORM_OP::Divide, Precedence::Product},
+    {"in", Binary, VORM_OP::Eq, Precedence::Comparison},
 });
 
 constexpr std::array prefixes = std::to_array<Spelling>({
@@ -57,6 +59,25 @@ constexpr std::array prefixes = std::to_array<Spelling>({
     {"-", Unary, VORM_OP::UnaryMinus, Precedence::Operand},
     {"abs", Unary, VORM_OP::Abs, Precedence::Operand, Opening::Round},
     {"slope", Unary, VORM_OP::Slope, Precedence::Operand, Opening::Round},
+    {"changed", Unary, VORM_OP::Changed, Precedence::Operand, Opening::Round},
+    {"sqrt", Unary, VORM_OP::SquareRoot, Precedence::Operand, Opening::Round},
+    {"exp", Unary, VORM_OP::Exponential, Precedence::Operand, Opening::Round},
+    {"log", Unary, VORM_OP::Logarithm, Precedence::Operand, Opening::Round},
+    {"sin", Unary, VORM_OP::Sine, Precedence::Operand, Opening::Round},
+    {"cos", Unary, VORM_OP::Cosine, Precedence::Operand, Opening::Round},
+    {"round", Unary, VORM_OP::Round, Precedence::Operand, Opening::Round},
+    {"floor", Unary, VORM_OP::Floor, Precedence::Operand, Opening::Round},
+    {"ceil", Unary, VORM_OP::Ceiling, Precedence::Operand, Opening::Round},
+    {"sign", Unary, VORM_OP::Sign, Precedence::Operand, Opening::Round},
+    {"min", Binary, VORM_OP::Minimum, Precedence::Operand, Opening::Round},
+    {"max", Binary, VORM_OP::Maximum, Precedence::Operand, Opening::Round},
+    {"pow", Binary, VORM_OP::Power, Precedence::Operand, Opening::Round},
+    {"min", Window, VORM_OP::Least, Precedence::Operand, Opening::Square},
+    {"max", Window, VORM_OP::Greatest, Precedence::Operand, Opening::Square},
+    {"integral", Window, VORM_OP::Integral, Precedence::Operand, Opening::Square},
+    {"mean", Window, VORM_OP::Mean, Precedence::Operand, Opening::Square},
+    {"duration", Window, VORM_OP::Duration, Precedence::Operand, Opening::Square},
+    {"count", Window, VORM_OP::Count, Precedence::Operand, Opening::Square},
     {"rise", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, true},
     {"fall", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, false},
     {"Globally", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
@@ -99,7 +120,9 @@ std::string_view wordOf(const Spelling* spelling) {
 static_assert(coversAll(spelled::infixes, {OperatorFamily::Arithmetic, OperatorFamily::Comparison,
                                            OperatorFamily::Connective, OperatorFamily::Until}));
 static_assert(coversAll(spelled::prefixes,
-                        {OperatorFamily::Numeric, OperatorFamily::Negation, OperatorFamily::Window,
+                        {OperatorFamily::Numeric, OperatorFamily::Function, OperatorFamily::Change,
+                         OperatorFamily::Power, OperatorFamily::Extremum, OperatorFamily::Negation,
+                         OperatorFamily::Window, OperatorFamily::NumberWindow, OperatorFamily::Sum,
                          OperatorFamily::Shift, OperatorFamily::EpsilonShift}));
 
 bool opens(Opening opening, std::string_view next) {
@@ -130,6 +153,11 @@ std::optional<Spelling> prefixOf(std::string_view word, std::string_view next) {
         return Spelling{word, SyntaxKind::Cast, VORM_OP::Cast, Precedence::Operand, Opening::Round};
     }
     return std::nullopt;
+}
+
+bool isCall(VORM_OP op) {
+    const Spelling* prefix = find(spelled::prefixes, op);
+    return prefix != nullptr && prefix->kind == SyntaxKind::Binary;
 }
 
 std::string_view infixWord(VORM_OP op) {

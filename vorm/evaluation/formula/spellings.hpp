@@ -48,6 +48,9 @@ std::optional<Spelling> prefixOf(std::string_view word, std::string_view next);
 /// std::invalid_argument where it is none.
 std::string_view infixWord(assessments::VORM_OP op);
 
+/// Whether an operator of two operands is written like a function.
+bool isCall(assessments::VORM_OP op);
+
 /// The word of an operator before an operand. Throws as infixWord does.
 std::string_view prefixWord(assessments::VORM_OP op);
 

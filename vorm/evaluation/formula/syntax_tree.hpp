@@ -27,7 +27,7 @@ enum class SyntaxKind : std::uint8_t {
     QuotedName,
     Member,  ///< of an enumeration: `'text'`
     Unary,
-    Window,   ///< Globally, Eventually, Historically, Once
+    Window,   ///< Globally, Eventually, Historically, Once; extrema of numbers and sums
     Shifted,  ///< Shift, EpsilonShift
     Cast,     ///< to `target`
     Edge,     ///< rise(p), fall(p)
@@ -79,14 +79,17 @@ constexpr int operandsOf(SyntaxKind kind) {
     return kind < SyntaxKind::Unary ? 0 : kind < SyntaxKind::Binary ? 1 : 2;
 }
 
-/// Sums, products, conjunctions and disjunctions of many operands are chains: `left op right` needs
-/// no brackets around a left operand of the same chain.
+/// Sums, products with quotients, conjunctions and disjunctions of many operands are chains: `left
+/// op right` needs no brackets around a left operand of the same chain.
 constexpr bool continuesChain(assessments::VORM_OP left, assessments::VORM_OP op) {
     using assessments::VORM_OP;
     const auto isSum = [](VORM_OP sign) { return sign == VORM_OP::Plus || sign == VORM_OP::Minus; };
-    const bool isChain =
-        isSum(op) || op == VORM_OP::Multiply || op == VORM_OP::And || op == VORM_OP::Or;
-    return isChain && (left == op || (isSum(left) && isSum(op)));
+    const auto isProduct = [](VORM_OP sign) {
+        return sign == VORM_OP::Multiply || sign == VORM_OP::Divide;
+    };
+    const bool isLogic = op == VORM_OP::And || op == VORM_OP::Or;
+    return (isLogic && left == op) || (isSum(left) && isSum(op)) ||
+           (isProduct(left) && isProduct(op));
 }
 
 /// The height of an operator over operands of the heights given; that of an absent one is 0.

@@ -41,7 +41,8 @@ struct Unclosed : seq<one<'"', '\''>, pegtl::until<pegtl::at<eolf>>> {};
 
 struct Symbol : sor<string<'-', '>'>, string<'=', '='>, string<'~', '='>, string<'!', '='>,
                     string<'<', '='>, string<'>', '='>, string<'|', '|'>, string<'&', '&'>,
-                    one<'(', ')', '[', ']', ',', '<', '>', '|', '&', '+', '-', '*', '~', '!'>> {};
+                    one<'(', ')', '[', ']', ',', '<', '>', '|', '&', '+', '-', '*', '/', '~', '!',
+                        '{', '}'>> {};
 struct Foreign : pegtl::any {};
 
 struct Words

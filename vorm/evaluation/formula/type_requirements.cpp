@@ -37,6 +37,17 @@ void TypeRules::requireNumber(const SyntaxNode& node, std::size_t operand) const
     }
 }
 
+void TypeRules::requireFloating(const SyntaxNode& node, std::size_t operand) const {
+    requireNumber(node, operand);
+    const OperandType& type = types_[operand];
+    const bool isFloating =
+        type.type.is<double>() || type.type.is<float>() || type.type.is<assessments::HalfFloat>();
+    if (!type.isOpen && type.type.isKnown() && !isFloating) {
+        refuseOperand(node, operand, "a floating-point number",
+                      "write double(" + textOf(operand) + ")");
+    }
+}
+
 void TypeRules::requireBool(const SyntaxNode& node, std::size_t operand) const {
     requireValue(operand);
     const OperandType& type = types_[operand];
@@ -49,13 +60,22 @@ void TypeRules::requireBool(const SyntaxNode& node, std::size_t operand) const {
 
 void TypeRules::requireTimes(const SyntaxNode& node) const {
     const bool isWindow = node.kind == SyntaxKind::Window || node.kind == SyntaxKind::Until;
-    const bool hasNoEnd = isWindow && node.b.isBeyondAll();
+    using assessments::support::OperatorFamily;
+    const OperatorFamily family = assessments::support::familyOf(node.op);
+    const bool isOfTruth = family == OperatorFamily::Window || family == OperatorFamily::Until;
+    const bool hasNoEnd = isWindow && isOfTruth && node.b.isBeyondAll();
     if (!node.a.time || (isWindow && !node.b.time && !hasNoEnd)) {
         throw FormulaError("a time is finite", node.sign,
-                           isWindow ? "only the end of an interval may be inf" : "");
+                           !isWindow   ? ""
+                           : isOfTruth ? "only the end of an interval may be inf"
+                                       : "end the interval with the longest time that matters");
     }
     if (isWindow && !hasNoEnd && node.b.time < node.a.time) {
         throw FormulaError("the interval ends before it begins", node.sign, "swap its ends");
+    }
+    if (node.op == assessments::VORM_OP::Mean && node.a.time == node.b.time) {
+        throw FormulaError("a mean is over a time that has a length", node.sign,
+                           "end the interval later than it begins");
     }
     if (!node.a.isNegative()) {
         return;

@@ -26,14 +26,14 @@ std::vector<OperandType> TypeRules::types() && {
 OperandType TypeRules::typeOf(const SyntaxNode& node) {
     switch (node.kind) {
         case SyntaxKind::Number:
-            return {.isOpen = true, .isConstant = true};
+            return {.isOpen = true};
         case SyntaxKind::TypedLiteral:
-            return {.type = {node.target, nullptr}, .isConstant = true};
+            return {.type = {node.target, nullptr}};
         case SyntaxKind::Name:
         case SyntaxKind::QuotedName:
             return name(node);
         case SyntaxKind::Member:
-            return {.isConstant = true, .isMember = true};
+            return {.isMember = true};
         case SyntaxKind::Cast:
             return cast(node);
         case SyntaxKind::Unary:
@@ -47,6 +47,7 @@ OperandType TypeRules::typeOf(const SyntaxNode& node) {
         case SyntaxKind::Crossing:
             return crossing(node);
         case SyntaxKind::Window:
+            return window(node);
         case SyntaxKind::Edge:
         case SyntaxKind::Until:
         case SyntaxKind::Implication:
@@ -57,13 +58,20 @@ OperandType TypeRules::typeOf(const SyntaxNode& node) {
 }
 
 OperandType TypeRules::unary(const SyntaxNode& node) {
-    if (node.op == VORM_OP::Not) {
-        return logic(node);
-    }
-    requireNumber(node, node.left);
     const OperandType& operand = types_[node.left];
+    switch (familyOf(node.op)) {
+        case OperatorFamily::Negation:
+            return logic(node);
+        case OperatorFamily::Change:
+            requireValue(node.left);
+            return {.type = SignalType::of<bool>()};
+        case OperatorFamily::Function:
+            return floating(node);
+        default:
+            requireNumber(node, node.left);
+    }
     if (node.op == VORM_OP::Slope) {
-        return {.type = SignalType::of<double>(), .isConstant = operand.isConstant};
+        return {.type = SignalType::of<double>()};
     }
     return operand;
 }
@@ -74,29 +82,52 @@ OperandType TypeRules::cast(const SyntaxNode& node) {
         refuseOperand(node, node.left, "a number, a bool or a verdict",
                       "compare it with a member by ==");
     }
-    return {.type = {node.target, nullptr}, .isConstant = types_[node.left].isConstant};
+    return {.type = {node.target, nullptr}};
 }
 
 OperandType TypeRules::binary(const SyntaxNode& node) {
     const OperatorFamily family = familyOf(node.op);
-    return family == OperatorFamily::Connective   ? logic(node)
-           : family == OperatorFamily::Comparison ? comparison(node)
-                                                  : arithmetic(node);
+    return family == OperatorFamily::Connective                            ? logic(node)
+           : family == OperatorFamily::Comparison                          ? comparison(node)
+           : family == OperatorFamily::Power || node.op == VORM_OP::Divide ? floating(node)
+                                                                           : arithmetic(node);
 }
 
 OperandType TypeRules::arithmetic(const SyntaxNode& node) {
     requireNumber(node, node.left);
     requireNumber(node, node.right);
-    const bool isLeftConstant = types_[node.left].isConstant;
-    const bool isRightConstant = types_[node.right].isConstant;
-    if (node.op == VORM_OP::Multiply && !isLeftConstant && !isRightConstant) {
-        throw FormulaError(
-            "neither `" + textOf(node.left) + "` nor `" + textOf(node.right) + "` is a constant",
-            node.where, "signals are multiplied by literals only");
+    return {.type = shared(node), .isOpen = types_[node.left].isOpen && types_[node.right].isOpen};
+}
+
+// Of literals alone it is double: an integer that they meet would divide without fractions.
+OperandType TypeRules::floating(const SyntaxNode& node) {
+    const bool isBinary = operandsOf(node.kind) == 2;
+    requireFloating(node, node.left);
+    bool isOpen = types_[node.left].isOpen;
+    SignalType type = types_[node.left].type;
+    if (isBinary) {
+        requireFloating(node, node.right);
+        type = shared(node);
+        isOpen = isOpen && types_[node.right].isOpen;
     }
-    return {.type = shared(node),
-            .isOpen = types_[node.left].isOpen && types_[node.right].isOpen,
-            .isConstant = isLeftConstant && isRightConstant};
+    return {.type = isOpen ? SignalType::of<double>() : type};
+}
+
+OperandType TypeRules::window(const SyntaxNode& node) {
+    requireTimes(node);
+    const OperandType& operand = types_[node.left];
+    if (familyOf(node.op) == OperatorFamily::Window) {
+        return logic(node);
+    }
+    if (node.op == VORM_OP::Duration || node.op == VORM_OP::Count) {
+        requireBool(node, node.left);
+        return {.type = node.op == VORM_OP::Count ? SignalType::of<std::int32_t>()
+                                                  : SignalType::of<double>()};
+    }
+    requireNumber(node, node.left);
+    return familyOf(node.op) == OperatorFamily::NumberWindow
+               ? operand
+               : OperandType{.type = SignalType::of<double>()};
 }
 
 OperandType TypeRules::comparison(const SyntaxNode& node) {
@@ -113,8 +144,7 @@ OperandType TypeRules::comparison(const SyntaxNode& node) {
         }
     }
     shared(node);
-    return {.type = SignalType::of<bool>(),
-            .isConstant = types_[node.left].isConstant && types_[node.right].isConstant};
+    return {.type = SignalType::of<bool>()};
 }
 
 OperandType TypeRules::crossing(const SyntaxNode& node) {
@@ -122,18 +152,15 @@ OperandType TypeRules::crossing(const SyntaxNode& node) {
     requireNumber(node, node.left);
     requireNumber(node, node.right);
     shared(node);
-    return {.type = SignalType::of<bool>(),
-            .isConstant = types_[node.left].isConstant && types_[node.right].isConstant};
+    return {.type = SignalType::of<bool>()};
 }
 
 OperandType TypeRules::logic(const SyntaxNode& node) {
     requireBool(node, node.left);
-    bool isConstant = types_[node.left].isConstant;
     if (operandsOf(node.kind) == 2) {
         requireBool(node, node.right);
-        isConstant = isConstant && types_[node.right].isConstant;
     }
-    return {.type = SignalType::of<bool>(), .isConstant = isConstant};
+    return {.type = SignalType::of<bool>()};
 }
 
 OperandType TypeRules::name(const SyntaxNode& node) {
@@ -143,7 +170,7 @@ OperandType TypeRules::name(const SyntaxNode& node) {
     if (node.kind == SyntaxKind::Name) {
         refuseName(node);
     }
-    return {.isConstant = true, .isMember = true};
+    return {.isMember = true};
 }
 
 }  // namespace vorm::evaluation

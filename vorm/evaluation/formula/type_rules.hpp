@@ -19,6 +19,8 @@ private:
     OperandType cast(const SyntaxNode& node);
     OperandType binary(const SyntaxNode& node);
     OperandType arithmetic(const SyntaxNode& node);
+    OperandType floating(const SyntaxNode& node);
+    OperandType window(const SyntaxNode& node);
     OperandType comparison(const SyntaxNode& node);
     OperandType crossing(const SyntaxNode& node);
     OperandType logic(const SyntaxNode& node);
@@ -29,6 +31,7 @@ private:
     SignalType shared(const SyntaxNode& node);
     void requireValue(std::size_t operand) const;
     void requireNumber(const SyntaxNode& node, std::size_t operand) const;
+    void requireFloating(const SyntaxNode& node, std::size_t operand) const;
     void requireBool(const SyntaxNode& node, std::size_t operand) const;
     void requireTimes(const SyntaxNode& node) const;
 
