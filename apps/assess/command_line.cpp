@@ -42,6 +42,7 @@ public:
     std::variant<Options, ExitCode> parse(int argc, const char* const* argv) {
         try {
             refuseUnknownCommand(argc, argv);
+            refuseLists(argc, argv);
             app_.parse(argc, argv);
             requireOneStandardInput();
             refuseOverwriting(options_);
@@ -90,7 +91,8 @@ private:
         }
         option.type_name(valueText(entry))->required(isPositional(entry));
         if (entry.occurrence != Occurrence::Several) {
-            option.expected(1);
+            // Else a value in square brackets would be taken apart as a list.
+            option.expected(1)->allow_extra_args(false);
         }
         if (entry.occurrence == Occurrence::Repeatable) {
             option.take_all();
@@ -134,6 +136,29 @@ private:
                 "there is no command '" + first + "'",
                 near.empty() ? "it is one of " + vorm::evaluation::listed(commands) : near);
         }
+    }
+
+    // The library takes what stands in square brackets for a list of values wherever there may be
+    // several.
+    static void refuseLists(int argc, const char* const* argv) {
+        for (int i = 1; i < argc; ++i) {
+            const std::string argument = argv[i];
+            if (argument.starts_with("[") && argument.ends_with("]") &&
+                !takesOneValue(argv[i - 1])) {
+                throw CLI::ValidationError("'" + argument + "' would be taken for a list",
+                                           "write ./" + argument);
+            }
+        }
+    }
+
+    static bool takesOneValue(const std::string& option) {
+        const auto& table = optionTable();
+        return std::any_of(table.begin(), table.end(), [&](const OptionEntry& entry) {
+            const auto names = CLI::detail::split(entry.names, ',');
+            return !isPositional(entry) && !valueText(entry).empty() &&
+                   entry.occurrence != Occurrence::Several &&
+                   std::find(names.begin(), names.end(), option) != names.end();
+        });
     }
 
     // An input that the results would take the place of is lost, however good they are.

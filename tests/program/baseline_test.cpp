@@ -42,6 +42,33 @@ TEST_F(BaselineOfRuns, TheSameIsNoChange) {
                     "compared with old.json: nothing is otherwise\n"));
 }
 
+// What was open, or only a warning, or did not fail a run that was not strict, was not as bad.
+TEST_F(BaselineOfRuns, WhatHasBecomeWorseIsNew) {
+    const auto written = [this](const std::string& severity) {
+        write("s.toml",
+              "[[assessment]]\nname = \"p\"\nformula = \"eventually[0, 2](x < 5)\"\n"
+              "severity = \"" +
+                  severity + "\"\n");
+    };
+    const std::string today = "run s.toml r.csv --baseline s.json --fail-on new";
+    write("r.csv", "time,x\n0,9\n2,9\n4,9\n");
+    written("warning");
+    EXPECT_EQ(assess("run s.toml r.csv -f json -o s.json").exitCode, 0);
+    EXPECT_EQ(assess(today).exitCode, 0);
+    written("error");
+    EXPECT_EQ(assess(today).exitCode, 1);
+    EXPECT_TRUE(has(assess(today).out, "new failure  r.csv  p  FAIL, was of the severity warning"));
+    write("r.csv", "time,x\n0,9\n1,9\n");
+    EXPECT_EQ(assess("run s.toml r.csv -f json -o s.json").exitCode, 0);
+    EXPECT_EQ(assess(today).exitCode, 0);
+    EXPECT_EQ(assess(today + " --strict").exitCode, 1) << "did not fail then";
+    EXPECT_EQ(assess("run s.toml r.csv --strict -f json -o s.json").exitCode, 1);
+    EXPECT_EQ(assess(today + " --strict").exitCode, 0);
+    write("r.csv", "time,x\n0,9\n2,9\n4,9\n");
+    EXPECT_EQ(assess(today + " --strict").exitCode, 1) << "was only open";
+    EXPECT_EQ(assess(today).exitCode, 1);
+}
+
 TEST_F(BaselineOfRuns, TellsWhatIsNewFixedChangedAndGone) {
     write("one.csv", "time,x\n0,9\n2,1\n4,1\n6,1\n");
     write("two.csv", "time,x\n0,1\n0.5,9\n2,9\n3,9\n");

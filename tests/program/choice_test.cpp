@@ -40,6 +40,17 @@ TEST_F(Choice, IsByNamesPatternsAndTags) {
     EXPECT_EQ(namesRun("--skip 'tag:*'"), "ends");
 }
 
+// Not taken apart as lists.
+TEST_F(Choice, BracketsArePartOfNamesAndPatterns) {
+    EXPECT_EQ(namesRun("--only 'l[ou]w'"), "low");
+    EXPECT_EQ(namesRun("--skip '[a-k]*' --skip '[l]*r'"), "low l*");
+    write("[c.csv]", "time,x\n0,1\n");
+    const auto refused = assess("run c.toml '[c.csv]'");
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_TRUE(has(refused.err, "'[c.csv]' would be taken for a list")) << refused.err;
+    EXPECT_EQ(assess("run c.toml './[c.csv]'").exitCode, 0);
+}
+
 TEST_F(Choice, OfNothingIsRefused) {
     const auto errorOf = [this](const std::string& arguments) {
         const ProgramResult result = assess("run c.toml c.csv " + arguments);

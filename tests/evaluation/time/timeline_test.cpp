@@ -45,6 +45,20 @@ RC_GTEST_PROP(Timeline, FinerDigitsStayAsFarAsDoublesTellThem, ()) {
     RC_ASSERT(timeline.timeAt(timeline.at(time)) == time);
 }
 
+// Whatever the ticks are, steps are as fine as the length of the recording lets them be.
+RC_GTEST_PROP(Timeline, StepsAreFineForAnyResolution, ()) {
+    const ExactTime tick = *rc::gen::elementOf(
+        std::vector<ExactTime>{nanosecond, 1000 * nanosecond, 1'000'000 * nanosecond, second});
+    const auto length = *rc::gen::elementOf(std::vector<std::string>{"4", "60", "3600", "86400"});
+    const double span = seconds(length).in(tick);
+    const Timeline timeline = Timeline(tick).over(0, span);
+    const double most = std::max(span, seconds("17").in(tick)) * 0x1p-48;
+    RC_ASSERT(timeline.step() <= most);
+    const auto fraction = *rc::gen::inRange<std::int64_t>(0, 4'000'000'000);
+    const ExactTime time = fraction * nanosecond;
+    RC_ASSERT(std::fabs(timeline.at(time) - timeline.bias() - time.in(tick)) <= timeline.step());
+}
+
 TEST(Timeline, WithoutABiasIsTheShortestDecimalOfTheCount) {
     const Timeline timeline(second);
     EXPECT_EQ(timeline.at(seconds("0.1")), 0.1);

@@ -39,6 +39,11 @@ Baseline::Entry entryOf(const JsonValue& assessment) {
     Baseline::Entry entry;
     entry.verdict = assessment.at("verdict").get<std::string>();
     entry.passesThroughout = assessment.value("passed_strictly", entry.verdict == "PASS");
+    const auto severity = std::find(severityNames.begin(), severityNames.end(),
+                                    assessment.value("severity", std::string("error")));
+    entry.severity = severity == severityNames.end()
+                         ? Severity::Error
+                         : static_cast<Severity>(severity - severityNames.begin());
     for (const JsonValue& failure : assessment.at("failures")) {
         entry.failures.emplace_back(failure.at("start").get<double>(),
                                     failure.at("end").get<double>());
@@ -119,6 +124,17 @@ private:
                (run_.strict ? !entry.passesThroughout : entry.verdict == "FAIL");
     }
 
+    // Whether what fails now was known to: what was only open, did not fail the run then or was
+    // less severe is new.
+    bool wasKnown(const AssessmentOutcome& now, const Baseline::Entry& before) const {
+        const bool fails = now.verdict == assessments::resultEnum_t::FAIL;
+        const bool asBad =
+            fails ? before.verdict == "FAIL"
+                  : before.verdict == "FAIL" ||
+                        (baseline_.strict && !before.passesThroughout && before.verdict != "ERROR");
+        return asBad && before.severity <= now.severity;
+    }
+
     // Assessments of a recording that was not there are not told one by one.
     void addAssessment(const std::string& recording, const AssessmentOutcome& now,
                        const Baseline::Entry* before, bool tellsAdded) {
@@ -134,14 +150,18 @@ private:
             return;
         }
         const std::string change = verdict + ", was " + before->verdict;
-        if (fails != failed(*before)) {
-            const bool isFixed = !fails && now.verdict == assessments::resultEnum_t::PASS;
-            add(fails     ? ChangeKind::NewFailure
-                : isFixed ? ChangeKind::Fixed
-                          : ChangeKind::Changed,
-                recording, now.name,
-                verdict == before->verdict ? verdict + ", open otherwise" : change,
-                now.failsRun(run_.strict));
+        if (fails && !wasKnown(now, *before)) {
+            const std::string what =
+                before->severity > now.severity
+                    ? ", was of the severity " + std::string(nameOf(before->severity))
+                : baseline_.strict ? ", open otherwise"
+                                   : ", did not fail the run";
+            add(ChangeKind::NewFailure, recording, now.name,
+                verdict == before->verdict ? verdict + what : change, now.failsRun(run_.strict));
+        } else if (!fails && failed(*before)) {
+            const bool isFixed = now.verdict == assessments::resultEnum_t::PASS;
+            add(isFixed ? ChangeKind::Fixed : ChangeKind::Changed, recording, now.name,
+                verdict == before->verdict ? verdict + ", open otherwise" : change);
         } else if (verdict != before->verdict) {
             add(ChangeKind::Changed, recording, now.name, change);
         } else if (const auto intervals = intervalsOf(now); intervals != before->failures &&
@@ -220,8 +240,9 @@ Colour colourOf(const BaselineChange& change) {
 
 Baseline readBaseline(const std::string& path) {
     const JsonValue report = parsed(path);
-    Baseline baseline{path, {}};
+    Baseline baseline{path, false, {}};
     try {
+        baseline.strict = report.value("strict", false);
         for (const JsonValue& recording : report.at("recordings")) {
             Baseline::Recording& known =
                 baseline.recordings[recording.at("recording").get<std::string>()];

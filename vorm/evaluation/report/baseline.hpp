@@ -19,6 +19,7 @@ struct Baseline {
     struct Entry {
         std::string verdict;
         bool passesThroughout = false;
+        Severity severity = Severity::Error;
         std::vector<std::pair<double, double>> failures;  ///< start and end, in seconds
     };
 
@@ -28,6 +29,7 @@ struct Baseline {
     };
 
     std::string path;
+    bool strict = false;  ///< whether what is open has failed its run
     std::map<std::string, Recording> recordings;
 };
 
@@ -38,7 +40,8 @@ Baseline readBaseline(const std::string& path);
 /// What is otherwise than in a baseline.
 struct BaselineChange {
     enum class Kind {
-        NewFailure,  ///< fails now, and did not or was not there
+        NewFailure,  ///< fails now, and did not, was only open, was of less severity, or was not
+                     ///< there
         Fixed,       ///< failed, and passes now
         Changed,     ///< of another verdict, or fails at other times
         Added,       ///< was not there

@@ -35,7 +35,11 @@ Timeline Timeline::over(double first, double last, double reach) const {
     // Room for windows and shifts on both sides: as long as the recording and half of it again, or,
     // where that would take exactness from whole ticks, half as long.
     const double span = std::max(last - first, 1.0);
-    constexpr int leastExponent = 34;
+    // Room for some seconds is there for the asking; of coarse ticks these are few, and their steps
+    // would be coarse, too.
+    constexpr int exponentOfSomeSeconds = 34;
+    const int leastExponent = std::min(
+        exponentOfSomeSeconds, std::ilogb(std::ldexp(ticksIn(nanosecond), exponentOfSomeSeconds)));
     constexpr int roomyExponent = 48;
     const int tight = std::ilogb(span) + 2;
     const int roomy = std::max({leastExponent, tight + 1, std::ilogb(span + 2 * reach) + 1});
@@ -64,12 +68,19 @@ double Timeline::counted(ExactTime time) const {
 void Timeline::failForSpan(double step) const {
     const auto coarser = std::find_if(timeUnits.begin(), timeUnits.end(),
                                       [&](const TimeUnit& unit) { return unit.length > tick_; });
+    const std::string advice = tick_ > nanosecond || coarser->length > second
+                                   ? "its times are finer than the resolution: leave it out, or "
+                                     "assess the recording in parts"
+                                   : "count in a coarser unit, in which finer digits are rounded: "
+                                     "[recording] resolution = "
+                                     "\"" +
+                                         std::string(coarser->name) + "\"; or assess it in parts";
+    const auto length = ExactTime::of(shortestNumber(step), tick_);
     failAt({},
            "the recording is too long for its times: doubles tell times apart by " +
-               timeWithUnit(lengthOf(step)) + " over its length, and some of its times are finer",
-           "count in a coarser unit, in which finer digits are rounded: [recording] resolution = "
-           "\"" +
-               std::string(coarser->name) + "\"; or assess it in parts");
+               (length ? timeWithUnit(*length) : shortestNumber(step) + " ticks") +
+               " over its length, and some of its times are finer",
+           advice);
 }
 
 ExactTime Timeline::timeAt(double counted) const {
