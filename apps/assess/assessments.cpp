@@ -2,15 +2,29 @@
 
 namespace assess {
 
-vorm::evaluation::AssessmentFile assessmentsOf(const Options& options) {
+namespace {
+
+// What is wrong with a setting is wrong usage.
+template <class Read>
+auto read(const Options& options, Read reading) {
     try {
-        return vorm::evaluation::readAssessmentFile(options.assessments, options.parameters);
+        return reading(options.assessments, options.parameters);
     } catch (const vorm::evaluation::InputError& error) {
         if (error.problem().where.file == parameterOption) {
             throw WrongUsage(error.what());
         }
         throw;
     }
+}
+
+}  // namespace
+
+vorm::evaluation::AssessmentFile assessmentsOf(const Options& options) {
+    return read(options, vorm::evaluation::readAssessmentFile);
+}
+
+vorm::evaluation::PartlyReadFile partlyReadAssessmentsOf(const Options& options) {
+    return read(options, vorm::evaluation::readPartly);
 }
 
 }  // namespace assess

@@ -31,6 +31,9 @@ ExitCode showAssessment(const Options& options);
 /// file does not have them so, and InputError as readAssessmentFile does.
 vorm::evaluation::AssessmentFile assessmentsOf(const Options& options);
 
+/// The same as far as it can be read, with all that is wrong in it.
+vorm::evaluation::PartlyReadFile partlyReadAssessmentsOf(const Options& options);
+
 /// The recordings that the command line names: each path one, or all of them together. Paths in the
 /// order of their characters, as a shell's pattern gives them, come in natural order; others as
 /// they are given.

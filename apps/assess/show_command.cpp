@@ -33,8 +33,7 @@ ExitCode codeOf(const AssessmentOutcome& outcome) {
     if (outcome.error) {
         return ExitCode::UnusableInput;
     }
-    return outcome.verdict == vorm::assessments::resultEnum_t::FAIL ? ExitCode::SomethingFailed
-                                                                    : ExitCode::NothingFailed;
+    return outcome.failsRun(false) ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
 }
 
 // Collects what is to be written in the format asked for.

@@ -69,8 +69,8 @@ formula = "a == 'P'"
     EXPECT_EQ(file.layout.signals[1].where.line, 18);
     EXPECT_EQ(file.layout.signals[2].type->enumeration->name, "c");
     EXPECT_EQ(file.assessments[0].name, "second");
-    EXPECT_EQ(file.assessments[0].from->timeIn(Recording()).text(), "120");
-    EXPECT_EQ(file.assessments[0].to->timeIn(Recording()).text(), "200.00000000000000001");
+    EXPECT_EQ(file.assessments[0].from->firstTimeIn(Recording()).text(), "120");
+    EXPECT_EQ(file.assessments[0].to->lastTimeIn(Recording()).text(), "200.00000000000000001");
     EXPECT_FALSE(file.find("first").from);
 }
 

@@ -46,6 +46,62 @@ TEST(Check, TellsUnusedDefinitionsWhereTheAssessmentsFit) {
     EXPECT_EQ(messagesOf(check(file, test::read("t,x,z\n0,,\n"))), Messages{});
 }
 
+// One fault for each key, definition and assessment, and none that only follows from another.
+TEST(Check, TellsAllThatIsWrongInAFile) {
+    const PartlyReadFile read = parsePartly(
+        "title = 5\n"
+        "[recording]\nheadr = 1\n"
+        "[signals]\n"
+        "p = { type = \"bool\", interpolation = \"linear\" }\n"
+        "q = { typ = \"double\" }\n"
+        "[parameters]\nlimit = []\n"
+        "[definitions]\nbroken = \"x >\"\nuses = \"broken & p\"\n"
+        "[[assessment]]\nname = \"a\"\nformula = \"uses & 5\"\n"
+        "[[assessment]]\nname = \"a\"\nformula = \"x > $limit\"\nseverity = \"bad\"\n"
+        "[[assessment]]\nname = \"b\"\nformula = \"x &\"\ntags = 5\nfrm = 1\n"
+        "[[assessment]]\nname = \"c\"\nformula = \"x & 5\"\n",
+        "a.toml");
+    EXPECT_EQ(
+        messagesOf(read.errors),
+        (Messages{"1: 'title' has to be a text in quotes", "3: unknown key 'headr' in [recording]",
+                  "5: the signal 'p' is of type bool, which has no linear interpolation",
+                  "6: unknown key 'typ' in the signal 'q'",
+                  "8: the parameter 'limit' has to be a number, true or false, or a text",
+                  "10: expected an operand, found the end of the formula",
+                  "16: there are two assessments 'a'", "18: 'bad' is no severity",
+                  "22: 'tags' has to be a text in quotes",
+                  "21: expected an operand, found the end of the formula",
+                  "23: unknown key 'frm' in [[assessment]]"}));
+    EXPECT_EQ(messagesOf(check(checkablePart(read))),
+              Messages{"26: `5` is a number, but '&' needs bool"});
+    EXPECT_THROW(parseAssessmentFile("title = 5\n", "a.toml"), InputError);
+}
+
+TEST(Check, KnowsInterpolation) {
+    const auto fileOf = [](const std::string& signals) {
+        return parseAssessmentFile(
+            signals +
+                "[[assessment]]\nname = \"slope\"\nformula = \"slope(x) > 1\"\n"
+                "[[assessment]]\nname = \"product\"\nformula = \"x * x > 1\"\n"
+                "[[assessment]]\nname = \"other\"\nformula = \"slope(y) > 1\"\n",
+            "a.toml");
+    };
+    const std::string held =
+        "cannot be evaluated: The evaluation met an error: 'Slope is not valid "
+        "for ZOH TimedTrace.'.";
+    const AssessmentFile undeclared = fileOf("");
+    EXPECT_EQ(messagesOf(check(undeclared)), Messages{});
+    EXPECT_EQ(messagesOf(check(undeclared, test::read("t,x,y\n0,1,1\n1,2,2\n"))),
+              (Messages{"3: " + held, "9: " + held}));
+    EXPECT_EQ(messagesOf(check(fileOf("[signals]\nx = { type = \"double\" }\n"))),
+              Messages{"5: " + held});
+    EXPECT_EQ(messagesOf(check(fileOf(
+                  "[recording]\ninterpolation = \"linear\"\n"
+                  "[signals]\nx = { type = \"double\" }\ny = { interpolation = \"linear\" }\n"))),
+              Messages{"11: cannot be evaluated: The evaluation met an error: 'The product of two "
+                       "lines is no line.'."});
+}
+
 TEST(Check, ARecordingThatCannotBeReadIsOneError) {
     const AssessmentFile file =
         parseAssessmentFile("[[assessment]]\nname = \"a\"\nformula = \"x > 1\"\n", "a.toml");

@@ -51,6 +51,14 @@ TEST(WallClock, ReadsDates) {
         "clocks in Europe/Berlin show 2026-10-25 02:30:00 twice");
 }
 
+TEST(WallClock, ADayEndsWithItsLastNanosecond) {
+    const WallClock clock(instant("2026-10-25 00:00:00"), TimeZone::called("Europe/Berlin"));
+    EXPECT_EQ(clock.lastTimeOf("2026-10-25"), 23 * 3600 * second - nanosecond) << "of 25 hours";
+    EXPECT_EQ(clock.lastTimeOf("2026-10-25 01:00"), -3600 * second);
+    EXPECT_EQ(WallClock(instant("2026-12-31")).lastTimeOf("2026-12-31"), oneDay - nanosecond);
+    EXPECT_EQ(clock.lastTimeOf("3600"), std::nullopt);
+}
+
 RC_GTEST_PROP(WallClock, ReadsWhatItShows, (std::int64_t seconds, std::int64_t fraction)) {
     const bool isLocal = *rc::gen::arbitrary<bool>();
     const ExactTime zero = *rc::gen::inRange<int>(0, 2'000'000'000) * second;

@@ -6,6 +6,8 @@
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
+#include <boost/mp11/algorithm.hpp>
+
 #include <algorithm>
 #include <memory>
 #include <set>
@@ -19,39 +21,59 @@ using detail::TomlTable;
 
 class FileReader {
 public:
-    FileReader(const TomlDocument& document, const std::vector<ParameterSetting>& settings)
-        : document_(document), settings_(settings) {
+    /// Without a list of errors the first one is thrown.
+    FileReader(const TomlDocument& document, const std::vector<ParameterSetting>& settings,
+               PartlyReadFile& result, bool goesOn)
+        : document_(document), settings_(settings), result_(result), goesOn_(goesOn) {
         file_.name = document.name;
     }
 
-    AssessmentFile read() {
+    void read() {
         TomlTable root(document_, document_.root, "the file");
-        file_.title = root.text("title").value_or("");
-        if (auto table = root.table("recording", "[recording]")) {
-            detail::readLayout(*table, file_.layout);
-        }
-        if (auto table = root.table("enumerations", "[enumerations]")) {
-            table->forEach([this](const std::string& name, const toml::node& node) {
-                readEnumeration(name, node);
-            });
-        }
-        if (auto table = root.table("signals", "[signals]")) {
-            table->forEach([this](const std::string& name, const toml::node& node) {
-                readSignal(name, node);
-            });
-        }
-        readParameters(root);
-        if (auto table = root.table("definitions", "[definitions]")) {
-            table->forEach([this](const std::string& name, const toml::node& node) {
-                readDefinition(name, node);
-            });
-        }
-        readAssessments(root.node("assessment"));
-        root.refuseOthers();
-        return std::move(file_);
+        attempt([&] { file_.title = root.text("title").value_or(""); });
+        attempt([&] {
+            if (auto table = root.table("recording", "[recording]")) {
+                detail::readLayout(*table, file_.layout);
+            }
+        });
+        readEach(root, "enumerations", &FileReader::readEnumeration);
+        readEach(root, "signals", &FileReader::readSignal);
+        hasParameters_ = attempt([&] { readParameters(root); });
+        detail::setParameters(file_.parameters, settings_, document_.name);
+        parameters_ = std::make_shared<const FormulaParameters>(file_.parameters);
+        readEach(root, "definitions", &FileReader::readDefinition);
+        attempt([&] { readAssessments(root.node("assessment")); });
+        attempt([&] { root.refuseOthers(); });
     }
 
 private:
+    // Whether it can be read.
+    template <class Read>
+    bool attempt(Read read) {
+        if (!goesOn_) {
+            read();
+            return true;
+        }
+        try {
+            read();
+            return true;
+        } catch (const InputError& error) {
+            result_.errors.push_back(error);
+            return false;
+        }
+    }
+
+    void readEach(TomlTable& root, const char* key,
+                  void (FileReader::*readOne)(const std::string&, const toml::node&)) {
+        attempt([&] {
+            if (auto table = root.table(key, "[" + std::string(key) + "]")) {
+                table->forEach([&](const std::string& name, const toml::node& node) {
+                    attempt([&] { (this->*readOne)(name, node); });
+                });
+            }
+        });
+    }
+
     void readEnumeration(const std::string& name, const toml::node& node) {
         const toml::array* list = node.as_array();
         auto enumeration = std::make_shared<Enumeration>();
@@ -85,6 +107,7 @@ private:
             signal.file = table.text("file").value_or("");
             signal.type = typeOf(table, name);
             signal.interpolation = detail::interpolation(table);
+            requireLines(table, signal);
             signal.unit = table.text("unit").value_or("");
             signal.maxGap = detail::maxGap(table);
             signal.equalTimes = detail::equalTimes(table);
@@ -94,6 +117,25 @@ private:
                            name + R"( = { column = "...", interpolation = "linear" })");
         }
         file_.layout.signals.push_back(std::move(signal));
+    }
+
+    void requireLines(TomlTable& table, const SignalLayout& signal) const {
+        const bool isLinear = signal.interpolation == assessments::INTERPOLATION_METHOD::LINEAR;
+        if (isLinear && signal.type && signal.type->isKnown() && !hasLines(*signal.type)) {
+            document_.fail(*table.node("interpolation"),
+                           "the signal '" + signal.name + "' is of type " + typeText(*signal.type) +
+                               ", which has no linear interpolation",
+                           "leave it out, or declare type = \"double\" for numbers");
+        }
+    }
+
+    static bool hasLines(const SignalType& type) {
+        return !type.isEnumerated() &&
+               boost::mp11::mp_with_index<boost::mp11::mp_size<assessments::ValueTypes>::value>(
+                   *type.valueType, [](auto index) -> bool {
+                       return assessments::IsFloatingPoint<
+                           boost::mp11::mp_at_c<assessments::ValueTypes, index>>::value;
+                   });
     }
 
     std::optional<SignalType> typeOf(TomlTable& table, const std::string& signal) const {
@@ -123,8 +165,6 @@ private:
         if (auto table = root.table("parameters", "[parameters]")) {
             file_.parameters = detail::readParameters(document_, *table);
         }
-        detail::setParameters(file_.parameters, settings_, document_.name);
-        parameters_ = std::make_shared<const FormulaParameters>(file_.parameters);
     }
 
     SourcedFormula formula(const toml::value<std::string>& text) const {
@@ -134,6 +174,11 @@ private:
         } catch (const FormulaError& error) {
             throw placed(error, source);
         }
+    }
+
+    // Whether a formula can be read, or its parameters are what keeps it from that.
+    bool hasItsParameters(const toml::value<std::string>& text) const {
+        return hasParameters_ || text.get().find('$') == std::string::npos;
     }
 
     void readDefinition(const std::string& name, const toml::node& node) {
@@ -146,7 +191,11 @@ private:
             document_.fail(node, "the definition has no name",
                            "name it, so that formulas can use it");
         }
-        file_.definitions.emplace(name, formula(*text));
+        result_.unreadDefinitions.insert(name);
+        if (hasItsParameters(*text)) {
+            file_.definitions.emplace(name, formula(*text));
+            result_.unreadDefinitions.erase(name);
+        }
     }
 
     void readAssessments(const toml::node* node) {
@@ -163,7 +212,7 @@ private:
             throw InputError(std::move(problem));
         }
         for (const toml::node& element : *list) {
-            readAssessment(*element.as_table());
+            attempt([&] { readAssessment(*element.as_table()); });
         }
     }
 
@@ -186,33 +235,64 @@ private:
 
     void readAssessment(const toml::table& keys) {
         TomlTable table(document_, keys, "[[assessment]]");
-        const auto& name = table.requiredText("name");
-        for (const Assessment& other : file_.assessments) {
-            if (other.name == name.get()) {
-                document_.fail(name, "there are two assessments '" + other.name + "'",
-                               "give one of them another name");
+        std::string name;
+        std::string description;
+        Severity severity = Severity::Error;
+        std::vector<std::string> tags;
+        std::optional<SourcedFormula> requirement;
+        std::optional<RangeLimit> from;
+        std::optional<RangeLimit> to;
+        const bool isNamed = attempt([&] { name = newName(table); });
+        attempt([&] { description = table.text("description").value_or(""); });
+        attempt([&] { severity = severityOf(table); });
+        attempt([&] { tags = tagsOf(table); });
+        attempt([&] { requirement = requirementOf(table); });
+        attempt([&] { from = table.rangeLimit("from"); });
+        attempt([&] { to = table.rangeLimit("to"); });
+        attempt([&] {
+            if (from && to && to->isSurelyBefore(*from)) {
+                document_.fail(*table.node("to"), "'to' is before 'from'");
             }
+        });
+        attempt([&] { table.refuseOthers(); });
+        if (isNamed && requirement) {
+            file_.assessments.push_back(
+                {name, description, severity, tags, *requirement, from, to});
         }
-        Assessment assessment{name.get(),
-                              table.text("description").value_or(""),
-                              severityOf(table),
-                              tagsOf(table),
-                              formula(table.requiredText("formula")),
-                              table.rangeLimit("from"),
-                              table.rangeLimit("to")};
-        if (assessment.from && assessment.to && assessment.to->isSurelyBefore(*assessment.from)) {
-            document_.fail(*table.node("to"), "'to' is before 'from'");
+    }
+
+    const std::string& newName(TomlTable& table) {
+        const auto& name = table.requiredText("name");
+        if (!names_.insert(name.get()).second) {
+            document_.fail(name, "there are two assessments '" + name.get() + "'",
+                           "give one of them another name");
         }
-        table.refuseOthers();
-        file_.assessments.push_back(std::move(assessment));
+        if (name.get().empty()) {
+            document_.fail(name, "the assessment has no name", "name it for the reports");
+        }
+        return name.get();
+    }
+
+    // None where only its parameters are wrong.
+    std::optional<SourcedFormula> requirementOf(TomlTable& table) const {
+        const auto& text = table.requiredText("formula");
+        return hasItsParameters(text) ? std::optional(formula(text)) : std::nullopt;
     }
 
     const TomlDocument& document_;
     const std::vector<ParameterSetting>& settings_;
-    AssessmentFile file_;
+    PartlyReadFile& result_;
+    bool goesOn_;
+    AssessmentFile& file_ = result_.file;
+    bool hasParameters_ = true;
+    std::set<std::string> names_;
     std::shared_ptr<const FormulaParameters> parameters_;
     std::map<std::string, std::shared_ptr<const Enumeration>> enumerations_;
 };
+
+std::string nameOfFile(const std::string& path) {
+    return path == "-" ? "standard input" : path;
+}
 
 }  // namespace
 
@@ -237,12 +317,26 @@ const Assessment& AssessmentFile::find(std::string_view assessment) const {
 AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name,
                                    const std::vector<ParameterSetting>& settings) {
     const TomlDocument document(text, name);
-    return FileReader(document, settings).read();
+    PartlyReadFile result;
+    FileReader(document, settings, result, false).read();
+    return std::move(result.file);
+}
+
+PartlyReadFile parsePartly(std::string_view text, const std::string& name,
+                           const std::vector<ParameterSetting>& settings) {
+    const TomlDocument document(text, name);
+    PartlyReadFile result;
+    FileReader(document, settings, result, true).read();
+    return result;
 }
 
 AssessmentFile readAssessmentFile(const std::string& path,
                                   const std::vector<ParameterSetting>& settings) {
-    return parseAssessmentFile(readFile(path), path == "-" ? "standard input" : path, settings);
+    return parseAssessmentFile(readFile(path), nameOfFile(path), settings);
+}
+
+PartlyReadFile readPartly(const std::string& path, const std::vector<ParameterSetting>& settings) {
+    return parsePartly(readFile(path), nameOfFile(path), settings);
 }
 
 }  // namespace vorm::evaluation

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,5 +63,23 @@ AssessmentFile readAssessmentFile(const std::string& path,
 /// The same for a text in memory; `name` stands for it in messages.
 AssessmentFile parseAssessmentFile(std::string_view text, const std::string& name,
                                    const std::vector<ParameterSetting>& settings = {});
+
+/// What of an assessment file can be read, and what is wrong with the rest.
+struct PartlyReadFile {
+    AssessmentFile file;
+    std::vector<InputError> errors;           ///< in the order in which the file is read
+    std::set<std::string> unreadDefinitions;  ///< their names
+};
+
+/// Reads an assessment file to its end, whatever is wrong in it: of each key, definition and
+/// assessment the first fault is told, but nothing that only follows from another one. Throws
+/// InputError for what cannot be read at all, is no TOML, or for a setting, as readAssessmentFile
+/// does.
+PartlyReadFile readPartly(const std::string& path,
+                          const std::vector<ParameterSetting>& settings = {});
+
+/// The same for a text in memory.
+PartlyReadFile parsePartly(std::string_view text, const std::string& name,
+                           const std::vector<ParameterSetting>& settings = {});
 
 }  // namespace vorm::evaluation

@@ -1,13 +1,80 @@
 #include "check.hpp"
 
+#include <vorm/evaluation/assessment/assess.hpp>
 #include <vorm/evaluation/assessment/assessment_choice.hpp>
+#include <vorm/evaluation/assessment/declared_recording.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
+
+#include <algorithm>
+#include <set>
+#include <utility>
 
 namespace vorm::evaluation {
 namespace {
 
 constexpr std::size_t rowsThatTellTypes = 1000;
+
+bool isBefore(const InputError& one, const InputError& other) {
+    const auto place = [](const InputError& error) {
+        return std::pair(error.problem().where.line, error.problem().where.column);
+    };
+    return place(one) < place(other);
+}
+
+// The errors of what cannot be evaluated.
+std::vector<InputError> evaluationErrors(const AssessmentFile& file, const Recording& recording) {
+    std::vector<InputError> errors;
+    if (file.assessments.empty()) {
+        return errors;
+    }
+    for (const AssessmentOutcome& outcome : assess(file, recording).assessments) {
+        if (outcome.error) {
+            errors.push_back(*outcome.error);
+        }
+    }
+    return errors;
+}
+
+// Wherever it may be assessed, and only where all its signals are declared.
+AssessmentFile declaredPart(AssessmentFile file, const Recording& declared) {
+    const FormulaNames names = namesWithoutData(file);
+    std::erase_if(file.assessments, [&](const Assessment& assessment) {
+        const std::set<std::string> signals = typedFormula(file, assessment, names).signals;
+        return std::any_of(signals.begin(), signals.end(), [&](const std::string& signal) {
+            return declared.find(signal) == nullptr;
+        });
+    });
+    for (Assessment& assessment : file.assessments) {
+        assessment.from.reset();
+        assessment.to.reset();
+    }
+    return file;
+}
+
+// All that a formula uses, through the definitions that can be read.
+bool usesOneOf(const std::set<std::string>& unread, const AssessmentFile& file,
+               const ParsedFormula& formula) {
+    std::set<std::string> seen;
+    std::vector<std::string> pending;
+    const auto look = [&](const ParsedFormula& part) {
+        for (const std::string& name : part.names()) {
+            if (seen.insert(name).second) {
+                pending.push_back(name);
+            }
+        }
+    };
+    look(formula);
+    while (!pending.empty()) {
+        const auto definition = file.definitions.find(pending.back());
+        pending.pop_back();
+        if (definition != file.definitions.end()) {
+            look(definition->second.formula);
+        }
+    }
+    return std::any_of(unread.begin(), unread.end(),
+                       [&](const std::string& name) { return seen.contains(name); });
+}
 
 template <class Check>
 void addError(std::vector<InputError>& errors, Check check) {
@@ -18,11 +85,22 @@ void addError(std::vector<InputError>& errors, Check check) {
     }
 }
 
-std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames& names) {
+// An error for each assessment that does not fit, and what `tried` gives for those that do.
+template <class Try>
+std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames& names,
+                                  Try tried) {
     std::vector<InputError> errors;
+    AssessmentFile fitting = file;
+    fitting.assessments.clear();
     for (const Assessment& assessment : file.assessments) {
-        addError(errors, [&] { typedFormula(file, assessment, names); });
+        addError(errors, [&] {
+            typedFormula(file, assessment, names);
+            fitting.assessments.push_back(assessment);
+        });
     }
+    const std::vector<InputError> others = tried(std::move(fitting));
+    errors.insert(errors.end(), others.begin(), others.end());
+    std::stable_sort(errors.begin(), errors.end(), isBefore);
     if (errors.empty()) {
         for (const auto& [name, definition] : file.definitions) {
             addError(errors, [&, &name = name] { checkDefinition(file, name, names); });
@@ -46,17 +124,33 @@ Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
 }  // namespace
 
 std::vector<InputError> check(const AssessmentFile& file) {
-    return checkWith(file, namesWithoutData(file));
+    return checkWith(file, namesWithoutData(file), [](AssessmentFile fitting) {
+        const Recording declared = declaredRecording(fitting.layout);
+        return evaluationErrors(declaredPart(std::move(fitting), declared), declared);
+    });
 }
 
 std::vector<InputError> check(const AssessmentFile& file, const Recording& recording) {
-    return checkWith(file, namesIn(file, recording));
+    return checkWith(file, namesIn(file, recording), [&](const AssessmentFile& fitting) {
+        return evaluationErrors(fitting, recording);
+    });
 }
 
 std::vector<InputError> check(const AssessmentFile& file, const RecordingSource& source) {
     std::vector<InputError> errors;
     addError(errors, [&] { errors = check(file, headerOf(file, source)); });
     return errors;
+}
+
+AssessmentFile checkablePart(const PartlyReadFile& read) {
+    AssessmentFile file = read.file;
+    std::erase_if(file.assessments, [&](const Assessment& assessment) {
+        return usesOneOf(read.unreadDefinitions, file, assessment.requirement.formula);
+    });
+    std::erase_if(file.definitions, [&](const auto& definition) {
+        return usesOneOf(read.unreadDefinitions, read.file, definition.second.formula);
+    });
+    return file;
 }
 
 }  // namespace vorm::evaluation

@@ -8,7 +8,20 @@ bool RangeLimit::isSurelyBefore(const RangeLimit& other) const {
     return time != nullptr && otherTime != nullptr && *time < *otherTime;
 }
 
-ExactTime RangeLimit::timeIn(const Recording& recording) const {
+ExactTime RangeLimit::firstTimeIn(const Recording& recording) const {
+    return timeIn(recording, [](const WallClock& clock, const std::string& date) {
+        return clock.timeOf(date).value();
+    });
+}
+
+ExactTime RangeLimit::lastTimeIn(const Recording& recording) const {
+    return timeIn(recording, [](const WallClock& clock, const std::string& date) {
+        return clock.lastTimeOf(date).value();
+    });
+}
+
+template <class OfDate>
+ExactTime RangeLimit::timeIn(const Recording& recording, OfDate ofDate) const {
     if (const auto* time = std::get_if<ExactTime>(&limit_)) {
         return *time;
     }
@@ -18,7 +31,7 @@ ExactTime RangeLimit::timeIn(const Recording& recording) const {
                     "write a number of seconds, as its times count them");
     }
     try {
-        return recording.clock->timeOf(date).value();
+        return ofDate(*recording.clock, date);
     } catch (const InputError& problem) {
         throw error(problem.problem().message, problem.problem().advice);
     }

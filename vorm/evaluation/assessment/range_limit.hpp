@@ -23,14 +23,21 @@ public:
     /// Whether it is before the other one whatever the recording; of dates nobody knows.
     bool isSurelyBefore(const RangeLimit& other) const;
 
-    /// The time in a recording. Throws InputError, placed in the file, for a date where the
-    /// recording has none, and for one that its clocks show twice or never.
-    ExactTime timeIn(const Recording& recording) const;
+    /// The time in a recording at which a range begins. Throws InputError, placed in the file, for
+    /// a date where the recording has none, and for one that its clocks show twice or never.
+    ExactTime firstTimeIn(const Recording& recording) const;
+
+    /// The time at which a range ends: of a date without a time of day the end of that day. Throws
+    /// as firstTimeIn does.
+    ExactTime lastTimeIn(const Recording& recording) const;
 
     /// That something is wrong with it, placed in the file.
     InputError error(std::string message, std::string advice = {}) const;
 
 private:
+    template <class OfDate>
+    ExactTime timeIn(const Recording& recording, OfDate ofDate) const;
+
     std::variant<ExactTime, std::string> limit_;
     InputProblem place_;
 };

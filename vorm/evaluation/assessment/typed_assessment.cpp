@@ -42,10 +42,10 @@ Formula placingErrors(const AssessmentFile& file, const FormulaSource& source, B
 void placeRange(const Assessment& assessment, TypedAssessment& typed) {
     const Recording& recording = *typed.recording;
     if (assessment.from) {
-        typed.from = assessment.from->timeIn(recording);
+        typed.from = assessment.from->firstTimeIn(recording);
     }
     if (assessment.to) {
-        typed.to = assessment.to->timeIn(recording);
+        typed.to = assessment.to->lastTimeIn(recording);
     }
     if (typed.from && typed.to && *typed.to < *typed.from) {
         throw assessment.to->error("'to' is before 'from'");

@@ -2,6 +2,7 @@
 
 #include <vorm/assessments/trace/time_step.hpp>
 #include <vorm/evaluation/report/interval_lines.hpp>
+#include <vorm/evaluation/report/outcome_mark.hpp>
 #include <vorm/evaluation/report/text_table.hpp>
 #include <vorm/evaluation/report/time_writer.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
@@ -171,7 +172,7 @@ public:
 
     std::string write() {
         const AssessmentOutcome& outcome = explanation_.outcome;
-        writeLines(verdictText(outcome) + "  " + outcome.name, 0);
+        writeLines(std::string(styleOf(markOf(outcome, false)).verdict) + "  " + outcome.name, 0);
         writeLines(outcome.description, 2);
         for (const std::string& text :
              {errorText(outcome.error), outcome.reason, neverTriggeredText(outcome)}) {

@@ -56,4 +56,14 @@ std::optional<ExactTime> WallClock::timeOf(std::string_view date) const {
     return (local->hasOffset || !zone_ ? local->time : zone_->utcOf(local->time)) - zero_;
 }
 
+std::optional<ExactTime> WallClock::lastTimeOf(std::string_view date) const {
+    const std::optional<ExactTime> first = timeOf(date);
+    constexpr std::size_t lengthOfDay = std::string_view("2026-11-22").size();
+    if (!first || date.size() != lengthOfDay) {
+        return first;
+    }
+    const auto local = read(date, TimeNotation::Iso)->time + oneDay;
+    return (zone_ ? zone_->utcOf(local) : local) - zero_ - nanosecond;
+}
+
 }  // namespace vorm::evaluation

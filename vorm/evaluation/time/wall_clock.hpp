@@ -28,6 +28,10 @@ public:
     /// which names no place, for what clocks of the zone show twice or never.
     std::optional<ExactTime> timeOf(std::string_view date) const;
 
+    /// The last time that a date means, as the end of a range: that of the day, to the nanosecond,
+    /// where it has no time of day, and else timeOf.
+    std::optional<ExactTime> lastTimeOf(std::string_view date) const;
+
     /// `Europe/Berlin`; `UTC` without a zone.
     std::string zoneName() const { return zone_ ? zone_->name() : "UTC"; }
 
