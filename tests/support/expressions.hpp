@@ -240,7 +240,7 @@ Expression tower(std::size_t levels, Wrap wrap) {
 }
 
 inline constexpr std::size_t logicKindsWithoutWindows = 5;
-inline constexpr std::size_t logicKinds = 14;
+inline constexpr std::size_t logicKinds = 15;
 
 /// The end of a window, or none, or the end of what was recorded.
 inline double orNoEnd(double b) {
@@ -285,6 +285,8 @@ Expression logicOf(std::size_t kind, double a, double b, const Deeper& deeper) {
             return factory.Since(deeper(), a, orNoEnd(b), deeper());
         case 12:
             return factory.Globally(a, orNoEnd(b), deeper());
+        case 13:
+            return binary_op(VORM_OP::Implies, deeper(), deeper(), "->");
         default:
             return factory.Eventually(a, orNoEnd(b), deeper());
     }

@@ -103,6 +103,9 @@ private:
         return signal(static_cast<std::uint8_t>(1 + anyIndex(conditionCount)), "c");
     }
     Expression edge(const Expression& p) {
+        if (anyIndex(2) == 0) {
+            return unary_op(anyOf<VORM_OP>({VORM_OP::Rises, VORM_OP::Falls}), p, "edge");
+        }
         const double direction = anyOf<double>({1, 1, -1});
         return anyIndex(2) == 0
                    ? factory_.EpsilonShift(direction, p)

@@ -117,7 +117,10 @@ private:
             case 1:
                 return p;
             case 2:
-                return factory_.EpsilonShift(1, p);
+                return anyIndex(2) == 0
+                           ? factory_.EpsilonShift(1, p)
+                           : Expression(unary_op(anyOf<VORM_OP>({VORM_OP::Rises, VORM_OP::Falls}),
+                                                 p, "edge"));
             default:
                 return factory_.And(p, factory_.EpsilonShift(1, factory_.Not(p)));
         }
@@ -143,7 +146,7 @@ private:
         const double a = 0.25 * (static_cast<double>(anyIndex(8)) - 4);
         const double b = a + 0.25 * static_cast<double>(anyIndex(6));
         const Expression p = anySignal(Quality::Truth);
-        return anyIndex(2) == 0
+        return !with_.lines || anyIndex(2) == 0
                    ? related(timedwindow_unary_op(VORM_OP::Count, p, "count", a, b),
                              factory_.Constant(static_cast<std::int32_t>(anyIndex(4))))
                    : related(timedwindow_unary_op(VORM_OP::Duration, p, "duration", a, b),

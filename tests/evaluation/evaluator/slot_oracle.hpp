@@ -273,6 +273,12 @@ public:
     Course operator()(const alias& node) const { return of(node.body); }
     Course operator()(const nilClass&) const { return isNotZero(nilClass()); }
     Course operator()(const unary_op& node) const {
+        if (node.op == VORM_OP::Rises || node.op == VORM_OP::Falls) {
+            const ExpressionFactory f;
+            const Expression before = f.EpsilonShift(1, node.child);
+            return of(node.op == VORM_OP::Rises ? f.And(node.child, f.Not(before))
+                                                : f.And(f.Not(node.child), before));
+        }
         const Meaning opposite = meaning_ == Meaning::LeastRobustness ? Meaning::GreatestRobustness
                                  : meaning_ == Meaning::GreatestRobustness
                                      ? Meaning::LeastRobustness
@@ -338,6 +344,9 @@ public:
         });
     }
     Course operator()(const binary_op& node) const {
+        if (node.op == VORM_OP::Implies) {
+            return of(ExpressionFactory().Or(ExpressionFactory().Not(node.lhs), node.rhs));
+        }
         if (node.op == VORM_OP::And || node.op == VORM_OP::Or) {
             const Course l = of(node.lhs);
             const Course r = of(node.rhs);

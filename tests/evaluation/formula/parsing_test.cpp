@@ -1,5 +1,6 @@
 #include "evaluation/formula/refusals.hpp"
 
+#include <vorm/assessments/expression/tree_walk.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
 
 #include <gtest/gtest.h>
@@ -214,9 +215,16 @@ TEST(Parsing, NestingHasALimitInEveryForm) {
     }
 }
 
-TEST(Parsing, ImplicationsThatDoubleTooOftenAreNotBuilt) {
-    const ParsedFormula formula(repeated("(p -> ", 60) + "q" + repeated(")", 60));
-    EXPECT_THROW(expressionOf(formula), FormulaError);
+TEST(Parsing, NestedImplicationsRisesAndFallsAreAsLongAsTheirText) {
+    const std::string nested = repeated("(p -> rise(", 240) + "q" + repeated("))", 240);
+    std::string all = nested;
+    for (int i = 0; i < 20; ++i) {
+        all += " & " + nested;
+    }
+    const assessments::Expression tree = expressionOf(ParsedFormula(all));
+    std::size_t nodes = 0;
+    assessments::support::forEachNode(tree, [&nodes](const auto&) { ++nodes; });
+    EXPECT_EQ(nodes, 21U * (3 * 240 + 1) + 20);
 }
 
 TEST(Parsing, NamesAreThoseThatMayBeSignals) {

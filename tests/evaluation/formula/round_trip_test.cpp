@@ -65,9 +65,10 @@ Expression anyOneOperand(const Leaves& leaves, std::size_t levels) {
             return cast_op(x(), cast_op::castFlag<Verdict>());
         case 12:
             return unary_op(
-                anyOf<VORM_OP>({VORM_OP::Changed, VORM_OP::SquareRoot, VORM_OP::Exponential,
-                                VORM_OP::Logarithm, VORM_OP::Sine, VORM_OP::Cosine, VORM_OP::Round,
-                                VORM_OP::Floor, VORM_OP::Ceiling, VORM_OP::Sign}),
+                anyOf<VORM_OP>({VORM_OP::Rises, VORM_OP::Falls, VORM_OP::Changed,
+                                VORM_OP::SquareRoot, VORM_OP::Exponential, VORM_OP::Logarithm,
+                                VORM_OP::Sine, VORM_OP::Cosine, VORM_OP::Round, VORM_OP::Floor,
+                                VORM_OP::Ceiling, VORM_OP::Sign}),
                 x(), "label");
         case 13:
             return timedwindow_unary_op(
@@ -87,9 +88,6 @@ Expression anyTwoOperands(const Leaves& leaves, std::size_t levels) {
         &ExpressionFactory::Eq,   &ExpressionFactory::Neq,   &ExpressionFactory::Lt,
         &ExpressionFactory::Leq,  &ExpressionFactory::Gt,    &ExpressionFactory::Geq,
         &ExpressionFactory::And,  &ExpressionFactory::Or};
-    if (leaves.hasAllNodes) {
-        operations.push_back(&ExpressionFactory::Implies);
-    }
     const Operation operation = anyOf(operations);
     const auto x = [&] { return anyTree(leaves, levels - 1); };
     switch (anyIndex(leaves.hasAllNodes ? 10 : 9)) {
@@ -97,8 +95,8 @@ Expression anyTwoOperands(const Leaves& leaves, std::size_t levels) {
             return factory.Until(x(), leaves.number(),
                                  leaves.hasAllNodes ? test::orNoEnd(0) : leaves.number(), x());
         case 9:
-            return binary_op(anyOf<VORM_OP>({VORM_OP::Minimum, VORM_OP::Maximum, VORM_OP::Power,
-                                             VORM_OP::Divide}),
+            return binary_op(anyOf<VORM_OP>({VORM_OP::Implies, VORM_OP::Minimum, VORM_OP::Maximum,
+                                             VORM_OP::Power, VORM_OP::Divide}),
                              x(), x(), "label");
         case 8:
             return factory.Since(x(), leaves.number(), leaves.number(), x());
@@ -180,7 +178,7 @@ RC_GTEST_PROP(RoundTrip, ThePrintedFormOfTheLibraryIsTheTree, ()) {
     Expression tree = anyTree(leaves, 1 + anyIndex(5));
     // The library prints no brackets around an implication, so that it is read back at the root.
     if (anyIndex(2) == 0) {
-        tree = ExpressionFactory().Implies(Expression(tree), anyTree(leaves, 3));
+        tree = binary_op(VORM_OP::Implies, Expression(tree), anyTree(leaves, 3), "->");
     }
     RC_LOG() << to_string(tree) << '\n';
     RC_ASSERT(isSame(tree, expressionOf(ParsedFormula(to_string(tree)))));

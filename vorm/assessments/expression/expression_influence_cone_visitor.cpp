@@ -44,8 +44,9 @@ public:
     void operator()(const constantValue&) const {}
     void operator()(const variable&) const {}
     void operator()(const unary_op& node) const {
-        look(node.child,
-             {node.op == VORM_OP::Changed ? -oneStep : 0, node.op == VORM_OP::Slope ? oneStep : 0});
+        const bool looksBefore = node.op == VORM_OP::Changed ||
+                                 support::familyOf(node.op) == support::OperatorFamily::Edge;
+        look(node.child, {looksBefore ? -oneStep : 0, node.op == VORM_OP::Slope ? oneStep : 0});
     }
     void operator()(const binary_op& node) const {
         look(node.lhs, {0, 0});

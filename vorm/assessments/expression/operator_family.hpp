@@ -22,7 +22,9 @@ enum class OperatorFamily : std::uint8_t {
     Extremum,  ///< of two numbers
     Comparison,
     Negation,
-    Connective,    ///< of two truths
+    Connective,  ///< of two truths
+    Implication,
+    Edge,          ///< of one truth, from one representable time to the next
     Window,        ///< of time
     NumberWindow,  ///< the extremum of a number over a window
     Sum,           ///< over a window
@@ -89,6 +91,11 @@ constexpr OperatorFamily familyOf(VORM_OP op) {
         case VORM_OP::And:
         case VORM_OP::Or:
             return OperatorFamily::Connective;
+        case VORM_OP::Implies:
+            return OperatorFamily::Implication;
+        case VORM_OP::Rises:
+        case VORM_OP::Falls:
+            return OperatorFamily::Edge;
         case VORM_OP::Eventually:
         case VORM_OP::Globally:
         case VORM_OP::Once:

@@ -53,6 +53,9 @@ enum class VORM_ASSESSMENTS_EXPORT VORM_OP : int {
     Floor = 44,
     Ceiling = 45,
     Sign = 46,
+    Implies = 47,
+    Rises = 48,  ///< becomes true
+    Falls = 49,  ///< becomes false
 };
 
 }  // namespace vorm::assessments

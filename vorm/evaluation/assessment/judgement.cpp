@@ -139,6 +139,9 @@ std::optional<Trigger> triggerOf(const Expression& formula) {
         inner = &assessments::support::withoutAliases(always->child);
     }
     const auto* either = boost::get<binary_op>(inner);
+    if (either != nullptr && either->op == VORM_OP::Implies) {
+        return Trigger{&either->lhs, window};
+    }
     if (either == nullptr || either->op != VORM_OP::Or) {
         return std::nullopt;
     }

@@ -24,17 +24,14 @@ class Seen : public boost::static_visitor<TimeSet> {
 public:
     explicit Seen(const TimeSet& times) : times_(times) {}
 
+    TimeSet operator()(const unary_op& node) const {
+        const bool isEdge =
+            assessments::support::familyOf(node.op) == assessments::support::OperatorFamily::Edge;
+        return isEdge ? times_.joined(beside(1)) : times_;
+    }
     TimeSet operator()(const timed_unary_op& node) const {
-        if (node.op == VORM_OP::Shift) {
-            return times_.plus(node.offset, node.offset);
-        }
-        std::vector<CountedSpan> beside;
-        for (const CountedSpan& span : times_.spans()) {
-            beside.push_back(node.offset >= 0
-                                 ? CountedSpan{previousTime(span.first), previousTime(span.last)}
-                                 : CountedSpan{nextTime(span.first), nextTime(span.last)});
-        }
-        return TimeSet(std::move(beside));
+        return node.op == VORM_OP::Shift ? times_.plus(node.offset, node.offset)
+                                         : beside(node.offset);
     }
     TimeSet operator()(const timedwindow_unary_op& node) const {
         const auto window = assessments::support::windowOf(node.op, node.a, node.b);
@@ -46,6 +43,16 @@ public:
     }
 
 private:
+    TimeSet beside(double direction) const {
+        std::vector<CountedSpan> spans;
+        for (const CountedSpan& span : times_.spans()) {
+            spans.push_back(direction >= 0
+                                ? CountedSpan{previousTime(span.first), previousTime(span.last)}
+                                : CountedSpan{nextTime(span.first), nextTime(span.last)});
+        }
+        return TimeSet(std::move(spans));
+    }
+
     const TimeSet& times_;
 };
 

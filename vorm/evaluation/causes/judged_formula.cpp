@@ -28,7 +28,7 @@ constexpr std::size_t mostLevels = 1000;
 
 bool isLogic(const Expression& formula) {
     const NodeRole role = roleOf(formula);
-    return role == NodeRole::Logic || role == NodeRole::Negation || role == NodeRole::Instant;
+    return role != NodeRole::Term && role != NodeRole::Comparison;
 }
 
 bool hasSignal(const Expression& formula) {
@@ -140,9 +140,11 @@ void JudgedFormula::markWays() {
         node.isRepeated = ways[i] > 1;
         for (std::size_t j = 0; j < node.operandCount; ++j) {
             const std::size_t operand = node.operands[j];
-            ways[operand] = std::min(2, ways[operand] + ways[i]);
+            const NodeRole role = roleOf(*node.formula);
+            const bool isEdge = role == NodeRole::Edge;
+            ways[operand] = isEdge ? 2 : std::min(2, ways[operand] + ways[i]);
             nodes_[operand].isSeenBefore = nodes_[operand].isSeenBefore || node.isSeenBefore ||
-                                           roleOf(*node.formula) == NodeRole::Instant;
+                                           isEdge || role == NodeRole::Instant;
         }
     }
 }
@@ -156,12 +158,13 @@ JudgedFormula::Reach JudgedFormula::reachOf(const JudgedNode& node) const {
         const Reach& other = reaches_[node.operands[1]];
         reach = {std::min(reach.from, other.from), std::max(reach.to, other.to)};
     }
+    const NodeRole role = roleOf(*node.formula);
+    if (role == NodeRole::Instant || role == NodeRole::Edge) {
+        // Nothing lies before what is known first: all that was ever known matters.
+        return {-infinity, infinity};
+    }
     const Expression& operation = assessments::support::withoutAliases(*node.formula);
     if (const auto* shift = boost::get<assessments::timed_unary_op>(&operation)) {
-        if (shift->op == assessments::VORM_OP::EpsilonShift) {
-            // Nothing lies before what is known first: all that was ever known matters.
-            return {-infinity, infinity};
-        }
         reach.from += shift->offset;
         reach.to += shift->offset;
     } else if (const auto* window = boost::get<assessments::timedwindow_unary_op>(&operation)) {

@@ -221,11 +221,22 @@ struct Search::OfNode : boost::static_visitor<Ways> {
 
     OfNode(Search& owner, const Question& asked) : search(owner), question(asked) {}
 
-    Ways operator()(const unary_op&) const { return operand(0, question.times, !question.value); }
+    Ways operator()(const unary_op& node) const {
+        if (node.op == VORM_OP::Not) {
+            return operand(0, question.times, !question.value);
+        }
+        // Each of two: what is now, and the opposite just before.
+        const bool now = (node.op == VORM_OP::Rises) == question.value;
+        const Ways nowWays = operand(0, question.times, now);
+        const Ways beforeWays = operand(0, justBefore(), !now);
+        return question.value ? search.either(nowWays, beforeWays)
+                              : search.all(nowWays, beforeWays);
+    }
 
     Ways operator()(const binary_op& node) const {
-        const bool isDisjunction = node.op == VORM_OP::Or;
-        const Ways left = operand(0, question.times, question.value);
+        const bool isImplication = node.op == VORM_OP::Implies;
+        const bool isDisjunction = node.op == VORM_OP::Or || isImplication;
+        const Ways left = operand(0, question.times, question.value != isImplication);
         const Ways right = operand(1, question.times, question.value);
         if (isDisjunction == question.value) {
             return search.all(left, right);
@@ -316,14 +327,17 @@ bool Search::extends(const JudgedNode& node, bool value) const {
     }
     const Expression& operation = assessments::support::withoutAliases(*node.formula);
     if (const auto* either = boost::get<binary_op>(&operation)) {
-        return (either->op == VORM_OP::Or) != value && operand(0, value) && operand(1, value);
+        const bool isImplication = either->op == VORM_OP::Implies;
+        const bool isDisjunction = either->op == VORM_OP::Or || isImplication;
+        return isDisjunction != value && operand(0, value != isImplication) && operand(1, value);
     }
     if (const auto* window = boost::get<timedwindow_unary_op>(&operation)) {
         return assessments::support::isForSomeTime(window->op) != value && operand(0, value);
     }
     if (node.operandCount == 1) {
-        const bool isNegation = boost::get<unary_op>(&operation) != nullptr;
-        return operand(0, value != isNegation);
+        const auto* unary = boost::get<unary_op>(&operation);
+        const bool isEdge = unary != nullptr && unary->op != VORM_OP::Not;
+        return !isEdge && operand(0, value == (unary == nullptr));
     }
     return false;
 }

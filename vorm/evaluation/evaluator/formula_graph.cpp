@@ -17,16 +17,20 @@ std::size_t meaningNumber(std::size_t subFormula, Meaning meaning) {
     return meaningCount * subFormula + static_cast<std::size_t>(meaning);
 }
 
-// Under which meaning the operands of a node are read.
-Meaning operandMeaning(NodeRole role, Meaning meaning) {
+// The best there is of a negation is the worst there is of its operand.
+Meaning opposite(Meaning robustness) {
+    return robustness == Meaning::LeastRobustness ? Meaning::GreatestRobustness
+                                                  : Meaning::LeastRobustness;
+}
+
+// Under which meaning an operand of a node is read.
+Meaning operandMeaning(NodeRole role, Meaning meaning, std::size_t operand) {
     if (!isRobustness(meaning) || role == NodeRole::Comparison || role == NodeRole::Term) {
         return Meaning::Boolean;
     }
-    if (role != NodeRole::Negation) {
-        return meaning;
-    }
-    return meaning == Meaning::LeastRobustness ? Meaning::GreatestRobustness
-                                               : Meaning::LeastRobustness;
+    const bool isNegated =
+        role == NodeRole::Negation || (role == NodeRole::Implication && operand == 0);
+    return isNegated ? opposite(meaning) : meaning;
 }
 
 class GraphBuilder {
@@ -88,9 +92,13 @@ private:
             return vertex;
         }
         for (std::size_t i = 0; i < sub.childCount; ++i) {
-            vertex.operands[i] = meaningNumber(sub.children[i], operandMeaning(role, meaning));
+            vertex.operands[i] = meaningNumber(sub.children[i], operandMeaning(role, meaning, i));
         }
-        if (isRobustness(meaning) && role == NodeRole::Instant) {
+        if (isRobustness(meaning) && role == NodeRole::Edge) {
+            vertex.operands[vertex.operandCount++] =
+                meaningNumber(sub.children[0], opposite(meaning));
+        }
+        if (isRobustness(meaning) && (role == NodeRole::Instant || role == NodeRole::Edge)) {
             // Where anything begins to be known, only truth tells.
             vertex.operands[vertex.operandCount++] =
                 meaningNumber(sub.children[0], Meaning::Boolean);

@@ -16,7 +16,7 @@ namespace vorm::evaluation {
 struct FormulaVertex {
     const assessments::Expression* formula;  ///< the first of those that are the same
     Meaning meaning;
-    std::array<std::size_t, 2> operands{};  ///< vertices before this one
+    std::array<std::size_t, 3> operands{};  ///< vertices before this one
     std::size_t operandCount = 0;
     std::vector<std::size_t> users;  ///< vertices after this one, each once for each operand it is
 

@@ -116,6 +116,9 @@ public:
         static_assert(support::coversAll(
             operations,
             {OperatorFamily::Negation, OperatorFamily::Numeric, OperatorFamily::Change}));
+        if (familyOf(node.op) == OperatorFamily::Edge) {
+            return edge(node.op == VORM_OP::Rises);
+        }
         if (familyOf(node.op) == OperatorFamily::Function) {
             return onOperand([&](const TimedTrace& x) { return functionOf(node.op, x); });
         }
@@ -194,6 +197,8 @@ public:
                 return node.op == VORM_OP::And
                            ? logic([](const auto& l, const auto& r) { return l.And(r); })
                            : logic([](const auto& l, const auto& r) { return l.Or(r); });
+            case OperatorFamily::Implication:
+                return implication();
             case OperatorFamily::Extremum:
                 return onAlignedOperands([&](const TimedTrace& l, const TimedTrace& r) {
                     return node.op == VORM_OP::Minimum ? l.And(r) : l.Or(r);
@@ -207,6 +212,7 @@ public:
             case OperatorFamily::Function:
             case OperatorFamily::Change:
             case OperatorFamily::Negation:
+            case OperatorFamily::Edge:
             case OperatorFamily::NumberWindow:
             case OperatorFamily::Sum:
             case OperatorFamily::Window:
@@ -227,10 +233,12 @@ private:
     SharedTruth truth(std::size_t operand) const { return asTruth(operands_[operand]); }
     SharedPieces pieces(std::size_t operand) const { return asPieces(operands_[operand]); }
 
-    std::pair<SharedPieces, SharedPieces> alignedPieces() const {
-        const SharedPieces left = pieces(0);
-        const SharedPieces right = pieces(1);
+    static std::pair<SharedPieces, SharedPieces> aligned(const SharedPieces& left,
+                                                         const SharedPieces& right) {
         return {withNanApart(left, *right), withNanApart(right, *left)};
+    }
+    std::pair<SharedPieces, SharedPieces> alignedPieces() const {
+        return aligned(pieces(0), pieces(1));
     }
 
     template <class Operation>
@@ -241,11 +249,28 @@ private:
     template <class Operation>
     Value onAlignedOperands(Operation operation) const {
         requireSameType(operands_[0], operands_[1]);
-        const auto [l, r] = alignedPieces();
-        return onPairs(*l, *r, [&](const TimedTrace& left, const TimedTrace& right) {
-            return isRobustness(meaning_) ? onFinite(left, right, operation)
-                                          : onAligned(left, right, operation);
+        return onAlignedPieces(pieces(0), pieces(1), operation);
+    }
+
+    template <class Operation>
+    Value onAlignedPieces(const SharedPieces& left, const SharedPieces& right,
+                          Operation operation) const {
+        const auto [l, r] = aligned(left, right);
+        return onPairs(*l, *r, [&](const TimedTrace& x, const TimedTrace& y) {
+            return isRobustness(meaning_) ? onFinite(x, y, operation) : onAligned(x, y, operation);
         });
+    }
+
+    // The premise is negated before anything: certainty beside lines must not be.
+    Value implication() const {
+        requireSameType(operands_[0], operands_[1]);
+        if (!isRobustness(meaning_)) {
+            return shared(truth(0)->UMinus().Or(*truth(1)));
+        }
+        const SharedPieces premise =
+            onPieces(*pieces(0), [](const TimedTrace& x) { return x.UnaryMinus(); });
+        return onAlignedPieces(premise, pieces(1),
+                               [](const TimedTrace& l, const TimedTrace& r) { return l.Or(r); });
     }
 
     template <class Operation>
@@ -289,6 +314,23 @@ private:
             return isRobustness(meaning_) && direction >= 0 ? justBefore(x, *truth(1))
                                                             : x.EpsilonShift(direction);
         });
+    }
+
+    // What is now, and the negation of what was just before; or the other way round. What is not
+    // negated is the first operand, what is the second one.
+    Value edge(bool rises) const {
+        if (!isRobustness(meaning_)) {
+            const Truth& now = *truth(0);
+            const Truth before = epsilonShifted(now, 1);
+            return shared(rises ? now.And(before.UMinus()) : now.UMinus().And(before));
+        }
+        const auto before = [&](const TimedTrace& x) { return justBefore(x, *truth(2)); };
+        return onPairs(
+            *pieces(0), *pieces(1), [&](const TimedTrace& x, const TimedTrace& negatedX) {
+                const TimedTrace no = negatedX.UnaryMinus();
+                return onFinite(rises ? x : before(x), rises ? before(negatedX).UnaryMinus() : no,
+                                [](const TimedTrace& l, const TimedTrace& r) { return l.And(r); });
+            });
     }
 
     Value negation(const unary_op& node) const {

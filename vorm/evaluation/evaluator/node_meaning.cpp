@@ -33,8 +33,12 @@ NodeRole roleOf(VORM_OP op) {
             return NodeRole::Logic;
         case OperatorFamily::Negation:
             return NodeRole::Negation;
+        case OperatorFamily::Implication:
+            return NodeRole::Implication;
         case OperatorFamily::EpsilonShift:
             return NodeRole::Instant;
+        case OperatorFamily::Edge:
+            return NodeRole::Edge;
         case OperatorFamily::None:
         case OperatorFamily::Cast:
         case OperatorFamily::Numeric:

@@ -9,11 +9,13 @@
 namespace vorm::evaluation {
 
 enum class NodeRole {
-    Term,        ///< has one meaning only: leaves, arithmetic, casts, changes and sums
-    Comparison,  ///< makes truth of terms
-    Logic,       ///< makes truth of truth: also windows and shifts
-    Negation,    ///< does so, and the best there is becomes the worst
-    Instant,     ///< does so, from one representable time to the next
+    Term,         ///< has one meaning only: leaves, arithmetic, casts, changes and sums
+    Comparison,   ///< makes truth of terms
+    Logic,        ///< makes truth of truth: also windows and shifts
+    Negation,     ///< does so, and the best there is becomes the worst
+    Implication,  ///< does so, of a left operand that counts as its negation
+    Instant,      ///< does so, from one representable time to the next
+    Edge,         ///< does so, of what is now and the negation of what was just before
 };
 
 NodeRole roleOf(assessments::VORM_OP op);

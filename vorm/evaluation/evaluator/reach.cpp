@@ -19,7 +19,8 @@ public:
     explicit ReachOfNode(double step) : step_(step) {}
 
     double operator()(const unary_op& node) const {
-        const bool looksBeside = node.op == VORM_OP::Slope || node.op == VORM_OP::Changed;
+        const bool looksBeside = node.op == VORM_OP::Slope || node.op == VORM_OP::Changed ||
+                                 roleOf(node.op) == NodeRole::Edge;
         return looksBeside ? support::infinity : 0;
     }
     double operator()(const timed_unary_op& node) const {

@@ -49,34 +49,6 @@ bool same(const Expression* part, const Expression* argument) {
            ExpressionEqual<ModuloAliases>()(*part, *argument);
 }
 
-std::optional<AliasForm> implication(const alias& node) {
-    const Expression* a = treeOf(node.arguments[0]);
-    const Expression* b = treeOf(node.arguments[2]);
-    const auto* body = operatorOf<binary_op>(&node.body, VORM_OP::Or);
-    const auto* negation = operatorOf<unary_op>(leftOf(body), VORM_OP::Not);
-    if (textOf(node.arguments[1]) != "->" || !same(childOf(negation), a) ||
-        !same(rightOf(body), b)) {
-        return std::nullopt;
-    }
-    return AliasForm{"", a, " -> ", b, "", true};
-}
-
-std::optional<AliasForm> edge(const alias& node) {
-    const Expression* p = treeOf(node.arguments[1]);
-    const std::string_view word = textOf(node.arguments[0]);
-    const bool rising = word == "rise(";
-    const auto* body = operatorOf<binary_op>(&node.body, VORM_OP::And);
-    const Expression* now = rising ? leftOf(body) : rightOf(body);
-    const Expression* negated =
-        childOf(operatorOf<unary_op>(rising ? rightOf(body) : leftOf(body), VORM_OP::Not));
-    const auto* before = operatorOf<timed_unary_op>(rising ? negated : now, VORM_OP::EpsilonShift);
-    if ((!rising && word != "fall(") || before == nullptr || before->offset != 1 ||
-        !same(rising ? now : negated, p) || !same(childOf(before), p)) {
-        return std::nullopt;
-    }
-    return AliasForm{std::string(word), p, "", nullptr, ")", false};
-}
-
 std::optional<AliasForm> crossing(const alias& node, const TimeTexts& times) {
     const Expression* x = treeOf(node.arguments[1]);
     const Expression* limit = treeOf(node.arguments[6]);
@@ -92,15 +64,12 @@ std::optional<AliasForm> crossing(const alias& node, const TimeTexts& times) {
         return std::nullopt;
     }
     const std::string distance = times.of(shift->offset);
-    return AliasForm{(rising ? "Rise[" : "Fall[") + distance + "](", x, ", ", limit, ")", false};
+    return AliasForm{(rising ? "Rise[" : "Fall[") + distance + "](", x, ", ", limit, ")"};
 }
 
 }  // namespace
 
 std::optional<AliasForm> formOf(const alias& node, const TimeTexts& times) {
-    if (node.arguments.size() == 3) {
-        return treeOf(node.arguments[0]) != nullptr ? implication(node) : edge(node);
-    }
     return node.arguments.size() == 8 ? crossing(node, times) : std::nullopt;
 }
 

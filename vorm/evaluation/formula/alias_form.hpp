@@ -15,12 +15,11 @@ struct AliasForm {
     std::string before;
     const assessments::Expression* left;
     std::string between;
-    const assessments::Expression* right;  ///< or null
+    const assessments::Expression* right;
     std::string after;
-    bool isInfix;
 };
 
-/// The form of an implication, a rise or a fall; nothing for another alias, and for one whose text
+/// The form of a rise or a fall by some number; nothing for another alias, and for one whose text
 /// says something else than its body. Linear in the alias.
 std::optional<AliasForm> formOf(const assessments::alias& node, const TimeTexts& times);
 

@@ -26,10 +26,8 @@ Expression leafOf(const SyntaxNode& node) {
         case SyntaxKind::Window:
         case SyntaxKind::Shifted:
         case SyntaxKind::Cast:
-        case SyntaxKind::Edge:
         case SyntaxKind::Binary:
         case SyntaxKind::Until:
-        case SyntaxKind::Implication:
         case SyntaxKind::Crossing:
             break;
     }

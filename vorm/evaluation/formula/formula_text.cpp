@@ -171,16 +171,10 @@ void FormulaWriter::operator()(const alias& node) {
         later(node.body, place_);
         return;
     }
-    if (form->isInfix) {
-        infix(*form->left, form->between, *form->right, VORM_OP::None);
-        return;
-    }
     text_ += form->before;
     later(form->after);
-    if (form->right != nullptr) {
-        later(*form->right, {});
-        later(form->between);
-    }
+    later(*form->right, {});
+    later(form->between);
     later(*form->left, {});
 }
 

@@ -15,15 +15,6 @@ namespace {
 
 using namespace assessments;
 
-// The time just before t is the one that EpsilonShift looks at.
-Expression edgeOf(bool rising, Expression p) {
-    const ExpressionFactory factory;
-    Expression before = factory.EpsilonShift(1, p);
-    Expression body = rising ? factory.And(Expression(p), factory.Not(std::move(before)))
-                             : factory.And(factory.Not(p), std::move(before));
-    return alias(std::move(body), rising ? "rise(" : "fall(", std::move(p), ")");
-}
-
 Expression crossingOf(bool rising, double distance, Expression x, Expression limit) {
     const ExpressionFactory factory;
     Expression later = factory.Shift(distance, x);
@@ -89,10 +80,6 @@ Expression NodeBuilder::operatorOf(const SyntaxNode& node, std::vector<Expressio
                                              : factory.EpsilonShift(node.a.number, std::move(left));
         case SyntaxKind::Cast:
             return castOf(node.target, std::move(left));
-        case SyntaxKind::Edge:
-            return edgeOf(node.rising, std::move(left));
-        case SyntaxKind::Implication:
-            return factory.Implies(std::move(left), std::move(right));
         case SyntaxKind::Crossing:
             return crossingOf(node.rising, ticks(node.a), std::move(left), std::move(right));
         case SyntaxKind::Number:

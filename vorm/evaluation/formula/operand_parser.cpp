@@ -51,14 +51,12 @@ std::size_t Parser::prefixed(const Spelling& spelling) {
         case SyntaxKind::Binary:
             return call(node);
         case SyntaxKind::Unary:
-        case SyntaxKind::Edge:
         case SyntaxKind::Number:
         case SyntaxKind::TypedLiteral:
         case SyntaxKind::Name:
         case SyntaxKind::QuotedName:
         case SyntaxKind::Member:
         case SyntaxKind::Until:
-        case SyntaxKind::Implication:
             break;
     }
     return appliedTo(std::move(node), spelling.opening == Opening::Round);

@@ -56,6 +56,7 @@ std::size_t Parser::implications() {
     for (auto operation = infix(); operation; operation = infix()) {
         SyntaxNode& node = waiting.emplace_back();
         node.kind = operation->kind;
+        node.op = operation->op;
         node.sign = spanOf(take());
         node.left = right;
         right = expression(Precedence::Or);

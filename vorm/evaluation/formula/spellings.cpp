@@ -22,8 +22,8 @@ using enum SyntaxKind;
 // Of several spellings of an operator texts are written with the first one; of those over windows
 // the last one is what people write most.
 constexpr std::array infixes = std::to_array<Spelling>({
-    {"->", Implication, VORM_OP::None, Precedence::Implication},
-    {"implies", Implication, VORM_OP::None, Precedence::Implication},
+    {"->", Binary, VORM_OP::Implies, Precedence::Implication},
+    {"implies", Binary, VORM_OP::Implies, Precedence::Implication},
     {"|", Binary, VORM_OP::Or, Precedence::Or},
     {"||", Binary, VORM_OP::Or, Precedence::Or},
     {"or", Binary, VORM_OP::Or, Precedence::Or},
@@ -78,8 +78,8 @@ constexpr std::array prefixes = std::to_array<Spelling>({
     {"mean", Window, VORM_OP::Mean, Precedence::Operand, Opening::Square},
     {"duration", Window, VORM_OP::Duration, Precedence::Operand, Opening::Square},
     {"count", Window, VORM_OP::Count, Precedence::Operand, Opening::Square},
-    {"rise", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, true},
-    {"fall", Edge, VORM_OP::None, Precedence::Operand, Opening::Round, false},
+    {"rise", Unary, VORM_OP::Rises, Precedence::Operand, Opening::Round},
+    {"fall", Unary, VORM_OP::Falls, Precedence::Operand, Opening::Round},
     {"Globally", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
     {"G", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
     {"always", Window, VORM_OP::Globally, Precedence::Operand, Opening::Any},
@@ -118,12 +118,14 @@ std::string_view wordOf(const Spelling* spelling) {
 }
 
 static_assert(coversAll(spelled::infixes, {OperatorFamily::Arithmetic, OperatorFamily::Comparison,
-                                           OperatorFamily::Connective, OperatorFamily::Until}));
+                                           OperatorFamily::Connective, OperatorFamily::Implication,
+                                           OperatorFamily::Until}));
 static_assert(coversAll(spelled::prefixes,
                         {OperatorFamily::Numeric, OperatorFamily::Function, OperatorFamily::Change,
                          OperatorFamily::Power, OperatorFamily::Extremum, OperatorFamily::Negation,
-                         OperatorFamily::Window, OperatorFamily::NumberWindow, OperatorFamily::Sum,
-                         OperatorFamily::Shift, OperatorFamily::EpsilonShift}));
+                         OperatorFamily::Edge, OperatorFamily::Window, OperatorFamily::NumberWindow,
+                         OperatorFamily::Sum, OperatorFamily::Shift,
+                         OperatorFamily::EpsilonShift}));
 
 bool opens(Opening opening, std::string_view next) {
     const bool isRound = next == "(" && opening != Opening::Square;

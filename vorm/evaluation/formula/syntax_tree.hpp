@@ -30,10 +30,8 @@ enum class SyntaxKind : std::uint8_t {
     Window,   ///< Globally, Eventually, Historically, Once; extrema of numbers and sums
     Shifted,  ///< Shift, EpsilonShift
     Cast,     ///< to `target`
-    Edge,     ///< rise(p), fall(p)
     Binary,
-    Until,  ///< and Since
-    Implication,
+    Until,     ///< and Since
     Crossing,  ///< Rise, Fall: `left` by more than `right` within `a` seconds
 };
 
@@ -60,7 +58,7 @@ struct WrittenTime {
 struct SyntaxNode {
     SyntaxKind kind = SyntaxKind::Number;
     assessments::VORM_OP op = assessments::VORM_OP::None;
-    bool rising = false;                      ///< of edges and crossings
+    bool rising = false;                      ///< of crossings
     TextSpan where{};                         ///< the whole operand, with its brackets
     TextSpan sign{};                          ///< the operator, or its interval
     std::string text{};                       ///< of leaves, without quotes

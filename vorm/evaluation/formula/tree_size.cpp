@@ -18,10 +18,6 @@ struct Shape {
 
 Shape shapeOf(SyntaxKind kind) {
     switch (kind) {
-        case SyntaxKind::Implication:
-            return {3, 3, 2, 2};
-        case SyntaxKind::Edge:
-            return {4, 4, 3, 0};
         case SyntaxKind::Crossing:
             return {4, 4, 3, 2};
         case SyntaxKind::Number:

@@ -48,9 +48,7 @@ OperandType TypeRules::typeOf(const SyntaxNode& node) {
             return crossing(node);
         case SyntaxKind::Window:
             return window(node);
-        case SyntaxKind::Edge:
         case SyntaxKind::Until:
-        case SyntaxKind::Implication:
             break;
     }
     requireTimes(node);
@@ -61,6 +59,7 @@ OperandType TypeRules::unary(const SyntaxNode& node) {
     const OperandType& operand = types_[node.left];
     switch (familyOf(node.op)) {
         case OperatorFamily::Negation:
+        case OperatorFamily::Edge:
             return logic(node);
         case OperatorFamily::Change:
             requireValue(node.left);
@@ -87,7 +86,9 @@ OperandType TypeRules::cast(const SyntaxNode& node) {
 
 OperandType TypeRules::binary(const SyntaxNode& node) {
     const OperatorFamily family = familyOf(node.op);
-    return family == OperatorFamily::Connective                            ? logic(node)
+    const bool isLogic =
+        family == OperatorFamily::Connective || family == OperatorFamily::Implication;
+    return isLogic                                                         ? logic(node)
            : family == OperatorFamily::Comparison                          ? comparison(node)
            : family == OperatorFamily::Power || node.op == VORM_OP::Divide ? floating(node)
                                                                            : arithmetic(node);
