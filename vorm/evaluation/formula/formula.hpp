@@ -34,25 +34,30 @@ public:
     ///     p | q, p || q, p or q
     ///     p & q, p && q, p and q
     ///     p until[0, 5 s] q, also U and Until; p since[0, 5 s] q, also S and Since
-    ///     x == y, ~=, !=, <, <=, >, >=          only one
+    ///     x == y, ~=, !=, <, <=, >, >=, x in {1, 2}
+    ///                                           several only in one direction: 0 <= x < y
     ///     x + y, x - y
-    ///     x * y
+    ///     x * y, x / y
     ///     ~p, !p, not p, -x, always[0, 5 s] p, eventually[0, 5 s] p, also G, Globally, F,
     ///     Eventually, historically[0, 5 s] p, once[0, 5 s] p, also H, Historically, O, Once;
-    ///     slope(x), abs(x), rise(p), fall(p), Shift[1 s](x), EpsilonShift[1](x),
-    ///     Rise[2 s](x, 5), Fall[2 s](x, 5), int8(x) and the other value types, (p), 12.5, true,
-    ///     nan, inf, speed, "Volume Flow", 'N', $limit
+    ///     min[0, 5 s] x, max, integral, mean, duration, count; Shift[1 s](x),
+    ///     EpsilonShift[1](x), Rise[2 s](x, 5), Fall[2 s](x, 5); rise(p), fall(p), changed(x),
+    ///     slope(x), abs(x), sign, sqrt, exp, log, sin, cos, round, floor, ceil, min(x, y), max,
+    ///     pow; int8(x) and the other value types, (p), 12.5, true, nan, inf, speed,
+    ///     "Volume Flow", 'N', $limit
+    ///
+    /// Chains of comparisons and `in` are read as the conjunction and the disjunction that they
+    /// stand for.
     ///
     /// Intervals are closed, in seconds or with one of the units fs, ps, ns, us, ms, s, min, h.
     /// Their end may be inf, and `end` in what looks ahead, `begin` in what looks back; without an
     /// interval they are [0, inf]. A minus sign that touches a number is part of it. A value type
     /// of a literal alone is a literal of that type, `fixed(24, "u16f4")` the fixed-point number of
-    /// that stored integer and type.
-    /// `$limit` is the value of a parameter, never more than one operand: a number, a bool, or a
-    /// text, which is a member of an enumeration and, with a unit, a time. `#` and `//` begin
-    /// comments. Operators that are words, except always, eventually, until,
-    /// and, or, implies, not, are names of signals where an operand stands and their bracket does
-    /// not follow.
+    /// that stored integer and type. `$limit` is the value of a parameter, never more than one
+    /// operand: a number, a bool, or a text, which is a member of an enumeration and, with a unit,
+    /// a time. `#` and `//` begin comments. Operators that are words, except always, eventually,
+    /// until, and, or, implies, not, are names of signals where an operand stands and their bracket
+    /// does not follow.
     ///
     /// What to_string of a formula prints is read, too, as far as it is clear: names are not quoted
     /// there, and implications inside other operators stand without brackets.
@@ -108,10 +113,11 @@ struct Formula {
 ///
 /// A literal takes the type of the operand that it meets. Throws FormulaError where a literal is
 /// not exactly a value of that type (a decimal fraction may round to a floating type), where types
-/// clash, where a name means nothing, where a window is none or is infinite, where definitions go
-/// in a circle, and where the tree would have more than maximumFormulaNodes nodes. A signal of
-/// unknown type fits everywhere. Signals become variables of signalId(name); the literals of the
-/// enumeration members have the tag enumerationTag(enumeration name), and that name as their name.
+/// clash, where a name means nothing, where a window is none or one of numbers has no end, where
+/// definitions go in a circle, and where the tree would have more than maximumFormulaNodes nodes. A
+/// signal of unknown type fits everywhere. Signals become variables of signalId(name); the literals
+/// of the enumeration members have the tag enumerationTag(enumeration name), and that name as their
+/// name.
 Formula buildFormula(const ParsedFormula& formula, const FormulaNames& names);
 
 /// The tree of a formula as it is written, for tools that look at formulas only: nothing is typed,
@@ -126,8 +132,8 @@ inline constexpr std::size_t maximumFormulaNodes = 250'000;
 /// The text of a formula, which reads back as the same formula (under ModuloAliases) by
 /// expressionOf, and by buildFormula where it is well typed. Numbers are written in full, times as
 /// `times` has them (without it the tree counts in seconds), names are
-/// quoted where they need it. Implications, rises and falls keep their form, other aliases appear
-/// as their bodies. Members of an enumeration come back by buildFormula only, and the text of a
+/// quoted where they need it. Rises and falls by a number keep their form, other aliases appear as
+/// their bodies. Members of an enumeration come back by buildFormula only, and the text of a
 /// tree that is nested deeper than maximumNesting is not read back. Throws std::invalid_argument
 /// for a tree with nilClass or an operator that formulas do not have. Linear in the formula.
 std::string formulaText(const assessments::Expression& formula,

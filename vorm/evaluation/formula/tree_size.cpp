@@ -50,7 +50,7 @@ TreeSize sizeOf(const SyntaxNodes& nodes, const SyntaxNode& node,
 void require(bool isMet, const std::string& limit, const SyntaxNode& node) {
     if (!isMet) {
         throw FormulaError("the formula has more than " + limit, node.where,
-                           "nest fewer implications, rises, falls and definitions");
+                           "nest fewer definitions, chains of comparisons, Rise and Fall");
     }
 }
 
