@@ -48,7 +48,9 @@ TEST_F(BadInputs, FormulasAreRefused) {
              {"mode == \"P\"", {"a.toml:3:20:", "'P'", "mode", "'D'", "'N'"}},
              {"speed + 1", {"a.toml:3:12:", "double", "compare"}},
              {"slope(speed) < 3",
-              {"a.toml:3:12:", "cannot be evaluated", "in slope(speed) < 3", "= \"linear\""}},
+              {"a.toml:3:18:", "`speed` is held", "slope(speed) < 3", "= \"linear\""}},
+             {"int8(speed / 0) < 3",
+              {"a.toml:3:12:", "cannot be evaluated", "in int8(speed / 0) < int8(3)"}},
          }) {
         write("a.toml", fileWith(bad.input));
         expectMessage(bad, "run a.toml d.csv", 3);

@@ -77,29 +77,16 @@ TEST(Check, TellsAllThatIsWrongInAFile) {
     EXPECT_THROW(parseAssessmentFile("title = 5\n", "a.toml"), InputError);
 }
 
-TEST(Check, KnowsInterpolation) {
-    const auto fileOf = [](const std::string& signals) {
-        return parseAssessmentFile(
-            signals +
-                "[[assessment]]\nname = \"slope\"\nformula = \"slope(x) > 1\"\n"
-                "[[assessment]]\nname = \"product\"\nformula = \"x * x > 1\"\n"
-                "[[assessment]]\nname = \"other\"\nformula = \"slope(y) > 1\"\n",
-            "a.toml");
-    };
-    const std::string held =
-        "cannot be evaluated: The evaluation met an error: 'Slope is not valid "
-        "for ZOH TimedTrace.'.";
-    const AssessmentFile undeclared = fileOf("");
-    EXPECT_EQ(messagesOf(check(undeclared)), Messages{});
-    EXPECT_EQ(messagesOf(check(undeclared, test::read("t,x,y\n0,1,1\n1,2,2\n"))),
-              (Messages{"3: " + held, "9: " + held}));
-    EXPECT_EQ(messagesOf(check(fileOf("[signals]\nx = { type = \"double\" }\n"))),
-              Messages{"5: " + held});
-    EXPECT_EQ(messagesOf(check(fileOf(
-                  "[recording]\ninterpolation = \"linear\"\n"
-                  "[signals]\nx = { type = \"double\" }\ny = { interpolation = \"linear\" }\n"))),
-              Messages{"11: cannot be evaluated: The evaluation met an error: 'The product of two "
-                       "lines is no line.'."});
+TEST(Check, KnowsInterpolationAndRangesOfRecordings) {
+    const AssessmentFile file = parseAssessmentFile(
+        "[[assessment]]\nname = \"slope\"\nformula = \"slope(x) > 1\"\n"
+        "[[assessment]]\nname = \"range\"\nformula = \"x > 1\"\nfrom = 2026-11-22\n"
+        "[[assessment]]\nname = \"NaN\"\nformula = \"int8(x / 0) > 1\"\n",
+        "a.toml");
+    EXPECT_EQ(messagesOf(check(file)), Messages{});
+    EXPECT_EQ(messagesOf(check(file, test::read("t,x\n0,1\n1,2\n"))),
+              (Messages{"3: `x` is held between samples, but 'slope' needs a line",
+                        "7: '2026-11-22' is a date, and the times of r.csv are none"}));
 }
 
 TEST(Check, ARecordingThatCannotBeReadIsOneError) {

@@ -68,7 +68,8 @@ TEST(EvaluateFormula, ErrorsArePlacedInTheText) {
              Row{"y > 0 &\n xx > 3", 2, 2, "unknown signal 'xx'"},
              Row{"x + 1", 1, 1, "an assessment is true or false, but this is of type double"},
              Row{"1 > 0", 1, 1, "the formula reads no signal"},
-             Row{"slope(x) > 0", 1, 1, "cannot be evaluated: "},
+             Row{"slope(x) > 0", 1, 7, "`x` is held between samples"},
+             Row{"int8(x / 0) > 0", 1, 1, "cannot be evaluated: "},
          }) {
         try {
             evaluate(row.formula, holedRecording());

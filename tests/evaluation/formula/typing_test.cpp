@@ -80,7 +80,7 @@ TEST(Typing, LiteralsTakeTheTypeOfTheOperandThatTheyMeet) {
         {"h == 65504", "h == half(65504) : bool"},
         {"Shift[1](5) == n", "Shift[1](int8(5)) == n : bool"},
         {"Rise[1](n, 5)", "Rise[1](n, int8(5)) : bool"},
-        {"slope(n) > 5", "slope(n) > 5 : bool"},
+        {"slope(y) > 5", "slope(y) > 5 : bool"},
         {"double(n) > 300", "double(n) > 300 : bool"},
         {"int8(2 * 3)", "int8(2 * 3) : int8"},
         {"p == true", "p == true : bool"},

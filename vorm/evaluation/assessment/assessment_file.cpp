@@ -6,8 +6,6 @@
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
-#include <boost/mp11/algorithm.hpp>
-
 #include <algorithm>
 #include <memory>
 #include <set>
@@ -121,21 +119,13 @@ private:
 
     void requireLines(TomlTable& table, const SignalLayout& signal) const {
         const bool isLinear = signal.interpolation == assessments::INTERPOLATION_METHOD::LINEAR;
-        if (isLinear && signal.type && signal.type->isKnown() && !hasLines(*signal.type)) {
+        if (isLinear && signal.type && signal.type->isKnown() &&
+            !hasLines(*signal.type->valueType)) {
             document_.fail(*table.node("interpolation"),
                            "the signal '" + signal.name + "' is of type " + typeText(*signal.type) +
                                ", which has no linear interpolation",
                            "leave it out, or declare type = \"double\" for numbers");
         }
-    }
-
-    static bool hasLines(const SignalType& type) {
-        return !type.isEnumerated() &&
-               boost::mp11::mp_with_index<boost::mp11::mp_size<assessments::ValueTypes>::value>(
-                   *type.valueType, [](auto index) -> bool {
-                       return assessments::IsFloatingPoint<
-                           boost::mp11::mp_at_c<assessments::ValueTypes, index>>::value;
-                   });
     }
 
     std::optional<SignalType> typeOf(TomlTable& table, const std::string& signal) const {

@@ -1,8 +1,6 @@
 #include "check.hpp"
 
-#include <vorm/evaluation/assessment/assess.hpp>
 #include <vorm/evaluation/assessment/assessment_choice.hpp>
-#include <vorm/evaluation/assessment/declared_recording.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 
@@ -20,36 +18,6 @@ bool isBefore(const InputError& one, const InputError& other) {
         return std::pair(error.problem().where.line, error.problem().where.column);
     };
     return place(one) < place(other);
-}
-
-// The errors of what cannot be evaluated.
-std::vector<InputError> evaluationErrors(const AssessmentFile& file, const Recording& recording) {
-    std::vector<InputError> errors;
-    if (file.assessments.empty()) {
-        return errors;
-    }
-    for (const AssessmentOutcome& outcome : assess(file, recording).assessments) {
-        if (outcome.error) {
-            errors.push_back(*outcome.error);
-        }
-    }
-    return errors;
-}
-
-// Wherever it may be assessed, and only where all its signals are declared.
-AssessmentFile declaredPart(AssessmentFile file, const Recording& declared) {
-    const FormulaNames names = namesWithoutData(file);
-    std::erase_if(file.assessments, [&](const Assessment& assessment) {
-        const std::set<std::string> signals = typedFormula(file, assessment, names).signals;
-        return std::any_of(signals.begin(), signals.end(), [&](const std::string& signal) {
-            return declared.find(signal) == nullptr;
-        });
-    });
-    for (Assessment& assessment : file.assessments) {
-        assessment.from.reset();
-        assessment.to.reset();
-    }
-    return file;
 }
 
 // All that a formula uses, through the definitions that can be read.
@@ -85,21 +53,14 @@ void addError(std::vector<InputError>& errors, Check check) {
     }
 }
 
-// An error for each assessment that does not fit, and what `tried` gives for those that do.
-template <class Try>
+// An error for each assessment that `checkOne` refuses.
+template <class CheckOne>
 std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames& names,
-                                  Try tried) {
+                                  CheckOne checkOne) {
     std::vector<InputError> errors;
-    AssessmentFile fitting = file;
-    fitting.assessments.clear();
     for (const Assessment& assessment : file.assessments) {
-        addError(errors, [&] {
-            typedFormula(file, assessment, names);
-            fitting.assessments.push_back(assessment);
-        });
+        addError(errors, [&] { checkOne(assessment); });
     }
-    const std::vector<InputError> others = tried(std::move(fitting));
-    errors.insert(errors.end(), others.begin(), others.end());
     std::stable_sort(errors.begin(), errors.end(), isBefore);
     if (errors.empty()) {
         for (const auto& [name, definition] : file.definitions) {
@@ -124,15 +85,15 @@ Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
 }  // namespace
 
 std::vector<InputError> check(const AssessmentFile& file) {
-    return checkWith(file, namesWithoutData(file), [](AssessmentFile fitting) {
-        const Recording declared = declaredRecording(fitting.layout);
-        return evaluationErrors(declaredPart(std::move(fitting), declared), declared);
-    });
+    const FormulaNames names = namesWithoutData(file);
+    return checkWith(file, names,
+                     [&](const Assessment& assessment) { typedFormula(file, assessment, names); });
 }
 
 std::vector<InputError> check(const AssessmentFile& file, const Recording& recording) {
-    return checkWith(file, namesIn(file, recording), [&](const AssessmentFile& fitting) {
-        return evaluationErrors(fitting, recording);
+    const FormulaNames names = namesIn(file, recording);
+    return checkWith(file, names, [&](const Assessment& assessment) {
+        typedAssessment(file, assessment, names, recording);
     });
 }
 

@@ -10,11 +10,12 @@ namespace vorm::evaluation {
 /// What is wrong with the formulas of an assessment file, in the order of the file; empty where
 /// nothing is. Without a recording signals of any name are accepted. What is wrong with a
 /// definition is told with each assessment that uses it, and of the definitions that none uses
-/// where all assessments fit. Formulas that fit are tried on samples of the declared types and
-/// interpolations, where the file declares those of all their signals.
+/// where all assessments fit. Declared signals are held or linear as the file says; of others
+/// neither is known.
 std::vector<InputError> check(const AssessmentFile& file);
 
-/// The same for the signals of a recording and their types, on which formulas that fit are tried.
+/// The same for the signals of a recording, their types and interpolations, and for the ranges of
+/// time of the assessments.
 std::vector<InputError> check(const AssessmentFile& file, const Recording& recording);
 
 /// The same for a recording of which the header and the first 1,000 rows are read; that it cannot

@@ -5,6 +5,8 @@
 namespace vorm::evaluation {
 namespace {
 
+using assessments::INTERPOLATION_METHOD;
+
 std::map<std::string, ParsedFormula> definitionsOf(const AssessmentFile& file) {
     std::map<std::string, ParsedFormula> definitions;
     for (const auto& [name, definition] : file.definitions) {
@@ -24,6 +26,20 @@ void requireVerdicts(const Formula& formula, const std::string& text) {
     if (formula.signals.empty()) {
         fail("the formula reads no signal", "without one there is no time at which to assess it");
     }
+}
+
+struct DeclaredSignal {
+    SignalType type;
+    std::optional<INTERPOLATION_METHOD> interpolation;
+};
+
+// Where lines are the default only numbers are lines, and only data tell whether these are numbers.
+DeclaredSignal declaredSignal(const SignalLayout& signal, const RecordingLayout& layout) {
+    const bool isCertain =
+        signal.interpolation || signal.type || layout.interpolation == INTERPOLATION_METHOD::ZOH;
+    return {signal.type.value_or(SignalType()),
+            isCertain ? std::optional(signal.interpolation.value_or(layout.interpolation))
+                      : std::nullopt};
 }
 
 // What `build` gives; its errors are placed at the definition that they name, or else at `source`.
@@ -67,14 +83,18 @@ void placeRange(const Assessment& assessment, TypedAssessment& typed) {
 
 FormulaNames namesWithoutData(const AssessmentFile& file) {
     FormulaNames names;
-    std::map<std::string, SignalType> declared;
+    std::map<std::string, DeclaredSignal> declared;
     for (const SignalLayout& signal : file.layout.signals) {
-        declared.emplace(signal.name, signal.type.value_or(SignalType()));
+        declared.emplace(signal.name, declaredSignal(signal, file.layout));
         names.signalNames.push_back(signal.name);
     }
     names.signalType = [declared](const std::string& name) -> std::optional<SignalType> {
         const auto found = declared.find(name);
-        return found == declared.end() ? SignalType() : found->second;
+        return found == declared.end() ? SignalType() : found->second.type;
+    };
+    names.interpolation = [declared](const std::string& name) {
+        const auto found = declared.find(name);
+        return found == declared.end() ? std::nullopt : found->second.interpolation;
     };
     names.definitions = definitionsOf(file);
     names.tick = file.layout.time.resolution.length;
@@ -86,6 +106,13 @@ FormulaNames namesIn(const Recording& recording) {
     names.signalType = [&recording](const std::string& name) -> std::optional<SignalType> {
         const Signal* signal = recording.find(name);
         return signal == nullptr ? std::nullopt : std::optional(signal->type);
+    };
+    names.interpolation =
+        [&recording](const std::string& name) -> std::optional<INTERPOLATION_METHOD> {
+        const Signal* signal = recording.find(name);
+        return signal == nullptr || signal->pieces->empty()
+                   ? std::nullopt
+                   : std::optional(signal->pieces->front().getInterpolation());
     };
     names.tick = recording.timeline.tick();
     names.signalNames = recording.availableNames;

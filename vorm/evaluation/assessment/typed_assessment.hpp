@@ -10,8 +10,8 @@
 
 namespace vorm::evaluation {
 
-/// What names mean in a file without data: declared signals have their declared type, any other
-/// name is a signal of unknown type.
+/// What names mean in a file without data: declared signals have their declared type and are held
+/// or linear as the file says, any other name is a signal of which neither is known.
 FormulaNames namesWithoutData(const AssessmentFile& file);
 
 /// What names mean in a recording. Refers to both arguments.

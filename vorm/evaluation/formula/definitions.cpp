@@ -65,10 +65,18 @@ const std::vector<OperandType>& Definitions::typesOf(const std::string& name) {
 std::optional<OperandType> Definitions::typeOfName(const std::string& name) {
     if (find(name) == nullptr) {
         const std::optional<SignalType> type = names_.signalType(name);
-        return type ? std::optional(OperandType{.type = *type}) : std::nullopt;
+        return type ? std::optional(
+                          OperandType{.type = *type, .interpolation = interpolationOf(name, *type)})
+                    : std::nullopt;
     }
     const OperandType& whole = typesOf(name).back();
-    return OperandType{.type = whole.type, .isOpen = whole.isOpen};
+    return OperandType{
+        .type = whole.type, .isOpen = whole.isOpen, .interpolation = whole.interpolation};
+}
+
+Interpolation Definitions::interpolationOf(const std::string& name, const SignalType& type) const {
+    const bool isHeld = type.isKnown() && !hasLines(*type.valueType);
+    return isHeld ? assessments::INTERPOLATION_METHOD::ZOH : names_.interpolation(name);
 }
 
 std::optional<std::string> Definitions::memberAdvice(const std::string& name) const {

@@ -48,6 +48,7 @@ private:
     TreeSize sizeOfName(const SyntaxNode& node);
     void requireNoCircle(const SyntaxNode& node) const;
     std::optional<OperandType> typeOfName(const std::string& name);
+    Interpolation interpolationOf(const std::string& name, const SignalType& type) const;
     /// For a name that is no signal but a member of a signal's enumeration.
     std::optional<std::string> memberAdvice(const std::string& name) const;
     std::string suggestionFor(const std::string& name) const;

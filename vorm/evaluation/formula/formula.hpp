@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/assessments/expression/expression.hpp>
+#include <vorm/assessments/trace/interpolation.hpp>
 #include <vorm/evaluation/formula/definition_names.hpp>
 #include <vorm/evaluation/formula/formula_error.hpp>
 #include <vorm/evaluation/formula/formula_parameter.hpp>
@@ -98,6 +99,9 @@ struct FormulaNames {
     std::string whySignalsMayMiss;
     /// The unit in which the tree counts its times: that of the traces it is for.
     ExactTime tick = second;
+    /// Whether the signal of that name is held or linear, or nothing where that is not known.
+    std::function<std::optional<assessments::INTERPOLATION_METHOD>(const std::string&)>
+        interpolation = [](const std::string&) { return std::nullopt; };
 };
 
 /// A formula whose parts fit together.
@@ -113,11 +117,12 @@ struct Formula {
 ///
 /// A literal takes the type of the operand that it meets. Throws FormulaError where a literal is
 /// not exactly a value of that type (a decimal fraction may round to a floating type), where types
-/// clash, where a name means nothing, where a window is none or one of numbers has no end, where
-/// definitions go in a circle, and where the tree would have more than maximumFormulaNodes nodes. A
-/// signal of unknown type fits everywhere. Signals become variables of signalId(name); the literals
-/// of the enumeration members have the tag enumerationTag(enumeration name), and that name as their
-/// name.
+/// clash, where an operator does not take a line or takes nothing else, where a name means nothing,
+/// where a window is none or one of numbers has no end, where definitions go in a circle, and where
+/// the tree would have more than maximumFormulaNodes nodes. A signal of unknown type fits
+/// everywhere, and so does one that may be a line or not. Signals become variables of
+/// signalId(name); the literals of the enumeration members have the tag
+/// enumerationTag(enumeration name), and that name as their name.
 Formula buildFormula(const ParsedFormula& formula, const FormulaNames& names);
 
 /// The tree of a formula as it is written, for tools that look at formulas only: nothing is typed,

@@ -14,12 +14,16 @@
 
 namespace vorm::evaluation {
 
+/// What a quantity is between its samples; nothing where no file and no recording tells.
+using Interpolation = std::optional<assessments::INTERPOLATION_METHOD>;
+
 struct OperandType {
     SignalType type{};
     /// Made of numbers only, so that the type is that of the operand that it meets.
     bool isOpen = false;
     /// A member of an enumeration: of `type`, or of one that nothing is known of yet.
     bool isMember = false;
+    Interpolation interpolation = assessments::INTERPOLATION_METHOD::ZOH;
     /// Where an open operand took its type, as the index of the operator.
     std::optional<std::size_t> settledBy{};
 };

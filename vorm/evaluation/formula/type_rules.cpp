@@ -17,7 +17,11 @@ TypeRules::TypeRules(const ParsedFormula& formula, const NameTypes& names)
 
 std::vector<OperandType> TypeRules::types() && {
     for (const SyntaxNode& node : nodes_) {
-        types_.push_back(typeOf(node));
+        OperandType type = typeOf(node);
+        if (operandsOf(node.kind) > 0) {
+            type.interpolation = interpolationOf(node);
+        }
+        types_.push_back(std::move(type));
     }
     requireValue(nodes_.size() - 1);
     return std::move(types_);
@@ -80,6 +84,14 @@ OperandType TypeRules::cast(const SyntaxNode& node) {
     if (types_[node.left].type.isEnumerated()) {
         refuseOperand(node, node.left, "a number, a bool or a verdict",
                       "compare it with a member by ==");
+    }
+    const bool isVerdict = types_[node.left].type.is<assessments::Verdict>();
+    const bool becomesVerdict = node.target == assessments::valueTypeIndex<assessments::Verdict>;
+    if (becomesVerdict && !isVerdict) {
+        requireBool(node, node.left);
+    }
+    if (isVerdict && !becomesVerdict) {
+        refuseOperand(node, node.left, "a number or a bool", "compare it with a verdict by ==");
     }
     return {.type = {node.target, nullptr}};
 }

@@ -35,6 +35,14 @@ private:
     void requireBool(const SyntaxNode& node, std::size_t operand) const;
     void requireTimes(const SyntaxNode& node) const;
 
+    // interpolation_rules.cpp
+    // What an operator makes of operands that are held or lines; refuses those of which it makes
+    // neither.
+    Interpolation interpolationOf(const SyntaxNode& node) const;
+    void requireHeld(const SyntaxNode& node, std::size_t operand) const;
+    void requireLine(const SyntaxNode& node, std::size_t operand) const;
+    void requireNoCurve(const SyntaxNode& node) const;
+
     // enumeration_rules.cpp
     void resolveMember(std::size_t operand, std::size_t other);
     void requireUnambiguous(std::size_t operand, std::size_t other) const;

@@ -1,5 +1,9 @@
 #include "signal_type.hpp"
 
+#include <vorm/assessments/trace/value_traits.hpp>
+
+#include <boost/mp11/algorithm.hpp>
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -50,6 +54,13 @@ std::optional<std::size_t> valueTypeOf(std::string_view name) {
         return std::nullopt;
     }
     return static_cast<std::size_t>(std::distance(names.begin(), found));
+}
+
+bool hasLines(std::size_t valueType) {
+    return boost::mp11::mp_with_index<names.size()>(valueType, [](auto index) -> bool {
+        return assessments::IsFloatingPoint<
+            boost::mp11::mp_at<assessments::ValueTypes, decltype(index)>>::value;
+    });
 }
 
 std::string typeText(const SignalType& type) {

@@ -52,6 +52,9 @@ const std::vector<std::string>& valueTypeNames();
 /// The index of the value type of that name, or nothing. `single` is float, `logical` is bool.
 std::optional<std::size_t> valueTypeOf(std::string_view name);
 
+/// Whether values of the type of that index can lie on lines between samples.
+bool hasLines(std::size_t valueType);
+
 /// `double`, `enumeration Mode`, or `unknown type`.
 std::string typeText(const SignalType& type);
 
