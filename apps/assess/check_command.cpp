@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <iostream>
+#include <set>
+#include <tuple>
 
 namespace assess {
 namespace {
@@ -21,51 +23,54 @@ std::string countOf(std::size_t errors) {
     return std::to_string(errors) + (errors == 1 ? " error" : " errors");
 }
 
-// Checks a file, against each recording if there are some; its errors are told once.
+// Checks a file, against each recording if there are some; each error is told once.
 class Checking {
 public:
     explicit Checking(const Options& options)
-        : options_(options), read_(partlyReadAssessmentsOf(options)), file_(checkablePart(read_)) {}
+        : options_(options), read_(partlyReadAssessmentsOf(options)) {}
 
     ExitCode run() {
         if (options_.recordings.empty()) {
-            tell(check(file_), "");
+            tell(check(read_.file), "");
         }
         for (const RecordingSource& source : recordingsOf(options_)) {
-            tell(check(file_, source), " " + source.name());
+            tell(check(read_, source), " " + source.name());
         }
-        if (!options_.quiet && errors_ == 0 && options_.recordings.empty()) {
+        if (!options_.quiet && told_.empty() && options_.recordings.empty()) {
             std::cerr << "note: without a recording, signals of any name are accepted; --against "
                          "checks them\n";
         }
-        if (!options_.quiet && errors_ > 0) {
-            std::cerr << file_.name << ": " << countOf(errors_) << "\n";
+        if (!options_.quiet && !told_.empty()) {
+            std::cerr << read_.file.name << ": " << countOf(told_.size()) << "\n";
         }
-        return errors_ == 0 ? ExitCode::NothingFailed : ExitCode::UnusableInput;
+        return told_.empty() ? ExitCode::NothingFailed : ExitCode::UnusableInput;
     }
 
 private:
-    // The errors of the text come with the first ones, in the order of the file.
+    // In the order of the file.
     void tell(std::vector<InputError> errors, const std::string& against) {
         errors.insert(errors.begin(), read_.errors.begin(), read_.errors.end());
-        read_.errors.clear();
+        const auto place = [this](const InputError& error) {
+            const SourceLocation& where = error.problem().where;
+            return std::tuple(where.file != read_.file.name, where.line, where.column);
+        };
         std::stable_sort(errors.begin(), errors.end(),
-                         [](const InputError& one, const InputError& other) {
-                             return one.problem().where.line < other.problem().where.line;
+                         [&](const InputError& one, const InputError& other) {
+                             return place(one) < place(other);
                          });
         for (const InputError& error : errors) {
-            std::cerr << messageOf(error) << "\n";
+            if (told_.insert(messageOf(error)).second) {
+                std::cerr << messageOf(error) << "\n";
+            }
         }
-        errors_ += errors.size();
         if (errors.empty()) {
-            writeResults(options_, summaryOf(file_, against));
+            writeResults(options_, summaryOf(read_.file, against));
         }
     }
 
     const Options& options_;
-    PartlyReadFile read_;
-    const AssessmentFile file_;
-    std::size_t errors_ = 0;
+    const PartlyReadFile read_;
+    std::set<std::string> told_;
 };
 
 }  // namespace

@@ -522,6 +522,30 @@ TEST_F(Assess, CheckAcceptsOpenNamesAndTestsThemAgainstARecording) {
     EXPECT_EQ(assess("check a.toml --against other.csv").exitCode, 3);
 }
 
+TEST_F(Assess, CheckTellsAllErrorsOnceInTheOrderOfTheFile) {
+    write("wrong.toml",
+          "[[assessment]]\nname = \"a\"\nformula = \"speed & 5\"\n"
+          "[[assessment]]\nname = \"b\"\nformula = \"speed >\"\n"
+          "[[assessment]]\nname = \"c\"\nformula = \"slope(speed) > 5\"\n");
+    const auto placesOf = [](const std::string& messages) {
+        std::string places;
+        std::istringstream lines(messages);
+        for (std::string line; std::getline(lines, line);) {
+            places += line.starts_with(' ') ? "" : line.substr(0, line.find(": ")) + " ";
+        }
+        return places;
+    };
+    const ProgramResult alone = assess("check wrong.toml");
+    EXPECT_EQ(alone.exitCode, 3);
+    EXPECT_EQ(placesOf(alone.err), "wrong.toml:3:20 wrong.toml:6:19 wrong.toml ");
+    EXPECT_TRUE(has(alone.err, "\nwrong.toml: 2 errors\n"));
+    const ProgramResult against = assess("check wrong.toml --against d.csv d.csv missing.csv");
+    EXPECT_EQ(placesOf(against.err),
+              "wrong.toml:3:12 wrong.toml:6:19 wrong.toml:9:18 assess wrong.toml ");
+    EXPECT_TRUE(has(against.err, "\nwrong.toml: 4 errors\n"));
+    EXPECT_EQ(placesOf(assess("check wrong.toml --quiet").err), "wrong.toml:3:20 wrong.toml:6:19 ");
+}
+
 TEST_F(Assess, QuietLeavesOutNotes) {
     EXPECT_TRUE(has(assess("check a.toml").err, "note:"));
     EXPECT_EQ(assess("check a.toml --quiet").err, "");

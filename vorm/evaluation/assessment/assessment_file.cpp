@@ -1,12 +1,16 @@
 #include "assessment_file.hpp"
 
+#include <vorm/evaluation/assessment/fault_collection.hpp>
 #include <vorm/evaluation/assessment/layout_reading.hpp>
 #include <vorm/evaluation/assessment/parameter_reading.hpp>
+#include <vorm/evaluation/assessment/signal_declarations.hpp>
 #include <vorm/evaluation/assessment/toml_table.hpp>
+#include <vorm/evaluation/formula/token.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <set>
 #include <utility>
@@ -19,142 +23,80 @@ using detail::TomlTable;
 
 class FileReader {
 public:
-    /// Without a list of errors the first one is thrown.
-    FileReader(const TomlDocument& document, const std::vector<ParameterSetting>& settings,
-               PartlyReadFile& result, bool goesOn)
-        : document_(document), settings_(settings), result_(result), goesOn_(goesOn) {
+    /// Faults are collected in the result, or the first one is thrown.
+    FileReader(const TomlDocument& document, PartlyReadFile& result, bool collectsFaults)
+        : document_(document),
+          result_(result),
+          file_(result.file),
+          faults_(collectsFaults ? &result.errors : nullptr),
+          declarations_(document) {
         file_.name = document.name;
     }
 
-    void read() {
+    void read(const std::vector<ParameterSetting>& settings) {
         TomlTable root(document_, document_.root, "the file");
-        attempt([&] { file_.title = root.text("title").value_or(""); });
-        attempt([&] {
-            if (auto table = root.table("recording", "[recording]")) {
-                detail::readLayout(*table, file_.layout);
-            }
-        });
+        faults_.attempt([&] { file_.title = root.text("title").value_or(""); });
+        result_.hasLayout = readLayout(root);
         readEach(root, "enumerations", &FileReader::readEnumeration);
-        readEach(root, "signals", &FileReader::readSignal);
-        hasParameters_ = attempt([&] { readParameters(root); });
-        detail::setParameters(file_.parameters, settings_, document_.name);
-        parameters_ = std::make_shared<const FormulaParameters>(file_.parameters);
+        result_.hasLayout = readEach(root, "signals", &FileReader::readSignal) && result_.hasLayout;
+        hasParameters_ = readEach(root, "parameters", &FileReader::readParameter);
+        setParameters(settings);
         readEach(root, "definitions", &FileReader::readDefinition);
-        attempt([&] { readAssessments(root.node("assessment")); });
-        attempt([&] { root.refuseOthers(); });
+        faults_.attempt([&] { readAssessments(root.node("assessment")); });
+        root.refuseOthers(faults_);
     }
 
 private:
-    // Whether it can be read.
-    template <class Read>
-    bool attempt(Read read) {
-        if (!goesOn_) {
-            read();
-            return true;
-        }
-        try {
-            read();
-            return true;
-        } catch (const InputError& error) {
-            result_.errors.push_back(error);
-            return false;
-        }
+    bool readLayout(TomlTable& root) {
+        const std::size_t before = result_.errors.size();
+        faults_.attempt([&] {
+            if (auto table = root.table("recording", "[recording]")) {
+                detail::readLayout(*table, file_.layout, faults_);
+            }
+        });
+        return result_.errors.size() == before;
     }
 
-    void readEach(TomlTable& root, const char* key,
+    // Whether it is a table, if there is one.
+    bool readEach(TomlTable& root, const char* key,
                   void (FileReader::*readOne)(const std::string&, const toml::node&)) {
-        attempt([&] {
+        return faults_.attempt([&] {
             if (auto table = root.table(key, "[" + std::string(key) + "]")) {
                 table->forEach([&](const std::string& name, const toml::node& node) {
-                    attempt([&] { (this->*readOne)(name, node); });
+                    faults_.attempt([&] { (this->*readOne)(name, node); });
                 });
             }
         });
     }
 
     void readEnumeration(const std::string& name, const toml::node& node) {
-        const toml::array* list = node.as_array();
-        auto enumeration = std::make_shared<Enumeration>();
-        enumeration->name = name;
-        if (list != nullptr && !valueTypeOf(name) && name != "enum") {
-            for (const toml::node& member : *list) {
-                if (const auto* text = member.as_string()) {
-                    enumeration->members.push_back(text->get());
-                }
-            }
-            const std::set<std::string> distinct(enumeration->members.begin(),
-                                                 enumeration->members.end());
-            if (!list->empty() && distinct.size() == list->size()) {
-                enumerations_[name] = std::move(enumeration);
-                return;
-            }
-        }
-        document_.fail(node, "'" + name + "' is no enumeration",
-                       "write its members in order, each once: " + name + R"( = ["off", "on"])");
+        declarations_.readEnumeration(name, node);
     }
 
     void readSignal(const std::string& name, const toml::node& node) {
-        SignalLayout signal;
-        signal.name = name;
-        signal.where = document_.placeOf(node);
-        if (const auto* column = node.as_string()) {
-            signal.column = column->get();
-        } else if (const auto* keys = node.as_table()) {
-            TomlTable table(document_, *keys, "the signal '" + name + "'");
-            signal.column = table.text("column").value_or("");
-            signal.file = table.text("file").value_or("");
-            signal.type = typeOf(table, name);
-            signal.interpolation = detail::interpolation(table);
-            requireLines(table, signal);
-            signal.unit = table.text("unit").value_or("");
-            signal.maxGap = detail::maxGap(table);
-            signal.equalTimes = detail::equalTimes(table);
-            table.refuseOthers();
-        } else {
-            document_.fail(node, "the signal '" + name + "' has to be a column name or a table",
-                           name + R"( = { column = "...", interpolation = "linear" })");
-        }
-        file_.layout.signals.push_back(std::move(signal));
-    }
-
-    void requireLines(TomlTable& table, const SignalLayout& signal) const {
-        const bool isLinear = signal.interpolation == assessments::INTERPOLATION_METHOD::LINEAR;
-        if (isLinear && signal.type && signal.type->isKnown() &&
-            !hasLines(*signal.type->valueType)) {
-            document_.fail(*table.node("interpolation"),
-                           "the signal '" + signal.name + "' is of type " + typeText(*signal.type) +
-                               ", which has no linear interpolation",
-                           "leave it out, or declare type = \"double\" for numbers");
+        result_.unreadNames.insert(name);
+        if (auto signal = declarations_.signal(name, node)) {
+            file_.layout.signals.push_back(std::move(*signal));
+            result_.unreadNames.erase(name);
         }
     }
 
-    std::optional<SignalType> typeOf(TomlTable& table, const std::string& signal) const {
-        const auto name = table.text("type");
-        if (!name) {
-            return std::nullopt;
-        }
-        if (const auto index = valueTypeOf(*name)) {
-            return SignalType{*index, nullptr};
-        }
-        if (*name == "enum") {
-            return SignalType::of(std::make_shared<Enumeration>(Enumeration{signal, {}}));
-        }
-        if (const auto found = enumerations_.find(*name); found != enumerations_.end()) {
-            return SignalType::of(found->second);
-        }
-        std::vector<std::string> types = valueTypeNames();
-        types.emplace_back("enum");
-        for (const auto& [enumeration, members] : enumerations_) {
-            types.push_back(enumeration);
-        }
-        document_.fail(*table.node("type"), "there is no type '" + *name + "'",
-                       "it is one of " + quotedList(types, types.size()));
+    void readParameter(const std::string& name, const toml::node& node) {
+        unreadParameters_.insert(name);
+        file_.parameters.push_back(detail::readParameter(document_, name, node));
+        unreadParameters_.erase(name);
     }
 
-    void readParameters(TomlTable& root) {
-        if (auto table = root.table("parameters", "[parameters]")) {
-            file_.parameters = detail::readParameters(document_, *table);
-        }
+    void setParameters(std::vector<ParameterSetting> settings) {
+        std::erase_if(settings, [&](const ParameterSetting& setting) {
+            return isUnreadParameter(setting.name);
+        });
+        detail::setParameters(file_.parameters, settings, document_.name);
+        parameters_ = std::make_shared<const FormulaParameters>(file_.parameters);
+    }
+
+    bool isUnreadParameter(std::string_view name) const {
+        return !hasParameters_ || unreadParameters_.contains(name);
     }
 
     SourcedFormula formula(const toml::value<std::string>& text) const {
@@ -168,7 +110,10 @@ private:
 
     // Whether a formula can be read, or its parameters are what keeps it from that.
     bool hasItsParameters(const toml::value<std::string>& text) const {
-        return hasParameters_ || text.get().find('$') == std::string::npos;
+        const std::vector<Token> words = tokensOf(text.get());
+        return std::none_of(words.begin(), words.end(), [&](const Token& word) {
+            return word.kind == TokenKind::Parameter && isUnreadParameter(word.text.substr(1));
+        });
     }
 
     void readDefinition(const std::string& name, const toml::node& node) {
@@ -181,10 +126,10 @@ private:
             document_.fail(node, "the definition has no name",
                            "name it, so that formulas can use it");
         }
-        result_.unreadDefinitions.insert(name);
+        result_.unreadNames.insert(name);
         if (hasItsParameters(*text)) {
             file_.definitions.emplace(name, formula(*text));
-            result_.unreadDefinitions.erase(name);
+            result_.unreadNames.erase(name);
         }
     }
 
@@ -202,7 +147,7 @@ private:
             throw InputError(std::move(problem));
         }
         for (const toml::node& element : *list) {
-            attempt([&] { readAssessment(*element.as_table()); });
+            faults_.attempt([&] { readAssessment(*element.as_table()); });
         }
     }
 
@@ -232,19 +177,19 @@ private:
         std::optional<SourcedFormula> requirement;
         std::optional<RangeLimit> from;
         std::optional<RangeLimit> to;
-        const bool isNamed = attempt([&] { name = newName(table); });
-        attempt([&] { description = table.text("description").value_or(""); });
-        attempt([&] { severity = severityOf(table); });
-        attempt([&] { tags = tagsOf(table); });
-        attempt([&] { requirement = requirementOf(table); });
-        attempt([&] { from = table.rangeLimit("from"); });
-        attempt([&] { to = table.rangeLimit("to"); });
-        attempt([&] {
+        const bool isNamed = faults_.attempt([&] { name = newName(table); });
+        faults_.attempt([&] { description = table.text("description").value_or(""); });
+        faults_.attempt([&] { severity = severityOf(table); });
+        faults_.attempt([&] { tags = tagsOf(table); });
+        faults_.attempt([&] { requirement = requirementOf(table); });
+        faults_.attempt([&] { from = table.rangeLimit("from"); });
+        faults_.attempt([&] { to = table.rangeLimit("to"); });
+        faults_.attempt([&] {
             if (from && to && to->isSurelyBefore(*from)) {
                 document_.fail(*table.node("to"), "'to' is before 'from'");
             }
         });
-        attempt([&] { table.refuseOthers(); });
+        table.refuseOthers(faults_);
         if (isNamed && requirement) {
             file_.assessments.push_back(
                 {name, description, severity, tags, *requirement, from, to});
@@ -270,14 +215,14 @@ private:
     }
 
     const TomlDocument& document_;
-    const std::vector<ParameterSetting>& settings_;
     PartlyReadFile& result_;
-    bool goesOn_;
-    AssessmentFile& file_ = result_.file;
+    AssessmentFile& file_;
+    const detail::FaultCollection faults_;
+    detail::SignalDeclarations declarations_;
     bool hasParameters_ = true;
-    std::set<std::string> names_;
+    std::set<std::string, std::less<>> unreadParameters_;
     std::shared_ptr<const FormulaParameters> parameters_;
-    std::map<std::string, std::shared_ptr<const Enumeration>> enumerations_;
+    std::set<std::string> names_;
 };
 
 std::string nameOfFile(const std::string& path) {
@@ -308,7 +253,7 @@ AssessmentFile parseAssessmentFile(std::string_view text, const std::string& nam
                                    const std::vector<ParameterSetting>& settings) {
     const TomlDocument document(text, name);
     PartlyReadFile result;
-    FileReader(document, settings, result, false).read();
+    FileReader(document, result, false).read(settings);
     return std::move(result.file);
 }
 
@@ -316,7 +261,7 @@ PartlyReadFile parsePartly(std::string_view text, const std::string& name,
                            const std::vector<ParameterSetting>& settings) {
     const TomlDocument document(text, name);
     PartlyReadFile result;
-    FileReader(document, settings, result, true).read();
+    FileReader(document, result, true).read(settings);
     return result;
 }
 

@@ -67,8 +67,9 @@ AssessmentFile parseAssessmentFile(std::string_view text, const std::string& nam
 /// What of an assessment file can be read, and what is wrong with the rest.
 struct PartlyReadFile {
     AssessmentFile file;
-    std::vector<InputError> errors;           ///< in the order in which the file is read
-    std::set<std::string> unreadDefinitions;  ///< their names
+    std::vector<InputError> errors;     ///< in the order in which the file is read
+    std::set<std::string> unreadNames;  ///< of signals and definitions that are not in `file`
+    bool hasLayout = true;  ///< whether all of [recording] can be read, and [signals] is a table
 };
 
 /// Reads an assessment file to its end, whatever is wrong in it: of each key, definition and

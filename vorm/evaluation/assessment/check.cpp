@@ -1,11 +1,11 @@
 #include "check.hpp"
 
-#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 
 #include <algorithm>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -13,35 +13,26 @@ namespace {
 
 constexpr std::size_t rowsThatTellTypes = 1000;
 
-bool isBefore(const InputError& one, const InputError& other) {
+// In the order of the file; what several assessments have in common is told once.
+void arrange(std::vector<InputError>& errors) {
     const auto place = [](const InputError& error) {
         return std::pair(error.problem().where.line, error.problem().where.column);
     };
-    return place(one) < place(other);
+    std::stable_sort(
+        errors.begin(), errors.end(),
+        [&](const InputError& one, const InputError& other) { return place(one) < place(other); });
+    const auto isSame = [](const InputError& one, const InputError& other) {
+        return std::string_view(one.what()) == other.what();
+    };
+    errors.erase(std::unique(errors.begin(), errors.end(), isSame), errors.end());
 }
 
-// All that a formula uses, through the definitions that can be read.
-bool usesOneOf(const std::set<std::string>& unread, const AssessmentFile& file,
-               const ParsedFormula& formula) {
-    std::set<std::string> seen;
-    std::vector<std::string> pending;
-    const auto look = [&](const ParsedFormula& part) {
-        for (const std::string& name : part.names()) {
-            if (seen.insert(name).second) {
-                pending.push_back(name);
-            }
-        }
-    };
-    look(formula);
-    while (!pending.empty()) {
-        const auto definition = file.definitions.find(pending.back());
-        pending.pop_back();
-        if (definition != file.definitions.end()) {
-            look(definition->second.formula);
-        }
+std::vector<const Assessment*> allOf(const AssessmentFile& file) {
+    std::vector<const Assessment*> assessments;
+    for (const Assessment& assessment : file.assessments) {
+        assessments.push_back(&assessment);
     }
-    return std::any_of(unread.begin(), unread.end(),
-                       [&](const std::string& name) { return seen.contains(name); });
+    return assessments;
 }
 
 template <class Check>
@@ -53,7 +44,7 @@ void addError(std::vector<InputError>& errors, Check check) {
     }
 }
 
-// An error for each assessment that `checkOne` refuses.
+// What `checkOne` refuses of the assessments, and the definitions that none of them uses.
 template <class CheckOne>
 std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames& names,
                                   CheckOne checkOne) {
@@ -61,18 +52,44 @@ std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames
     for (const Assessment& assessment : file.assessments) {
         addError(errors, [&] { checkOne(assessment); });
     }
-    std::stable_sort(errors.begin(), errors.end(), isBefore);
-    if (errors.empty()) {
-        for (const auto& [name, definition] : file.definitions) {
-            addError(errors, [&, &name = name] { checkDefinition(file, name, names); });
+    const std::set<std::string> used = namesToRead(file, allOf(file));
+    for (const auto& definition : file.definitions) {
+        const std::string& name = definition.first;
+        if (!used.contains(name)) {
+            addError(errors, [&] { checkDefinition(file, name, names); });
         }
     }
+    arrange(errors);
     return errors;
+}
+
+// Of what could not be read nothing is known.
+FormulaNames withUnknown(FormulaNames names, const std::set<std::string>& unread) {
+    names.signalType = [known = std::move(names.signalType), unread](const std::string& name) {
+        return unread.contains(name) ? SignalType() : known(name);
+    };
+    names.interpolation = [known = std::move(names.interpolation),
+                           unread](const std::string& name) {
+        return unread.contains(name) ? std::nullopt : known(name);
+    };
+    return names;
+}
+
+std::vector<InputError> checkIn(const Recording& recording, const AssessmentFile& file,
+                                const std::set<std::string>& unread) {
+    const FormulaNames names = withUnknown(namesIn(file, recording), unread);
+    return checkWith(file, names, [&](const Assessment& assessment) {
+        const std::set<std::string> signals = typedFormula(file, assessment, names).signals;
+        const auto isKnown = [&](const std::string& signal) { return !unread.contains(signal); };
+        if (std::all_of(signals.begin(), signals.end(), isKnown)) {
+            typedAssessment(file, assessment, names, recording);
+        }
+    });
 }
 
 Recording headerOf(const AssessmentFile& file, const RecordingSource& source) {
     ReadingOptions reading;
-    reading.wanted = namesToRead(file, chosenAssessments(file, RunOptions()));
+    reading.wanted = namesToRead(file, allOf(file));
     for (const auto& [name, definition] : file.definitions) {
         reading.wanted->merge(definition.formula.names());
     }
@@ -91,27 +108,21 @@ std::vector<InputError> check(const AssessmentFile& file) {
 }
 
 std::vector<InputError> check(const AssessmentFile& file, const Recording& recording) {
-    const FormulaNames names = namesIn(file, recording);
-    return checkWith(file, names, [&](const Assessment& assessment) {
-        typedAssessment(file, assessment, names, recording);
-    });
+    return checkIn(recording, file, {});
 }
 
 std::vector<InputError> check(const AssessmentFile& file, const RecordingSource& source) {
-    std::vector<InputError> errors;
-    addError(errors, [&] { errors = check(file, headerOf(file, source)); });
-    return errors;
+    return check(PartlyReadFile{file, {}, {}}, source);
 }
 
-AssessmentFile checkablePart(const PartlyReadFile& read) {
-    AssessmentFile file = read.file;
-    std::erase_if(file.assessments, [&](const Assessment& assessment) {
-        return usesOneOf(read.unreadDefinitions, file, assessment.requirement.formula);
-    });
-    std::erase_if(file.definitions, [&](const auto& definition) {
-        return usesOneOf(read.unreadDefinitions, read.file, definition.second.formula);
-    });
-    return file;
+std::vector<InputError> check(const PartlyReadFile& read, const RecordingSource& source) {
+    if (!read.hasLayout) {
+        return check(read.file);
+    }
+    std::vector<InputError> errors;
+    addError(errors,
+             [&] { errors = checkIn(headerOf(read.file, source), read.file, read.unreadNames); });
+    return errors;
 }
 
 }  // namespace vorm::evaluation

@@ -9,9 +9,8 @@ namespace vorm::evaluation {
 
 /// What is wrong with the formulas of an assessment file, in the order of the file; empty where
 /// nothing is. Without a recording signals of any name are accepted. What is wrong with a
-/// definition is told with each assessment that uses it, and of the definitions that none uses
-/// where all assessments fit. Declared signals are held or linear as the file says; of others
-/// neither is known.
+/// definition is told once, and also where nothing uses it. Declared signals are held or linear as
+/// the file says; of others neither is known.
 std::vector<InputError> check(const AssessmentFile& file);
 
 /// The same for the signals of a recording, their types and interpolations, and for the ranges of
@@ -22,8 +21,8 @@ std::vector<InputError> check(const AssessmentFile& file, const Recording& recor
 /// be read is one error.
 std::vector<InputError> check(const AssessmentFile& file, const RecordingSource& source);
 
-/// The part of a file whose formulas can be checked: without the assessments that use definitions
-/// which cannot be read.
-AssessmentFile checkablePart(const PartlyReadFile& read);
+/// The same for what of a file can be read: what follows from one of its errors is none, and the
+/// recording is left alone where the file does not tell how to read it.
+std::vector<InputError> check(const PartlyReadFile& read, const RecordingSource& source);
 
 }  // namespace vorm::evaluation

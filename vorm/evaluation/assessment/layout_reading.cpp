@@ -5,6 +5,7 @@
 #include <vorm/evaluation/time/time_zone.hpp>
 
 #include <array>
+#include <set>
 #include <utility>
 
 namespace vorm::evaluation::detail {
@@ -226,9 +227,11 @@ const std::vector<LayoutReading>& layoutReadings() {
         {{"form", "wide|long", "Whether there is a column per signal or a row per value"},
          readForm},
         {{"name_column", "NAME", "The column of the signals' names in the long form"},
-         readLongColumn<&LongForm::nameColumn>},
+         readLongColumn<&LongForm::nameColumn>,
+         "form"},
         {{"value_column", "NAME", "The column of the values in the long form"},
-         readLongColumn<&LongForm::valueColumn>},
+         readLongColumn<&LongForm::valueColumn>,
+         "form"},
         {{"interpolation", "held|linear", "What numbers are between samples"}, readInterpolation},
         {{"max_gap", "TIME", "The longest distance of samples that is no hole: 0.5, 500ms"},
          readMaxGap},
@@ -243,11 +246,16 @@ void readKey(const LayoutReading& reading, TomlTable& table, RecordingLayout& la
     }
 }
 
-void readLayout(TomlTable& table, RecordingLayout& layout) {
+void readLayout(TomlTable& table, RecordingLayout& layout, const FaultCollection& faults) {
+    std::set<std::string> unread;
     for (const LayoutReading& reading : layoutReadings()) {
-        readKey(reading, table, layout);
+        if (unread.contains(reading.needs)) {
+            table.node(reading.key.name.c_str());
+        } else if (!faults.attempt([&] { readKey(reading, table, layout); })) {
+            unread.insert(reading.key.name);
+        }
     }
-    table.refuseOthers();
+    table.refuseOthers(faults);
 }
 
 std::optional<EqualTimes> equalTimes(TomlTable& table) {

@@ -92,16 +92,13 @@ std::string valueOf(const ParameterSetting& setting, const FormulaParameter& par
 
 }  // namespace
 
-FormulaParameters readParameters(const TomlDocument& document, const TomlTable& table) {
-    FormulaParameters parameters;
-    table.forEach([&](const std::string& name, const toml::node& node) {
-        if (!isName(name)) {
-            document.fail(node, "formulas cannot name a parameter '" + name + "'",
-                          "its name is letters, digits, _ and ., and does not begin with a digit");
-        }
-        parameters.push_back(parameterOf(document, name, node));
-    });
-    return parameters;
+FormulaParameter readParameter(const TomlDocument& document, const std::string& name,
+                               const toml::node& node) {
+    if (!isName(name)) {
+        document.fail(node, "formulas cannot name a parameter '" + name + "'",
+                      "its name is letters, digits, _ and ., and does not begin with a digit");
+    }
+    return parameterOf(document, name, node);
 }
 
 void setParameters(FormulaParameters& parameters, const std::vector<ParameterSetting>& settings,

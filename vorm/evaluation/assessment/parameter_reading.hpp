@@ -9,9 +9,10 @@
 
 namespace vorm::evaluation::detail {
 
-/// The table [parameters]. Throws InputError for a name that formulas cannot write, and for a value
-/// that is no number, bool or text.
-FormulaParameters readParameters(const TomlDocument& document, const TomlTable& table);
+/// A value of the table [parameters]. Throws InputError for a name that formulas cannot write, and
+/// for a value that is no number, bool or text.
+FormulaParameter readParameter(const TomlDocument& document, const std::string& name,
+                               const toml::node& node);
 
 /// Sets some of the parameters of a file. Throws InputError as parseAssessmentFile does for its
 /// settings.

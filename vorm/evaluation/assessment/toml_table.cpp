@@ -267,16 +267,20 @@ void TomlTable::fail(const char* key, std::string message, std::string advice) c
     document_.fail(*table_.get(key), std::move(message), std::move(advice));
 }
 
-void TomlTable::refuseOthers() const {
-    forEach([this](const std::string& key, const toml::node& value) {
+void TomlTable::refuseOthers(const FaultCollection& faults) const {
+    forEach([&](const std::string& key, const toml::node& value) {
         if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
-            std::string advice = suggestion(key, known_);
-            if (advice.empty()) {
-                advice = "it can have " + quotedList(known_, known_.size());
-            }
-            document_.fail(value, "unknown key '" + key + "' in " + what_, std::move(advice));
+            faults.attempt([&] { refuseKey(key, value); });
         }
     });
+}
+
+void TomlTable::refuseKey(const std::string& key, const toml::node& value) const {
+    std::string advice = suggestion(key, known_);
+    if (advice.empty()) {
+        advice = "it can have " + quotedList(known_, known_.size());
+    }
+    document_.fail(value, "unknown key '" + key + "' in " + what_, std::move(advice));
 }
 
 }  // namespace vorm::evaluation::detail

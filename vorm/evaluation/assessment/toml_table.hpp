@@ -3,6 +3,7 @@
 // Reads the tables of an assessment file key by key; included by the sources of this folder only.
 // Every failure is an InputError at the value in question, and what nobody asked for is refused.
 
+#include <vorm/evaluation/assessment/fault_collection.hpp>
 #include <vorm/evaluation/assessment/formula_source.hpp>
 #include <vorm/evaluation/assessment/range_limit.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
@@ -71,10 +72,11 @@ public:
 
     /// Refuses the value of a key.
     [[noreturn]] void fail(const char* key, std::string message, std::string advice = {}) const;
-    /// Refuses keys that were not asked for, with those that could have been meant.
-    void refuseOthers() const;
+    /// Refuses keys that were not asked for, each with those that could have been meant.
+    void refuseOthers(const FaultCollection& faults = FaultCollection(nullptr)) const;
 
 private:
+    [[noreturn]] void refuseKey(const std::string& key, const toml::node& value) const;
     const toml::value<std::string>& requireText(const toml::node& node, const char* key) const;
     std::vector<std::pair<std::string, const toml::node*>> inOrder() const;
 
