@@ -139,11 +139,14 @@ private:
     }
 
     // The library takes what stands in square brackets for a list of values wherever there may be
-    // several.
+    // several. What is no path may be the name of an assessment to show.
     static void refuseLists(int argc, const char* const* argv) {
+        std::error_code ignored;
         for (int i = 1; i < argc; ++i) {
             const std::string argument = argv[i];
-            if (argument.starts_with("[") && argument.ends_with("]") &&
+            const bool mayBeName =
+                std::string_view(argv[1]) == "show" && !std::filesystem::exists(argument, ignored);
+            if (!mayBeName && argument.starts_with("[") && argument.ends_with("]") &&
                 !takesOneValue(argv[i - 1])) {
                 throw CLI::ValidationError("'" + argument + "' would be taken for a list",
                                            "write ./" + argument);

@@ -49,6 +49,8 @@ TEST_F(Choice, BracketsArePartOfNamesAndPatterns) {
     EXPECT_EQ(refused.exitCode, 2);
     EXPECT_TRUE(has(refused.err, "'[c.csv]' would be taken for a list")) << refused.err;
     EXPECT_EQ(assess("run c.toml './[c.csv]'").exitCode, 0);
+    write("n.toml", "[[assessment]]\nname = \"[low]\"\nformula = \"x < 5\"\n");
+    EXPECT_EQ(assess("show n.toml '[low]' c.csv").exitCode, 1);
 }
 
 TEST_F(Choice, OfNothingIsRefused) {

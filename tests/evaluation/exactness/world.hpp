@@ -18,7 +18,7 @@ struct World {
     const World* recorded = nullptr;
     /// Moves the meetings of lines that are between ticks; 0 does not.
     std::uint64_t inaccuracy = 0;
-    /// Whether until counts time in steps.
+    /// Whether until counts time in steps, and since does not.
     bool isStepwise = false;
     /// Set by an evaluation in which an inaccuracy could change something.
     mutable bool isDelicate = false;
@@ -93,22 +93,22 @@ inline TruthCourse observedRise(const World& world, const TruthCourse& p,
     return course;
 }
 
+/// The usual course, or the other one in a world in which until counts time the other way.
+inline TruthCourse observed(const World& world, const TruthCourse& usual,
+                            const TruthCourse& other) {
+    world.isDelicate = world.isDelicate || usual.events != other.events || usual.at != other.at ||
+                       usual.between != other.between;
+    return world.isStepwise ? other : usual;
+}
+
 inline TruthCourse observedUntil(const World& world, const TruthCourse& p, const Rational& a,
                                  const Rational& b, const TruthCourse& q) {
-    const TruthCourse exact = until(p, a, b, q);
-    const TruthCourse stepwise = until(p, a, b, q, Handover::UpToTheTime);
-    world.isDelicate = world.isDelicate || exact.events != stepwise.events ||
-                       exact.at != stepwise.at || exact.between != stepwise.between;
-    return world.isStepwise ? stepwise : exact;
+    return observed(world, until(p, a, b, q), until(p, a, b, q, Handover::UpToTheTime));
 }
 
 inline TruthCourse observedSince(const World& world, const TruthCourse& p, const Rational& a,
                                  const Rational& b, const TruthCourse& q) {
-    const TruthCourse stepwise = since(p, a, b, q);
-    const TruthCourse exact = since(p, a, b, q, Handover::UpToTheGoal);
-    world.isDelicate = world.isDelicate || exact.events != stepwise.events ||
-                       exact.at != stepwise.at || exact.between != stepwise.between;
-    return world.isStepwise ? exact : stepwise;
+    return observed(world, since(p, a, b, q), since(p, a, b, q, Handover::UpToTheGoal));
 }
 
 }  // namespace vorm::evaluation::test

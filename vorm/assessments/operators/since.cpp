@@ -22,8 +22,8 @@ void requirePastWindow(double a, double b) {
     detail::requireWindowWidth(b - a);
 }
 
-/// The best over all times from the common start on: what came with a step, or the best of all
-/// steps before it, limited by phi from there on.
+// The best over all times from the common start on: what came with a step, or the best of all steps
+// before it, limited by phi from there on.
 template <class T>
 TimedTrace_T<T> sinceSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>& psi, double start,
                               double known) {

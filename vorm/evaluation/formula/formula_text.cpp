@@ -94,11 +94,8 @@ private:
 
     // Nothing for all of time from now on, or up to now; of a number that would be something else.
     std::string interval(VORM_OP op, double a, double b) const {
-        using support::OperatorFamily;
-        const OperatorFamily family = support::familyOf(op);
-        const bool isOfTruth = family == OperatorFamily::Window || family == OperatorFamily::Until;
         const bool hasNoEnd = b == support::infinity;
-        if (isOfTruth && a == 0 && hasNoEnd) {
+        if (mayHaveNoEnd(op) && a == 0 && hasNoEnd) {
             return "";
         }
         const std::string end = hasNoEnd        ? "inf"

@@ -102,12 +102,12 @@ std::size_t Parser::extended(std::size_t left, const Spelling& spelling) {
 // a < b < c is a < b & b < c.
 std::size_t Parser::chained(std::size_t comparison) {
     std::size_t all = comparison;
-    for (auto next_ = infix(); next_ && next_->precedence == Precedence::Comparison;
-         next_ = infix()) {
-        if (!goesOn(nodes_[comparison], *next_)) {
+    for (auto following = infix(); following && following->precedence == Precedence::Comparison;
+         following = infix()) {
+        if (!goesOn(nodes_[comparison], *following)) {
             fail("these comparisons do not chain", next(), "write two, such as a < b & b == c");
         }
-        SyntaxNode node{.kind = next_->kind, .op = next_->op};
+        SyntaxNode node{.kind = following->kind, .op = following->op};
         node.sign = spanOf(take());
         node.left = copied(nodes_[comparison].right);
         node.right = expression(Precedence::Sum);

@@ -170,6 +170,11 @@ std::string_view prefixWord(VORM_OP op) {
     return wordOf(find(spelled::prefixes, op));
 }
 
+bool mayHaveNoEnd(VORM_OP op) {
+    const OperatorFamily family = assessments::support::familyOf(op);
+    return family == OperatorFamily::Window || family == OperatorFamily::Until;
+}
+
 std::string_view usualWord(VORM_OP op) {
     const auto last = [op](const auto& table) -> const Spelling* {
         const auto found = std::find_if(table.rbegin(), table.rend(),

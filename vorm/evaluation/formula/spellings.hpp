@@ -54,6 +54,9 @@ bool isCall(assessments::VORM_OP op);
 /// The word of an operator before an operand. Throws as infixWord does.
 std::string_view prefixWord(assessments::VORM_OP op);
 
+/// Whether an operator is over a window of time that may have no end: one of truth, not of numbers.
+bool mayHaveNoEnd(assessments::VORM_OP op);
+
 /// The word of an operator over a window of time that people write most.
 std::string_view usualWord(assessments::VORM_OP op);
 

@@ -1,3 +1,4 @@
+#include "spellings.hpp"
 #include "type_rules.hpp"
 
 #include <vorm/assessments/expression/operator_family.hpp>
@@ -60,10 +61,8 @@ void TypeRules::requireBool(const SyntaxNode& node, std::size_t operand) const {
 
 void TypeRules::requireTimes(const SyntaxNode& node) const {
     const bool isWindow = node.kind == SyntaxKind::Window || node.kind == SyntaxKind::Until;
-    using assessments::support::OperatorFamily;
-    const OperatorFamily family = assessments::support::familyOf(node.op);
-    const bool isOfTruth = family == OperatorFamily::Window || family == OperatorFamily::Until;
-    const bool hasNoEnd = isWindow && isOfTruth && node.b.isBeyondAll();
+    const bool isOfTruth = mayHaveNoEnd(node.op);
+    const bool hasNoEnd = isOfTruth && node.b.isBeyondAll();
     if (!node.a.time || (isWindow && !node.b.time && !hasNoEnd)) {
         throw FormulaError("a time is finite", node.sign,
                            !isWindow   ? ""
