@@ -35,7 +35,7 @@ std::vector<Example> examplesOf(const std::string& text) {
     return examples;
 }
 
-std::string recordingOf(const std::string& text) {
+std::string recordedIn(const std::string& text) {
     const std::regex line(R"(\n    ([^\n]+))");
     std::string recording;
     for (std::sregex_iterator match(text.begin(), text.end(), line), end; match != end; ++match) {
@@ -65,7 +65,7 @@ TEST(FormulaExamples, AreWhatIsSaidOfThem) {
                 example.formula + "\"\n";
     }
     const std::string path = testing::TempDir() + "/formula_examples.csv";
-    std::ofstream(path) << recordingOf(text);
+    std::ofstream(path) << recordedIn(text);
     const RunOutcome outcome = run(parseAssessmentFile(file, "examples.toml"), {{{path}}});
     const RecordingOutcome& recording = outcome.recordings.at(0);
     ASSERT_FALSE(recording.error) << recording.error->what();
