@@ -40,7 +40,9 @@ TEST_F(Dates, StandBesideSeconds) {
     EXPECT_EQ(report("run d.toml d.csv")["recordings"][0]["zone"], "Europe/Berlin");
     EXPECT_TRUE(has(assess("run d.toml d.csv -f junit").out,
                     "fails from 10 s to 20 s (2026-11-22 10:00:10 to 10:00:20)"));
-    EXPECT_TRUE(has(assess("run d.toml d.csv -f html").out, "<td>10 s (2026-11-22 10:00:10)</td>"));
+    const std::string page = assess("run d.toml d.csv -f html").out;
+    EXPECT_TRUE(has(page, "<td>10 s (2026-11-22 10:00:10)</td>"));
+    EXPECT_TRUE(has(page, "<p class=\"facts\">dates in Europe/Berlin</p>"));
 }
 
 TEST_F(Dates, AreRefusedWhereARecordingHasNone) {
