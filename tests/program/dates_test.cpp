@@ -45,6 +45,19 @@ TEST_F(Dates, StandBesideSeconds) {
     EXPECT_TRUE(has(page, "<p class=\"facts\">dates in Europe/Berlin</p>"));
 }
 
+TEST_F(Dates, OfSignalsAreThoseOfTheFirstAndTheLastSample) {
+    const ProgramResult table = assess("signals d.csv --zone Europe/Berlin --origin first");
+    EXPECT_EQ(table.out.substr(0, table.out.find('\n')),
+              "d.csv, from 0 s to 60 s (2026-11-22 10:00:00 to 10:01:00), dates in Europe/Berlin");
+    write("n.csv", "time,y\n0,1\n10,9\n");
+    const auto recordings =
+        nlohmann::json::parse(assess("signals d.csv n.csv -f json").out)["recordings"];
+    EXPECT_TRUE(matches(recordings[0], R"json({"zone": "UTC",
+        "start_date": "2026-11-22 10:00:00", "end_date": "2026-11-22 10:01:00"})json"));
+    EXPECT_TRUE(
+        matches(recordings[1], R"json({"zone": null, "start_date": null, "end_date": null})json"));
+}
+
 TEST_F(Dates, AreRefusedWhereARecordingHasNone) {
     write("n.csv", "time,x\n0,1\n10,9\n");
     const ProgramResult result = assess("run d.toml n.csv d.csv");
