@@ -9,28 +9,32 @@
 
 namespace vorm::evaluation {
 
-/// Where the range of an assessment begins or ends: a time, or a date, which is a time of
-/// recordings that have dates only.
+/// Where the range of an assessment begins or ends: a time, or a date or a time of day, which are
+/// times of recordings that have dates only.
 class RangeLimit {
 public:
     /// `place` is where it stands, for messages.
     RangeLimit(ExactTime time, InputProblem place) : limit_(time), place_(std::move(place)) {}
 
-    /// A date as WallClock reads it.
-    RangeLimit(std::string date, InputProblem place)
-        : limit_(std::move(date)), place_(std::move(place)) {}
+    /// A date as WallClock reads it, or a time of day of the one that all signals lie on.
+    RangeLimit(std::string written, InputProblem place)
+        : limit_(std::move(written)), place_(std::move(place)) {}
 
-    /// Whether it is before the other one whatever the recording; of dates nobody knows.
+    /// Whether it is before the other one whatever the recording; of what clocks show nobody knows.
     bool isSurelyBefore(const RangeLimit& other) const;
 
-    /// The time in a recording. Throws InputError, placed in the file, for a date where the
-    /// recording has none, and for one that its clocks show twice or never.
+    /// The time in a recording. Throws InputError, placed in the file, for a date or a time of day
+    /// where the recording has no dates, for one that its clocks show twice or never, and for a
+    /// time of day where its signals lie on several days.
     ExactTime timeIn(const Recording& recording) const;
 
     /// That something is wrong with it, placed in the file.
     InputError error(std::string message, std::string advice = {}) const;
 
 private:
+    ExactTime clockTimeIn(const Recording& recording, const std::string& written) const;
+    std::string dayOf(const Recording& recording, const std::string& timeOfDay) const;
+
     std::variant<ExactTime, std::string> limit_;
     InputProblem place_;
 };
