@@ -104,6 +104,26 @@ export function holes() {
   return run("holes", "holes.toml", [write("holes.csv", `time,x\n${rows.join("\n")}\n`)]);
 }
 
+/** When the first sample of each recording of `dated` was taken. */
+export const datedStarts = [
+  "2026-11-22T22:59:00.25Z",
+  "2026-10-25T00:30:00Z",
+  "1969-12-31T22:59:58Z",
+];
+
+/** Samples for two minutes around a midnight in Berlin, two hours in which clocks go back, and 4 s. */
+export function dated() {
+  const toml = '[recording]\nzone = "Europe/Berlin"\norigin = "first"\n';
+  write("dated.toml", `${toml}[[assessment]]\nname = "low"\nformula = "x < 5"\n`);
+  const recordings = datedStarts.map((start, index) => {
+    const step = [2_000, 120_000, 500][index];
+    const date = (i) => new Date(Date.parse(start) + i * step).toISOString();
+    const rows = range(61, (i) => `${date(i)},${i % 7}`).slice(0, index === 2 ? 9 : 61);
+    return write(`dated${index}.csv`, `time,x\n${rows.join("\n")}\n`);
+  });
+  return run("dated", "dated.toml", recordings);
+}
+
 /** One-sample failures at 200 places among a million samples. */
 export function planted() {
   const random = randomNumbers(7);

@@ -6,7 +6,18 @@ import { mkdirSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { chromium } from "playwright-core";
-import { alone, drive, folder, holes, hostile, hostileTexts, large, planted } from "./pages.js";
+import {
+  alone,
+  dated,
+  datedStarts,
+  drive,
+  folder,
+  holes,
+  hostile,
+  hostileTexts,
+  large,
+  planted,
+} from "./pages.js";
 
 const pictures = process.env.PICTURES ?? folder;
 let browser;
@@ -262,6 +273,72 @@ test("what stands alone, is not a number or not there reads so", async () => {
       assert.equal(await reading.textContent(), text, `at ${time} s`);
     }
   });
+});
+
+/** What clocks in Berlin show, in milliseconds, as the browser's own rules say. */
+function inBerlin(instant) {
+  const options = { timeZone: "Europe/Berlin", dateStyle: "short", timeStyle: "medium" };
+  const [date, time] = new Intl.DateTimeFormat("sv", options).format(instant).split(" ");
+  const fraction = `.${String(((instant % 1000) + 1000) % 1000).padStart(3, "0")}`;
+  return `${date} ${time}${fraction.replace(/\.?0+$/, "")}`;
+}
+
+test("a cursor and an axis show what clocks of the recording's zone show", async () => {
+  const { url } = dated();
+  const axisOf = async (page, id) => {
+    await page.evaluate((link) => (location.hash = link), `#${id}`);
+    await hasDrawn(page, id);
+    const axis = page.locator(`#${id} .axis`);
+    const frame = await axis.locator("path.frame").getAttribute("d");
+    const [left, right] = /M([\d.]+) [\d.]+H([\d.]+)/.exec(frame).slice(1).map(Number);
+    const labels = await axis.locator("text").evaluateAll((texts) =>
+      texts.map((text) => ({
+        text: text.firstChild.data,
+        x: Number(text.getAttribute("x")),
+        y: Number(text.getAttribute("y")),
+      })),
+    );
+    return { axis, left, right, clock: labels.filter(({ y }) => y < 20), labels };
+  };
+  await withPage(
+    url,
+    async (page) => {
+      for (const [index, start] of datedStarts.entries()) {
+        const id = `r${index + 1}a1`;
+        const { axis, left, right } = await axisOf(page, id);
+        await axis.scrollIntoViewIfNeeded();
+        const box = await axis.boundingBox();
+        for (const part of [0, 0.13, 0.5, 0.51, 0.77, 1]) {
+          await page.mouse.move(box.x + left + part * (right - left), box.y - 20);
+          const text = await page.locator(`#${id} .time`).textContent();
+          const [, seconds, shown] = /^at ([\d.]+) s \((.*?)(?:\+0[12]:00)?\)$/.exec(text) ?? [];
+          const instant = Date.parse(start) + Math.round(Number(seconds) * 1000);
+          assert.equal(shown, inBerlin(instant), text);
+        }
+      }
+      const midnight = await axisOf(page, "r1a1");
+      assert.equal(midnight.clock[0].text, "2026-11-22");
+      const texts = midnight.clock.slice(1).map(({ text }) => text);
+      const day = texts.indexOf("2026-11-23");
+      assert.deepEqual([texts[day - 1], texts[day + 1]], ["23:59:45", "00:00:15"]);
+      const x = midnight.left + (59.75 / 120) * (midnight.right - midnight.left);
+      assert.ok(Math.abs(midnight.clock[day + 1].x - x) < 0.1);
+      assert.ok(midnight.labels.some(({ text, y }) => text === "100" && y > 20));
+
+      const twice = await axisOf(page, "r2a1");
+      assert.deepEqual(
+        twice.clock.map(({ text }) => text),
+        [
+          "2026-10-25",
+          ...["02:30+02:00", "02:45+02:00", "02:00+01:00", "02:15+01:00", "02:30+01:00"],
+          ...["02:45+01:00", "03:00", "03:15", "03:30"],
+        ],
+      );
+      await page.screenshot({ path: join(pictures, "clock.png") });
+      assert.equal((await axisOf(page, "r3a1")).clock[0].text, "1969-12-31");
+    },
+    { timezoneId: "Asia/Tokyo" },
+  );
 });
 
 test("the filter hides what does not match", async () => {

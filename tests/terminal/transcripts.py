@@ -51,6 +51,15 @@ formula = "lamp -> eventually[0, 20 s](~lamp)"
 """
 
 
+# What the requirements were when the earlier report was written.
+EARLIER = {
+    "speed <= 130": "speed <= 150",
+    "braking -> mode": "braking & speed < 110 -> mode",
+    "[0, 100 ms](lamp)": "[0, 100 ms](lamp) & speed < 140",
+    "never reverses": "never goes backwards",
+}
+
+
 def recording(number: int) -> str:
     """A drive of ten seconds: some have a lamp that is late, some a cruise control that goes on."""
     rows = ["time,speed,brake,lamp,mode"]
@@ -78,12 +87,32 @@ def write_recordings(folder: Path) -> None:
             path.write_text(recording(number), encoding="utf-8")
 
 
+def write_earlier_report(folder: Path, assess: Path) -> None:
+    requirements = REQUIREMENTS
+    for now, earlier in EARLIER.items():
+        requirements = requirements.replace(now, earlier)
+    (folder / "earlier.toml").write_text(requirements, encoding="utf-8")
+    command = "assess run earlier.toml fifty/*_2[1348].csv --quiet -f json=earlier.json"
+    environment = {"PATH": f"{assess.parent}:{os.environ['PATH']}"}
+    done = subprocess.run(
+        ["sh", "-c", command],
+        cwd=folder,
+        env=environment,
+        check=False,
+        capture_output=True,
+        encoding="utf-8",
+    )
+    if done.returncode != 1:
+        raise SystemExit(f"{command}: {done.stderr}")
+
+
 COMMANDS = {
     "one": "assess run brakes.toml drive.csv --explain",
     "show": "assess show brakes.toml 'braking is strong' drive.csv",
     "signals": "assess signals drive.csv",
     "fifty": "assess run brakes.toml fifty/*.csv",
     "five_hundred": "assess run brakes.toml five_hundred/*.csv",
+    "baseline": "assess run brakes.toml fifty/*_2[1348].csv --baseline earlier.json",
 }
 
 
@@ -147,6 +176,7 @@ def main(assess: Path, is_writing: bool) -> int:
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         write_recordings(folder)
+        write_earlier_report(folder, assess)
         terminal = Terminal(folder, assess)
         for command, text in COMMANDS.items():
             for width in WIDTHS:

@@ -169,6 +169,12 @@ evaluation::Recording recordingOf(const std::string& name, const std::vector<Col
     return recording;
 }
 
+// Dates are read and shown as those of files: in the declared zone, whatever that of the data.
+evaluation::WallClock clockFrom(ExactTime zero, const std::string& zone) {
+    return zone.empty() ? evaluation::WallClock(zero)
+                        : evaluation::WallClock(zero, evaluation::TimeZone::called(zone));
+}
+
 evaluation::Recording readFor(const evaluation::ParsedFormula& formula,
                               const std::vector<std::string>& paths) {
     return unlocked([&](const Progress& progress) {
@@ -192,14 +198,19 @@ void addColumns(py::module_& module) {
         .def_static(
             "for_file",
             [](const File& file, const std::vector<std::string>& only, const std::string& name,
-               const std::vector<Column>& columns, const std::vector<std::string>& available) {
+               const std::vector<Column>& columns, const std::vector<std::string>& available,
+               const std::optional<std::string>& dateOfZero) {
                 const auto& layout = file.content().layout;
-                return recordingOf(name, columns, available,
-                                   std::string(layout.time.resolution.name),
-                                   reachOf(file.content(), chosenBy(file, only, {})));
+                evaluation::Recording recording =
+                    recordingOf(name, columns, available, std::string(layout.time.resolution.name),
+                                reachOf(file.content(), chosenBy(file, only, {})));
+                if (dateOfZero) {
+                    recording.clock = clockFrom(seconds(*dateOfZero), layout.time.zone);
+                }
+                return recording;
             },
             py::arg("file"), py::arg("only"), py::arg("name"), py::arg("columns"),
-            py::arg("available"))
+            py::arg("available"), py::arg("date_of_zero"))
         .def_static(
             "for_formula",
             [](const evaluation::ParsedFormula& formula, const std::string& name,

@@ -54,10 +54,16 @@ std::string why(const AssessmentResult& result, std::size_t mostIntervals) {
             lines.push_back(text);
         }
     }
-    const evaluation::TimeWriter times(result.recording.outcome().times.clock);
+    const auto& clock = result.recording.outcome().times.clock;
+    const evaluation::TimeWriter times(clock);
+    const std::size_t head = lines.size();
     for (const auto& more :
          {failureLines(outcome, mostIntervals, times), openLines(outcome, mostIntervals, times)}) {
         lines.insert(lines.end(), more.begin(), more.end());
+    }
+    // Results are dates in the zone of the data, which can be another one.
+    if (clock && lines.size() > head) {
+        lines.push_back("dates in " + clock->zoneName());
     }
     std::string text;
     for (const std::string& line : lines) {

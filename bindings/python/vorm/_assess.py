@@ -50,7 +50,7 @@ def assess(
         return Run(run, known, [Clock()])
     columns = columns_of(data, Layout(known.file, nan), known.file.names_to_read(chosen))
     recording = _vorm.Recording.for_file(
-        known.file, chosen, name, columns.columns, columns.available
+        known.file, chosen, name, columns.columns, columns.available, columns.date_of_zero
     )
     run = _vorm.Run.assess(known.file, recording, chosen, jobs, bool(robustness), bool(strict))
     return Run(run, known, [columns.clock])

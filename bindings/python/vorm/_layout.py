@@ -21,6 +21,8 @@ class Columns:
     columns: list[_vorm.Column]
     available: list[str]
     clock: Clock
+    date_of_zero: str | None
+    """The seconds from 1970 to time 0 where all times are instants of the calendar."""
 
 
 class Layout:
@@ -170,4 +172,6 @@ def columns_of(data: Any, layout: Layout, wanted: Iterable[str]) -> Columns:
     # A minus sign would round to the digits of the context.
     zero = format(origin.copy_negate(), "f")
     columns = [layout.column(name, one, known.of(one), zero) for name, one in chosen.items()]
-    return Columns(columns, list(named), clock_of(times, origin))
+    tells_dates = bool(times) and all(each.tells_dates for each in times)
+    date_of_zero = format(origin, "f") if tells_dates else None
+    return Columns(columns, list(named), clock_of(times, origin), date_of_zero)

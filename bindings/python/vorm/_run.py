@@ -129,7 +129,10 @@ class Result:
         return f"'{self.name}' {ends[self.verdict]}{', but is not known throughout' if is_open else ''}"
 
     def why(self, intervals: int = MOST_INTERVALS) -> str:
-        """Why it fails or has no result, of as many intervals; times are in seconds."""
+        """Why it fails or has no result, of as many intervals.
+
+        Times are in seconds; data with dates have them beside these, in the zone of the requirements.
+        """
         if not isinstance(intervals, int) or intervals < 0:
             raise error(f"intervals is {intervals!r}", "it is how many of them to tell")
         return self._result.why(min(intervals, 2**31))

@@ -38,7 +38,8 @@ class Times:
     """Times of samples: int64 or float64 numbers of a unit.
 
     Dates count from 1970 in UTC. `zone` is the zone that they were given in, and `is_local` tells
-    that they did not say so. `origin_unit` is that of an origin that is given as a number.
+    that they did not say so. `is_epoch` tells that their size alone says that numbers count from
+    1970. `origin_unit` is that of an origin that is given as a number.
     """
 
     numbers: npt.NDArray[Any]
@@ -47,6 +48,12 @@ class Times:
     zone: Any = None
     is_local: bool = False
     origin_unit: str = "s"
+    is_epoch: bool = False
+
+    @property
+    def tells_dates(self) -> bool:
+        """Whether these are instants of the calendar."""
+        return self.is_date or self.is_epoch
 
     def seconds_at(self, index: int) -> Decimal:
         """The time exactly; of a float the shortest decimal that reads back as it."""
@@ -165,7 +172,9 @@ def _number_times(array: npt.NDArray[Any], subject: str, unit: str | None, name:
     else:
         advice = "pandas.to_datetime makes times of texts" if array.dtype.kind in "OU" else None
         raise error(f"{subject}: values of the type {array.dtype} are no times", advice)
-    unit = unit or _unit_in(name, subject) or _epoch_unit(numbers, subject)
+    known = unit or _unit_in(name, subject)
+    epoch = None if known else _epoch_unit(numbers, subject)
+    unit = known or epoch or "s"
     if numbers.dtype == np.int64 and len(numbers) > 0 and unit in ("min", "h"):
         factor = int(UNITS[unit])
         # As integers of Python: the least int64 is its own absolute value.
@@ -173,7 +182,7 @@ def _number_times(array: npt.NDArray[Any], subject: str, unit: str | None, name:
         if farthest > np.iinfo(np.int64).max // factor:
             raise error(f"{subject}: a time is beyond the range of int64")
         return Times(numbers * factor, "s", origin_unit=unit)
-    return Times(numbers, unit, origin_unit=unit)
+    return Times(numbers, unit, origin_unit=unit, is_epoch=epoch is not None)
 
 
 def _unit_in(name: str, subject: str) -> str | None:
@@ -192,10 +201,10 @@ def _unit_in(name: str, subject: str) -> str | None:
 MOST_SECONDS = 1e11
 
 
-def _epoch_unit(numbers: npt.NDArray[Any], subject: str) -> str:
-    """That of a count from 1970, which its size tells, else seconds."""
+def _epoch_unit(numbers: npt.NDArray[Any], subject: str) -> str | None:
+    """That of a count from 1970, which its size tells; None for seconds from any other time."""
     if len(numbers) == 0:
-        return "s"
+        return None
     unit = _vorm.epoch_unit(float(numbers[0]))
     if unit is None:
         for number in (numbers[0], numbers[-1]):
@@ -204,7 +213,7 @@ def _epoch_unit(numbers: npt.NDArray[Any], subject: str) -> str:
                     f"{subject}: times such as {number} are no seconds",
                     "name their unit: [recording] unit, or the name of the index, 'time [ms]'",
                 )
-    return unit or "s"
+    return unit
 
 
 def origin_of(origin: tuple[str, str], times: Sequence[Times], zone: str) -> Decimal:

@@ -82,7 +82,12 @@ class Column:
 class Recording:
     @staticmethod
     def for_file(
-        file: File, only: list[str], name: str, columns: list[Column], available: list[str]
+        file: File,
+        only: list[str],
+        name: str,
+        columns: list[Column],
+        available: list[str],
+        date_of_zero: str | None,
     ) -> Recording: ...
     @staticmethod
     def for_formula(

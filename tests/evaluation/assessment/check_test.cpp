@@ -125,7 +125,7 @@ TEST(Check, KnowsInterpolationAndRangesOfRecordings) {
     EXPECT_EQ(messagesOf(check(file)), Messages{});
     EXPECT_EQ(messagesOf(check(file, test::read("t,x\n0,1\n1,2\n"))),
               (Messages{"3: `x` is held between samples, but 'slope' needs a line",
-                        "7: '2026-11-22' is a date, and the times of r.csv are none"}));
+                        "7: '2026-11-22' is a date, and the times of r.csv are no dates"}));
 }
 
 TEST(Check, ARecordingThatCannotBeReadIsOneError) {

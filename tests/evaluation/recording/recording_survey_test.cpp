@@ -168,6 +168,21 @@ TEST(RecordingSurvey, CountsTheRowsOfWhatHasNoTimes) {
               "has no time column among 'a' and 'b'");
 }
 
+TEST(RecordingSurvey, HasAClockWhereAllTimesAreDates) {
+    const std::string early = "t,a,none\n2026-11-22 10:00:00,1,\n2026-11-22 10:00:10,1,\n";
+    const std::string late = "t,b\n2026-11-22 10:00:05,1\n2026-11-22 10:00:20,1\n";
+    const auto surveyWith = [&](const std::string& other) {
+        return surveyFiles({textFile("r/a.csv", early), textFile("r/b.csv", other)}, {});
+    };
+    const RecordingSurvey dated = surveyWith(late);
+    ASSERT_TRUE(dated.clock);
+    EXPECT_EQ(dated.clock->dateTimeOf(dated.span()->start, 0), "2026-11-22 10:00:00");
+    EXPECT_EQ(dated.clock->dateTimeOf(dated.span()->end, 0), "2026-11-22 10:00:20");
+    EXPECT_FALSE(surveyWith("t,b\n0,1\n1,1\n").clock);
+    EXPECT_FALSE(surveyWith("b\n1\n2\n").clock) << "rows are counted";
+    EXPECT_FALSE(surveyFiles({textFile("r.csv", "t,a\n0,\n")}, {}).span());
+}
+
 TEST(RecordingSurvey, RefusesWhatHasNoTimes) {
     const auto error = [](const std::string& content) {
         return errorOf([&] { surveyOf(content); }).substr(0, 20);

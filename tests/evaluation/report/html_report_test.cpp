@@ -85,11 +85,17 @@ TEST(HtmlReport, TellsIntervalsAndCausesInFull) {
               std::string::npos);
 }
 
+TEST(HtmlReport, HasNoClockForTimesThatAreNoDates) {
+    EXPECT_TRUE(islandOf(pageOf(limit, "t,x\n0,1\n1,7\n2,1\n"))["clock"].is_null());
+}
+
 TEST(HtmlReport, HasTheSamplesExactly) {
     const Json island = islandOf(pageOf(
         R"(assessment = [{ name = "n", formula = "x < 5" }])",
         "t,x\n1700000000.000000001,nan\n1700000001.5,inf\n1700000002,-inf\n1700000003,0.1\n"));
     EXPECT_EQ(island["origin"], "1700000000");
+    EXPECT_EQ(island["clock"], Json::parse(R"({"zone": "UTC", "origin": "1700000000",
+        "offsets": [{"since": 1699913600.000000001, "ahead": 0}]})"));
     const Json& piece = island["signals"][0]["pieces"][0];
     EXPECT_EQ(piece["t"].dump(), "[1e-09,1.5,2,3]");
     EXPECT_EQ(piece["v"].dump(), R"([null,"inf","-inf",0.1])");

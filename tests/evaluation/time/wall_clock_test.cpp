@@ -39,6 +39,24 @@ TEST(WallClock, ShowsLocalTime) {
     EXPECT_EQ(summer.dateTimeOf({}, 0), "") << "nobody knows";
 }
 
+TEST(WallClock, TellsHowFarClocksAreAheadADayAroundTimes) {
+    const auto offsetsOf = [](const WallClock& clock, ExactTime from, ExactTime to) {
+        std::string texts;
+        for (const auto& [since, ahead] : clock.offsets(from, to)) {
+            texts += since.text() + ": " + ahead.text() + "; ";
+        }
+        return texts;
+    };
+    const TimeZone berlin = TimeZone::called("Europe/Berlin");
+    const WallClock summer(instant("2026-10-24 12:00:00.5"), berlin);
+    EXPECT_EQ(offsetsOf(summer, {}, second), "1792756800: 7200; 1792890000: 3600; ")
+        << "until clocks are put back at 01:00 of the next day in UTC";
+    EXPECT_EQ(offsetsOf(summer, -oneDay, -oneDay), "1792670400: 7200; ");
+    EXPECT_EQ(offsetsOf(WallClock(instant("2026-10-24 12:00")), {}, second), "1792756800: 0; ");
+    EXPECT_EQ(offsetsOf(WallClock(instant("2060-01-01"), berlin), {}, second), "");
+    EXPECT_EQ(offsetsOf(WallClock(instant("2026-01-01")), {}, 8'000 * 365 * oneDay), "");
+}
+
 TEST(WallClock, ReadsDates) {
     const WallClock clock(instant("2026-10-25 00:00:00"), TimeZone::called("Europe/Berlin"));
     EXPECT_EQ(clock.timeOf("2026-10-25 01:00"), -3600 * second);

@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/time/clock_text.hpp>
 #include <vorm/evaluation/time/time_notation.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
 
@@ -204,16 +205,16 @@ std::optional<RangeLimit> TomlTable::rangeLimit(const char* key) {
         return std::nullopt;
     }
     const auto* text = value->as_string();
-    const std::string date(text != nullptr ? text->get() : document_.textAt(*value));
-    if (read(date, TimeNotation::Iso)) {
-        return RangeLimit(date, document_.problemAt(*value));
+    const std::string written(text != nullptr ? text->get() : document_.textAt(*value));
+    if (read(written, TimeNotation::Iso) || isTimeOfDay(written)) {
+        return RangeLimit(written, document_.problemAt(*value));
     }
-    if (!value->is_number() && !(text != nullptr && durationOf(date))) {
+    if (!value->is_number() && !(text != nullptr && durationOf(written))) {
         document_.fail(*value, "'" + std::string(key) + "' is no time",
                        "write a number of seconds, a number with one of the units " +
                            std::string(timeUnitNames) +
-                           " in quotes, \"500 ms\", or, for recordings with dates, a date: "
-                           "\"2026-11-22 10:30:00\"");
+                           " in quotes, \"500 ms\", or, for recordings with dates, a date or a "
+                           "time of day: \"2026-11-22 10:30:00\", \"10:30:00\"");
     }
     return RangeLimit(*duration(key), document_.problemAt(*value));
 }

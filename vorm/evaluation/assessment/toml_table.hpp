@@ -52,7 +52,8 @@ public:
     std::optional<std::size_t> choice(const char* key, const std::vector<std::string>& choices);
     /// A number of seconds, or a text such as "500 ms".
     std::optional<ExactTime> duration(const char* key);
-    /// As duration, or a date: `2026-11-22 10:30:00`, in quotes or not.
+    /// As duration, or a date or a time of day: `2026-11-22 10:30:00`, `10:30:00`, in quotes or
+    /// not.
     std::optional<RangeLimit> rangeLimit(const char* key);
     /// A text, or an array of texts that is not empty.
     std::optional<std::vector<std::string>> texts(const char* key);

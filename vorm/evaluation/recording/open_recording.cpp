@@ -2,6 +2,8 @@
 
 #include <vorm/evaluation/recording/table_origin.hpp>
 
+#include <algorithm>
+
 namespace vorm::evaluation {
 
 bool OpenRecording::mayBeWanted(const Table& table) const {
@@ -18,6 +20,27 @@ bool OpenRecording::mayBeWanted(const Table& table) const {
         }
     }
     return false;
+}
+
+std::optional<WallClock> OpenRecording::clock() const {
+    std::optional<WallClock> clock;
+    std::optional<ExactTime> zero;
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        const Table& table = tables[i];
+        if (!table.hasTime() || !mayBeWanted(table)) {
+            continue;
+        }
+        const auto& times = table.times();
+        const bool areDates = std::all_of(times.begin(), times.end(), [](const TimeColumn& column) {
+            return column.tellsDates();
+        });
+        if (!areDates || (zero && *zero != origins[i])) {
+            return std::nullopt;
+        }
+        zero = origins[i];
+        clock.emplace(*zero, times.front().zone());
+    }
+    return clock;
 }
 
 OpenRecording openRecording(const std::vector<RecordingFile>& files, const RecordingLayout& layout,

@@ -4,6 +4,7 @@
 
 #include <vorm/evaluation/recording/signal_selection.hpp>
 #include <vorm/evaluation/table/table.hpp>
+#include <vorm/evaluation/time/wall_clock.hpp>
 
 namespace vorm::evaluation {
 
@@ -15,6 +16,10 @@ struct OpenRecording {
 
     /// Whether some signal of the table may be wanted.
     bool mayBeWanted(const Table& table) const;
+
+    /// Of tables that may be wanted and whose times are all dates; nothing where time 0 of some
+    /// table is another one.
+    std::optional<WallClock> clock() const;
 };
 
 enum class MissingTimes { Refused, Allowed };

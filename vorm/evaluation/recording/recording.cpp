@@ -28,27 +28,6 @@ Timeline countingFor(OpenRecording& recording, const RecordingLayout& layout) {
     return Timeline(layout.time.resolution.length);
 }
 
-std::optional<WallClock> clockOf(const OpenRecording& recording) {
-    std::optional<WallClock> clock;
-    std::optional<ExactTime> zero;
-    for (std::size_t i = 0; i < recording.tables.size(); ++i) {
-        const Table& table = recording.tables[i];
-        if (!table.hasTime() || !recording.mayBeWanted(table)) {
-            continue;
-        }
-        const auto& times = table.times();
-        const bool areDates = std::all_of(times.begin(), times.end(), [](const TimeColumn& column) {
-            return column.tellsDates();
-        });
-        if (!areDates || (zero && *zero != recording.origins[i])) {
-            return std::nullopt;
-        }
-        zero = recording.origins[i];
-        clock.emplace(*zero, times.front().zone());
-    }
-    return clock;
-}
-
 Timeline placed(const Timeline& counting, const std::vector<TableSignals>& tables,
                 ExactTime reach) {
     CountedSpan whole{0, 0};
@@ -110,7 +89,7 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
     }
     Recording named = namedSignals(name, timeline, std::move(signals), std::move(recording.leftOut),
                                    recording.selection, layout, isWhole);
-    named.clock = clockOf(recording);
+    named.clock = recording.clock();
     named.remarks = std::move(remarks);
     named.warnings = std::move(warnings);
     return named;

@@ -133,21 +133,36 @@ private:
 
 }  // namespace
 
+std::optional<TimeSpan> RecordingSurvey::span() const {
+    std::optional<TimeSpan> span;
+    for (const SignalSurvey& signal : signals) {
+        if (signal.samples > 0) {
+            const auto [start, end] = span.value_or(TimeSpan{signal.first, signal.last});
+            span = TimeSpan{std::min(start, signal.first), std::max(end, signal.last)};
+        }
+    }
+    return span;
+}
+
 RecordingSurvey surveyFiles(const std::vector<RecordingFile>& files,
                             const RecordingLayout& layout) {
     const std::optional<std::set<std::string>> all;
-    auto [selection, tables, origins, leftOut] =
+    OpenRecording recording =
         openRecording(files, layout, all, ByteWindow::defaultBlockSize, MissingTimes::Allowed);
     RecordingSurvey survey;
-    for (std::size_t i = 0; i < tables.size(); ++i) {
-        Table& table = tables[i];
-        for (SignalSurvey& signal : TableSurvey(table, origins[i], selection, layout).look()) {
+    bool hasTimes = true;
+    for (std::size_t i = 0; i < recording.tables.size(); ++i) {
+        Table& table = recording.tables[i];
+        hasTimes &= table.hasTime();
+        for (SignalSurvey& signal :
+             TableSurvey(table, recording.origins[i], recording.selection, layout).look()) {
             survey.signals.push_back(std::move(signal));
         }
         survey.files.push_back({table.file().path, table.remarks(), table.warnings(),
                                 table.layoutAsRead(), table.isUnitAssumed(), table.timeProblem()});
         table.close();
     }
+    survey.clock = hasTimes ? recording.clock() : std::nullopt;
     return survey;
 }
 

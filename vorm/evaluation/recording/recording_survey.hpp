@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/evaluation/recording/recording.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
 
 #include <cstdint>
 #include <optional>
@@ -56,6 +57,11 @@ struct FileSurvey {
 struct RecordingSurvey {
     std::vector<SignalSurvey> signals;  ///< in the order of the files and their columns
     std::vector<FileSurvey> files;
+    /// As that of Recording; nothing where rows of a file are counted.
+    std::optional<WallClock> clock;
+
+    /// From the first sample to the last one of all signals; nothing without any.
+    std::optional<TimeSpan> span() const;
 };
 
 /// Those of several recordings, each with its name.

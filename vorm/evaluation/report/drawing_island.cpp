@@ -53,7 +53,8 @@ public:
                  std::size_t mostExplained)
         : drawing_(drawing),
           outcome_(outcome),
-          times_(outcome.times.clock),
+          clock_(outcome.times.clock),
+          times_(clock_),
           mostExplained_(mostExplained) {
         origin_ = wholeSeconds(firstTime());
     }
@@ -65,7 +66,8 @@ public:
             assessments += (i == 0 ? "" : ",") +
                            (drawn ? assessmentJson(*drawn, outcome_.assessments[i]) : "null");
         }
-        return R"({"origin":)" + jsonText(origin_.text()) + R"(,"signals":)" +
+        return R"({"origin":)" + jsonText(origin_.text()) + R"(,"clock":)" + clockJson() +
+               R"(,"signals":)" +
                listJson(drawing_.signals,
                         [&](const SignalDrawing& signal) { return signalJson(signal); }) +
                R"(,"assessments":[)" + assessments + "]}";
@@ -90,6 +92,36 @@ private:
             }
         }
         return first.value_or(ExactTime());
+    }
+
+    // What is assessed, from its first time to its last.
+    TimeSpan whole() const {
+        std::optional<TimeSpan> whole;
+        for (std::size_t i = 0; i < drawing_.assessments.size(); ++i) {
+            if (drawing_.assessments[i]) {
+                const auto& [from, to] =
+                    std::pair(outcome_.assessments[i].from, outcome_.assessments[i].to);
+                whole = whole ? TimeSpan{std::min(whole->start, from), std::max(whole->end, to)}
+                              : TimeSpan{from, to};
+            }
+        }
+        return whole.value_or(TimeSpan());
+    }
+
+    // All that tells dates, so that no page asks its browser for a time zone.
+    std::string clockJson() const {
+        const TimeSpan span = whole();
+        const auto offsets =
+            clock_ ? clock_->offsets(span.start, span.end) : std::vector<TimeZone::Offset>();
+        if (offsets.empty()) {
+            return "null";
+        }
+        const auto offset = [](const TimeZone::Offset& one) {
+            return R"({"since":)" + one.since.text() + R"(,"ahead":)" + one.ahead.text() + "}";
+        };
+        return R"({"zone":)" + jsonText(clock_->zoneName()) + R"(,"origin":)" +
+               jsonText(clock_->utcOf(origin_).text()) + R"(,"offsets":)" +
+               listJson(offsets, offset) + "}";
     }
 
     std::string timeJson(ExactTime time) const { return (time - origin_).text(); }
@@ -160,6 +192,7 @@ private:
 
     const RecordingDrawing& drawing_;
     const RecordingOutcome& outcome_;
+    const std::optional<WallClock>& clock_;
     const TimeWriter times_;
     const std::size_t mostExplained_;
     ExactTime origin_;

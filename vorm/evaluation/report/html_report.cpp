@@ -165,6 +165,11 @@ std::string intervalTable(const std::string& caption, const std::string& attribu
            more;
 }
 
+std::string zoneText(const RecordingOutcome& recording) {
+    const auto& clock = recording.times.clock;
+    return clock ? "dates in " + clock->zoneName() : "";
+}
+
 class Page {
 public:
     Page(const AssessmentFile& file, const RunOutcome& run, const HtmlStyle& style)
@@ -286,6 +291,7 @@ private:
             const RecordingOutcome& recording = run_.recordings[i];
             std::string content =
                 textElement("h2", "id=\"" + id(i) + "-name\"", recording.recording) +
+                textElement("p", "class=\"facts\"", zoneText(recording)) +
                 listElement("class=\"warnings\"", recording.warnings) +
                 textElement("pre", "class=\"error\"", errorText(recording.error));
             for (std::size_t k = 0; k < recording.assessments.size(); ++k) {

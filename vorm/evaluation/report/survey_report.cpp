@@ -1,6 +1,7 @@
 #include "survey_report.hpp"
 
 #include <vorm/evaluation/report/text_table.hpp>
+#include <vorm/evaluation/report/time_writer.hpp>
 #include <vorm/evaluation/report/verdict_text.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
@@ -122,6 +123,22 @@ bool tells(const Column& column, const std::vector<SignalSurvey>& signals) {
            });
 }
 
+// `drive.csv, from 0 s to 120 s (2026-11-22 10:30:00 to 10:32:00), dates in UTC`, or the name
+// alone.
+std::string headOf(const std::string& recording, const RecordingSurvey& survey) {
+    const auto span = survey.span();
+    return withoutControls(recording) + (span && survey.clock
+                                             ? ", " + TimeWriter(survey.clock).interval(*span) +
+                                                   ", dates in " + survey.clock->zoneName()
+                                             : "");
+}
+
+Json dateOrNull(const RecordingSurvey& survey, ExactTime TimeSpan::*end) {
+    const auto span = survey.span();
+    const std::string date = span ? TimeWriter(survey.clock).date(*span.*end) : "";
+    return date.empty() ? Json(nullptr) : Json(date);
+}
+
 Json jsonOf(const FileSurvey& file) {
     return {{"file", file.file},
             {"read_as", file.remarks},
@@ -179,7 +196,7 @@ std::string surveyReport(const std::string& recording, const RecordingSurvey& su
             table.addNote(membersText(signal));
         }
     }
-    std::string text = recording + "\n";
+    std::string text = indentedLines(headOf(recording, survey), {"", false, style.width});
     for (const FileSurvey& file : survey.files) {
         text += indentedLines(linesOn(file, recording), style);
     }
@@ -197,8 +214,12 @@ std::string surveyJson(const RecordingSurveys& recordings) {
         for (const SignalSurvey& signal : survey.signals) {
             columns.push_back(jsonOf(signal));
         }
-        list.push_back(
-            {{"recording", name}, {"files", std::move(files)}, {"signals", std::move(columns)}});
+        list.push_back({{"recording", name},
+                        {"zone", survey.clock ? Json(survey.clock->zoneName()) : Json(nullptr)},
+                        {"start_date", dateOrNull(survey, &TimeSpan::start)},
+                        {"end_date", dateOrNull(survey, &TimeSpan::end)},
+                        {"files", std::move(files)},
+                        {"signals", std::move(columns)}});
     }
     const Json report = {{"recordings", std::move(list)}};
     return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -173,6 +173,11 @@ std::optional<ExactTime> takeTimeOfDay(TextCursor& cursor, bool mayBeCompact) {
     return *hour == 24 && time != oneDay ? std::nullopt : std::optional(time);
 }
 
+bool isTimeOfDay(std::string_view text) {
+    TextCursor cursor(text);
+    return takeTimeOfDay(cursor, false) && cursor.isAtEnd();
+}
+
 std::optional<ExactTime> takeOffset(TextCursor& cursor) {
     for (const char* utc : {"z", "utc", "gmt"}) {
         if (cursor.takeWord(utc)) {

@@ -12,6 +12,9 @@ namespace vorm::evaluation {
 /// and the cursor anywhere, where the text begins otherwise.
 std::optional<ExactTime> takeTimeOfDay(TextCursor& cursor, bool mayBeCompact);
 
+/// Whether the whole text is a time of day, `9:39`, `09:39:19.25` or `9:39 PM`.
+bool isTimeOfDay(std::string_view text);
+
 /// `Z` or `+02:00`: how far a time of day is ahead of UTC. Nothing as for that.
 std::optional<ExactTime> takeOffset(TextCursor& cursor);
 

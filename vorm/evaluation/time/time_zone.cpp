@@ -109,6 +109,21 @@ std::optional<TimeZone::Shown> TimeZone::shownAt(ExactTime utc) const {
     return Shown{exact(info.offset), zone->get_info(local).result == date::local_info::ambiguous};
 }
 
+std::vector<TimeZone::Offset> TimeZone::offsets(ExactTime first, ExactTime last) const {
+    const date::time_zone* const zone = date::locate_zone(name_);
+    std::chrono::seconds since = wholeSeconds(first).time_since_epoch();
+    std::vector<Offset> all;
+    while (exact(since) <= last) {
+        const date::sys_info info = zone->get_info(date::sys_seconds(since));
+        if (isUnknown(info)) {
+            return {};
+        }
+        all.push_back({exact(since), exact(info.offset)});
+        since = info.end.time_since_epoch();
+    }
+    return all;
+}
+
 TimeZone::Steady TimeZone::around(ExactTime local) const {
     if (local < exact(yearBegins(1)) || local >= exact(yearBegins(10'000))) {
         failAt({}, "the local time " + local.text() + " is not within the years 1 to 9999");

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vorm::evaluation {
 
@@ -31,6 +32,17 @@ public:
     /// For an instant within the years 1 to 9999 of UTC; nothing where the system's rules do not
     /// reach it.
     std::optional<Shown> shownAt(ExactTime utc) const;
+
+    /// Clocks that stay ahead of UTC by the same.
+    struct Offset {
+        ExactTime since;  ///< in UTC, from 1970-01-01 on
+        ExactTime ahead;
+    };
+
+    /// Those from one instant to another, both within the years 1 to 9999 of UTC, the first since
+    /// the second in which `first` lies. Empty where the system's rules do not reach one of them.
+    /// Linear in their number.
+    std::vector<Offset> offsets(ExactTime first, ExactTime last) const;
 
     const std::string& name() const { return name_; }
 

@@ -12,6 +12,11 @@ namespace {
 constexpr ExactTime yearOne = -62'135'596'800 * second;
 constexpr ExactTime yearTenThousand = 253'402'300'800 * second;
 
+// Whether it is within the years 1 to 9999 wherever on earth.
+bool isShown(ExactTime utc) {
+    return utc >= yearOne + oneDay && utc < yearTenThousand - oneDay;
+}
+
 // `2026-11-22 10:30:00.25`
 std::string textOf(ExactTime local) {
     const WideInteger begun = local.attoseconds() / second.attoseconds();
@@ -35,7 +40,7 @@ std::string offsetText(ExactTime ahead) {
 
 std::string WallClock::dateTimeOf(ExactTime time, int digits) const {
     const ExactTime utc = rounded(zero_ + time, digits);
-    if (utc < yearOne + oneDay || utc >= yearTenThousand - oneDay) {
+    if (!isShown(utc)) {
         return "";
     }
     if (!zone_) {
@@ -64,6 +69,16 @@ std::optional<ExactTime> WallClock::lastTimeOf(std::string_view date) const {
     }
     const auto local = read(date, TimeNotation::Iso)->time + oneDay;
     return (zone_ ? zone_->utcOf(local) : local) - zero_ - nanosecond;
+}
+
+std::vector<TimeZone::Offset> WallClock::offsets(ExactTime from, ExactTime to) const {
+    const ExactTime first = zero_ + from - oneDay;
+    const ExactTime last = zero_ + to + oneDay;
+    if (!isShown(first) || !isShown(last)) {
+        return {};
+    }
+    return zone_ ? zone_->offsets(first, last)
+                 : std::vector<TimeZone::Offset>{{first, ExactTime()}};
 }
 
 }  // namespace vorm::evaluation

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vorm::evaluation {
 
@@ -31,6 +32,14 @@ public:
     /// The last time that a date means, as the end of a range: that of the day, to the nanosecond,
     /// where it has no time of day, and else timeOf.
     std::optional<ExactTime> lastTimeOf(std::string_view date) const;
+
+    /// The instant of a time, from 1970-01-01 on in UTC.
+    ExactTime utcOf(ExactTime time) const { return zero_ + time; }
+
+    /// How far clocks are ahead of UTC from a day before one time to a day after another: enough to
+    /// tell of each time between them what clocks show, and whether they show it twice. Empty where
+    /// dateTimeOf is, for one of all these times.
+    std::vector<TimeZone::Offset> offsets(ExactTime from, ExactTime to) const;
 
     /// `Europe/Berlin`; `UTC` without a zone.
     std::string zoneName() const { return zone_ ? zone_->name() : "UTC"; }

@@ -18,15 +18,15 @@ class PlotStack {
   window;
   surface;
 
-  constructor(box, { origin, signals, assessments }) {
+  constructor(box, { origin, clock, signals, assessments }) {
     this.#box = box;
-    this.#drawing = { origin, ...assessments[Number(box.dataset.assessment)] };
+    this.#drawing = { times: { origin, clock }, ...assessments[Number(box.dataset.assessment)] };
     this.#signals = this.#drawing.signals.map((index) => signals[index]);
     this.whole = wholeWindow(this.#drawing);
     this.window = this.whole;
     this.#plots = [new VerdictBand(this.#drawing), ...this.#signalPlots(signals)];
     // A place to read times from until the first drawing.
-    this.#frame = timeFrame(this.whole, paperWidth, this.#gutter(paperWidth), this.origin);
+    this.#frame = timeFrame(this.whole, paperWidth, this.#gutter(paperWidth), this.#times);
     this.surface = html("div", { class: "surface", role: "group", tabindex: 0 });
     this.#build();
   }
@@ -36,7 +36,7 @@ class PlotStack {
   }
 
   get origin() {
-    return this.#drawing.origin;
+    return this.#times.origin;
   }
 
   get failures() {
@@ -77,9 +77,9 @@ class PlotStack {
     if (width === 0) {
       return;
     }
-    this.#frame = timeFrame(this.window, width, this.#gutter(width), this.origin);
+    this.#frame = timeFrame(this.window, width, this.#gutter(width), this.#times);
     this.#plots.forEach((plot) => plot.draw(this.#frame, this.#drawing));
-    const axis = timeAxis(this.#frame, this.origin);
+    const axis = timeAxis(this.#frame, this.#times);
     this.#axis.replaceWith(axis);
     this.#axis = axis;
     this.#drawCursor();
@@ -184,8 +184,14 @@ class PlotStack {
     });
   }
 
+  /** What tells the times of the page: `origin`, and the `clock` of a recording with dates. */
+  get #times() {
+    return this.#drawing.times;
+  }
+
   #gutter(width) {
-    const longest = Math.max(...this.#plots.map(({ labelLength = 0 }) => labelLength));
+    const date = this.#times.clock ? "2026-11-22".length : 0;
+    const longest = Math.max(date, ...this.#plots.map(({ labelLength = 0 }) => labelLength));
     return Math.round(clamp(longest * characterWidth + 14, 62, Math.max(width * 0.3, 62)));
   }
 
@@ -207,7 +213,7 @@ class PlotStack {
       this.#cursorLine.setAttribute("x1", this.#frame.x(time));
       this.#cursorLine.setAttribute("x2", this.#frame.x(time));
     }
-    this.#time.textContent = time === null ? "" : `at ${absoluteTime(this.origin, time)} s`;
+    this.#time.textContent = time === null ? "" : `at ${momentText(this.#times, time)}`;
     this.#plots.forEach((plot) => plot.read(time));
   }
 

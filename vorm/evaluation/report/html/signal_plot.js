@@ -30,7 +30,7 @@ class SignalPlot {
     const { height } = this.#scale;
     const points = visiblePoints(this.#signal, frame);
     this.#surface.setAttribute("viewBox", `0 0 ${frame.width} ${height}`);
-    this.#surface.setAttribute("aria-label", this.#description(frame, drawing.origin, points));
+    this.#surface.setAttribute("aria-label", this.#description(frame, drawing.times, points));
     this.#surface.replaceChildren(
       ...shading(frame, drawing, height),
       timeGrid(frame, height),
@@ -46,7 +46,7 @@ class SignalPlot {
     return `${this.#signal.name}: ${this.#reading.textContent}`;
   }
 
-  #description(frame, origin, points) {
+  #description(frame, times, points) {
     const values = points.map(({ value }) => value).filter((value) => !Number.isNaN(value));
     const text = (value) => signalText(this.#signal, value);
     // Not spread into Math.min: there can be more points than a call takes arguments.
@@ -55,12 +55,8 @@ class SignalPlot {
     const extremes = values.length
       ? `least ${text(least)}, greatest ${text(greatest)}`
       : "no value";
-    return `${this.#signal.name} ${spanText(origin, frame)}: ${extremes}`;
+    return `${this.#signal.name} ${spanText(times, frame)}: ${extremes}`;
   }
-}
-
-function spanText(origin, { from, to }) {
-  return `from ${absoluteTime(origin, from)} s to ${absoluteTime(origin, to)} s`;
 }
 
 function captionOf({ name, unit, shown, samples }) {

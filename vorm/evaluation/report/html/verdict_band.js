@@ -14,14 +14,14 @@ class VerdictBand {
   }
 
   draw(frame) {
-    const { from, to, failures, open, origin } = this.#drawing;
+    const { from, to, failures, open, times } = this.#drawing;
     const height = 20;
     const fails = spansPath(visibleSpans(failures, frame), 0, height);
     const opens = spansPath(visibleSpans(open, frame), 4, height - 8);
     this.#surface.setAttribute("viewBox", `0 0 ${frame.width} ${height}`);
     this.#surface.setAttribute(
       "aria-label",
-      `verdict ${spanText(origin, frame)}: ${intervalCount(failures, frame)} fail, ` +
+      `verdict ${spanText(times, frame)}: ${intervalCount(failures, frame)} fail, ` +
         `${intervalCount(open, frame)} are open`,
     );
     this.#surface.replaceChildren(
