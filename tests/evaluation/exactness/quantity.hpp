@@ -24,6 +24,8 @@ inline Reading numberReading(const Rational& number) {
 struct Quantity {
     Times events;
     std::function<Reading(const Rational&)> at;
+    bool isRounded =
+        false;  ///< a computed line: where it meets others, floating-point numbers round
 };
 
 struct Sample {
@@ -88,10 +90,12 @@ inline Quantity shifted(const Quantity& x, const Rational& distance) {
 }
 
 inline Quantity scaled(const Rational& factor, const Quantity& x) {
-    return {x.events, [=](const Rational& time) {
+    return {x.events,
+            [=](const Rational& time) {
                 const Reading reading = x.at(time);
                 return Reading{reading.kind, factor * reading.number, reading.isInterpolated};
-            }};
+            },
+            x.isRounded};
 }
 
 inline Quantity sum(const Quantity& x, const Quantity& y) {
@@ -101,6 +105,28 @@ inline Quantity sum(const Quantity& x, const Quantity& y) {
                 return Reading{std::min(left.kind, right.kind), left.number + right.number,
                                left.isInterpolated || right.isInterpolated};
             }};
+}
+
+inline Quantity product(const Quantity& x, const Quantity& y) {
+    return {joined(x.events, y.events), [=](const Rational& time) {
+                const Reading left = x.at(time);
+                const Reading right = y.at(time);
+                return Reading{std::min(left.kind, right.kind), left.number * right.number,
+                               left.isInterpolated || right.isInterpolated};
+            }};
+}
+
+/// No number where y is 0.
+inline Quantity quotient(const Quantity& x, const Quantity& y) {
+    return product(x, {y.events, [=](const Rational& time) {
+                           Reading divisor = y.at(time);
+                           if (divisor.kind == Reading::Number && divisor.number == 0) {
+                               divisor.kind = Reading::NotANumber;
+                           } else if (divisor.kind == Reading::Number) {
+                               divisor.number = 1 / divisor.number;
+                           }
+                           return divisor;
+                       }});
 }
 
 /// The times at which two quantities meet within a stretch on which both run straight.

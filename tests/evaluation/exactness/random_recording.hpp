@@ -55,6 +55,11 @@ struct RandomSignal {
     std::string name;
     bool isTruth;
     Samples said;
+
+    bool hasNans() const {
+        return std::any_of(said.samples.begin(), said.samples.end(),
+                           [](const Sample& sample) { return !sample.value; });
+    }
 };
 
 RandomSignal anySignal(const std::string& name);
@@ -64,14 +69,8 @@ struct RandomRecording {
     std::vector<RandomSignal> signals;
 
     bool hasNans() const {
-        for (const RandomSignal& signal : signals) {
-            for (const Sample& sample : signal.said.samples) {
-                if (!sample.value) {
-                    return true;
-                }
-            }
-        }
-        return false;
+        return std::any_of(signals.begin(), signals.end(),
+                           [](const RandomSignal& signal) { return signal.hasNans(); });
     }
 
     Rational firstTick() const {

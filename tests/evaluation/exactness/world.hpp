@@ -65,18 +65,21 @@ inline TruthCourse observedComparison(const World& world, const Quantity& x, Rel
                                       const Quantity& y, const std::string& quantities) {
     const auto place = [&](const Rational& time) { return quantities + '@' + time.str(); };
     const Times times = meetings(x, y);
+    // At ticks, all is exact but where a line that is rounded is met.
+    const Times sharp = x.isRounded || y.isRounded ? joined(x.events, y.events) : times;
+    const auto isTick = [&](const Rational& time) {
+        return isWhole(time) && std::binary_search(sharp.begin(), sharp.end(), time);
+    };
     TruthCourse course = tabulated(times, [&](const Rational& time) {
         Reading left = x.at(time);
-        // At ticks, everything is exact.
-        const bool isTick = isWhole(time) && std::binary_search(times.begin(), times.end(), time);
-        if (!isTick && isBlurred(x, y, time)) {
+        if (!isTick(time) && isBlurred(x, y, time)) {
             world.isDelicate = true;
             left.number += world.inaccuracy == 0 ? 0 : world.side(place(time));
         }
         return related(relation, left, y.at(time));
     });
     for (Rational& time : course.events) {
-        if (!isWhole(time)) {
+        if (!isTick(time)) {
             world.isDelicate = true;
             time += world.inaccuracy == 0 ? Rational(0)
                                           : inaccurateBy * (world.chance(place(time)) - 500) / 1000;

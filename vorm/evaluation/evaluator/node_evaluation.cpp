@@ -11,6 +11,7 @@
 #include <vorm/evaluation/evaluator/function.hpp>
 #include <vorm/evaluation/evaluator/line_arithmetic.hpp>
 #include <vorm/evaluation/evaluator/node_meaning.hpp>
+#include <vorm/evaluation/evaluator/number_window.hpp>
 #include <vorm/evaluation/evaluator/pieces.hpp>
 #include <vorm/evaluation/evaluator/recorded_span.hpp>
 #include <vorm/evaluation/evaluator/robustness.hpp>
@@ -147,14 +148,12 @@ public:
             });
         }
         if (familyOf(node.op) == OperatorFamily::NumberWindow) {
-            return onOperand(
-                [&](const TimedTrace& x) { return windowOnNumbers(node.op, node.a, node.b, x); });
+            return numberWindow(node.op, node.a, node.b, *pieces(0));
         }
         require(node, OperatorFamily::Window);
         const double end = endOf(node);
         if (!isLogical_ && !isRobustness(meaning_)) {
-            return onOperand(
-                [&](const TimedTrace& x) { return windowOnNumbers(node.op, node.a, end, x); });
+            return numberWindow(node.op, node.a, end, *pieces(0));
         }
         const Value p = node.b == toTheEnd ? upToTheEnd(node.op, operands_[0]) : operands_[0];
         if (isLogical_) {
