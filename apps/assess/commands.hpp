@@ -28,7 +28,8 @@ ExitCode draftAssessments(const Options& options);
 ExitCode showAssessment(const Options& options);
 
 /// The assessment file with the parameters that the command line sets. Throws WrongUsage where the
-/// file does not have them so, and InputError as readAssessmentFile does.
+/// file does not have them so, and InputError as readAssessmentFile does, which then says how many
+/// more errors there are.
 vorm::evaluation::AssessmentFile assessmentsOf(const Options& options);
 
 /// The same as far as it can be read, with all that is wrong in it.

@@ -58,7 +58,7 @@ d.csv, from 0 s to 12 s
              fails from 0.5 s to 2.5 s
   PASS       brakes         4.0       0          0              -
   NO_RESULT  later            0       0        2.0              -
-             nothing is known in the range from 'from' to 'to'
+             nothing is known in the range from 10 s to 12 s: its signals are known from 0 s to 4 s
 
 1 passed, 1 failed, 1 without result
 )");
@@ -152,9 +152,26 @@ TEST_F(Assess, TheShareWithoutResultIsToldWithItsIntervals) {
              Row{"formula = 'x > 0'\nto = 80", "",
                  "no result for 50 % of the range: from 40 s to 80 s\n", 0.5},
              Row{"formula = 'x > 0'\nfrom = 60\nto = 80", "",
-                 "nothing is known in the range from 'from' to 'to'\n", 1},
+                 "nothing is known in the range from 60 s to 80 s: its signals are known from 0 s "
+                 "to 40 s\n",
+                 1},
+             Row{"formula = 'x > 0'\nfrom = 60", "",
+                 "nothing is known in the range from 60 s on: its signals are known from 0 s to 40 "
+                 "s\n",
+                 1},
+             Row{"formula = 'x > 0'\nto = -1", "",
+                 "nothing is known in the range up to -1 s: its signals are known from 0 s to 40 "
+                 "s\n",
+                 1},
+             Row{"formula = 'always[0, 30 s](x > 0)'\nfrom = 20\nto = 30", "",
+                 "nothing is known in the range from 20 s to 30 s: its signals have holes there, "
+                 "or "
+                 "its formula looks beyond what is known of them\n",
+                 1},
              Row{"formula = 'x > 0'\nfrom = 60\nto = 60", "",
-                 "nothing is known in the range from 'from' to 'to'\n", 1},
+                 "nothing is known in the range from 60 s to 60 s: its signals are known from 0 s "
+                 "to 40 s\n",
+                 1},
              Row{"formula = 'x > 0'", "", "", 0},
          }) {
         write("h.toml", "[[assessment]]\nname = 'n'\n" + std::string(row.assessment) + "\n");
@@ -241,7 +258,8 @@ TEST_F(StrictAssess, EveryReportMarksWhatIsOpen) {
     EXPECT_EQ(message("holds"), "");
     EXPECT_EQ(message("ends"), "no result from 8 s to 10 s, and --strict is on");
     EXPECT_EQ(message("after"),
-              "no result, and --strict is on: nothing is known in the range from 'from' to 'to'");
+              "no result, and --strict is on: nothing is known in the range from 20 s to 21 s: its "
+              "signals are known from 0 s to 10 s");
 }
 
 TEST_F(StrictAssess, WithoutItNothingIsMarked) {

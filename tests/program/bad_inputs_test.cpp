@@ -45,7 +45,8 @@ protected:
 TEST_F(BadInputs, FormulasAreRefused) {
     for (const BadInput& bad : std::vector<BadInput>{
              {"sped < 20", {"a.toml:3:12:", "'sped'", "sped < 20", "^^^^", "mean 'speed'?"}},
-             {"mode == \"P\"", {"a.toml:3:20:", "'P'", "mode", "'D'", "'N'"}},
+             {"mode == \"P\"",
+              {"a.toml:3:20:", "'P'", "mode", "the recording has 'N' and 'D'", "[enumerations]"}},
              {"speed + 1", {"a.toml:3:12:", "double", "compare"}},
              {"slope(speed) < 3",
               {"a.toml:3:18:", "`speed` is held", "slope(speed) < 3", "= \"linear\""}},
@@ -67,6 +68,10 @@ TEST_F(BadInputs, AssessmentFilesAreRefused) {
               {"a.toml:3:8:", "'open' in [recording]",
                "it can have 'encoding', 'header', 'first_row', 'names', 'delimiter', "}},
              {"title = \"x\"\n", {"a.toml:", "no assessment", "[[assessment]]"}},
+             {"[[assessments]]\nname = \"a\"\n",
+              {"a.toml:1:1:", "unknown key 'assessments'", "did you mean 'assessment'?"}},
+             {"[[assessment]]\nname = \"\"\nformula = \"speed < 20\"\n",
+              {"a.toml:2:8:", "the assessment has no name"}},
              {sound + "from = \"2 days\"\n", {"a.toml:4:8:", "'from'", "min"}},
              {sound + sound, {"a.toml:5:8:", "two assessments 'a'"}},
              {"[definitions]\nx = \"y\"\ny = \"x\"\n" + fileWith("x > 3"),
@@ -76,6 +81,16 @@ TEST_F(BadInputs, AssessmentFilesAreRefused) {
         write("a.toml", bad.input);
         expectMessage(bad, "check a.toml --against d.csv", 3);
     }
+}
+
+TEST_F(BadInputs, ARunTellsTheFirstErrorOfAFileAndHowManyMoreThereAre) {
+    write("a.toml", fileWith("speed <") + "from = \"soon\"\nsverity = \"info\"\n");
+    const ProgramResult run = assess("run a.toml d.csv");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(has(run.err, "a.toml:3:19: expected an operand"));
+    EXPECT_TRUE(has(run.err, "  2 more errors are in the file: 'assess check a.toml' tells all\n"));
+    EXPECT_FALSE(has(run.err, "a.toml:4"));
+    EXPECT_TRUE(has(assess("check a.toml").err, "a.toml: 3 errors\n"));
 }
 
 TEST_F(BadInputs, RecordingsAreRefused) {

@@ -40,6 +40,18 @@ TEST_F(Choice, IsByNamesPatternsAndTags) {
     EXPECT_EQ(namesRun("--skip 'tag:*'"), "ends");
 }
 
+TEST_F(Choice, PatternsCountCharactersAndNotBytes) {
+    write("u.toml",
+          "[[assessment]]\nname = 'Kühlung'\nformula = 'x < 50'\n"
+          "[[assessment]]\nname = 'Köhler'\nformula = 'x < 50'\n");
+    for (const char* pattern : {"K?hlung", "K[äü]hlung", "K[!ö]*"}) {
+        const auto run =
+            report("run u.toml c.csv --only '" + std::string(pattern) + "'")["recordings"][0];
+        ASSERT_EQ(run["assessments"].size(), 1) << pattern;
+        EXPECT_EQ(run["assessments"][0]["name"], "Kühlung");
+    }
+}
+
 // Not taken apart as lists.
 TEST_F(Choice, BracketsArePartOfNamesAndPatterns) {
     EXPECT_EQ(namesRun("--only 'l[ou]w'"), "low");
@@ -73,6 +85,10 @@ TEST_F(Choice, OnlyErrorsFailARun) {
     EXPECT_TRUE(has(result.out, "WARNING  low"));
     EXPECT_TRUE(has(result.out, "INFO     lower"));
     EXPECT_TRUE(has(result.out, "2 passed, 0 failed, 1 failed as warnings, 1 failed as infos"));
+    const ProgramResult shown = assess("show c.toml low c.csv");
+    EXPECT_EQ(shown.exitCode, 0);
+    EXPECT_TRUE(has(shown.out, "c.csv\nWARNING  low\n"));
+    EXPECT_EQ(assess("show c.toml 'l*' c.csv").exitCode, 0);
     EXPECT_EQ(assess("run c.toml c.csv --strict").exitCode, 0) << "what is open is a warning, too";
     EXPECT_TRUE(matches(report("run c.toml c.csv")["summary"],
                         R"({"passed": 2, "failed": 0, "failed_warnings": 1, "failed_infos": 1})"));
@@ -81,6 +97,7 @@ TEST_F(Choice, OnlyErrorsFailARun) {
                             "tags": ["limits", "release"]})"));
     write("e.csv", "time,x\n0,1\n10,9.7\n20,1\n");
     EXPECT_EQ(assess("run c.toml c.csv e.csv").exitCode, 1);
+    EXPECT_EQ(assess("show c.toml 'l*' e.csv").exitCode, 1);
     EXPECT_TRUE(has(assess("run c.toml c.csv e.csv").out, "  e.csv  W i F"));
     const ProgramResult beside = assess("run c.toml c.csv none.csv --only ends");
     EXPECT_EQ(beside.exitCode, 3);

@@ -177,7 +177,23 @@ TEST_F(Init, SaysWhatHasToBeDecidedAboutTimes) {
     EXPECT_TRUE(holds(usableDraft("seconds.csv"),
                       "# unit = \"s\"  # or min, ms and so on, where times are not in seconds"));
     write("epoch.csv", "time,x\n1782828300000,1\n1782828301000,2\n");
-    EXPECT_TRUE(holds(usableDraft("epoch.csv"), "unit = \"ms\""));
+    EXPECT_FALSE(has(usableDraft("epoch.csv"), "unit =")) << "it would be a count of no dates";
+    EXPECT_EQ(report("run draft.toml epoch.csv")["recordings"][0]["zone"], "UTC");
+}
+
+TEST_F(Init, KeepsWhichOfDayAndMonthComesFirst) {
+    for (const char* order : {"day", "month"}) {
+        const bool isDayFirst = order == std::string("day");
+        write("d.csv", isDayFirst ? "time,x\n13/06/2026 9:59,1\n13/06/2026 10:00:01,2\n"
+                                  : "time,x\n06/13/2026 9:59,1\n06/13/2026 10:00:01,2\n");
+        for (const char* option : {"", "--time time"}) {
+            EXPECT_TRUE(holds(usableDraft("d.csv", option),
+                              "time_format = \"" + std::string(order) + " first\""));
+        }
+        write("next.csv", "time,x\n06/07/2026 9:39 PM,1\n06/08/2026 9:39 PM,2\n");
+        EXPECT_EQ(outcome("run draft.toml next.csv")["to"], (isDayFirst ? 31 : 1) * 86400);
+        EXPECT_EQ(assess("run draft.toml next.csv").err, "");
+    }
 }
 
 TEST_F(Init, KeepsTheOptionsThatWereGiven) {

@@ -42,6 +42,20 @@ TEST_F(ReadingNotes, AreOnRequestButWarningsAreNot) {
     }
 }
 
+TEST_F(ReadingNotes, NameTheFilesOfAFolderThatEndOtherwise) {
+    for (const char* name : {"A.CSV", ".hidden.csv", ".cache", "b.dat", "old/c.csv"}) {
+        write("drive/" + std::string(name), "time,x\n0,1\n1,2\n");
+    }
+    EXPECT_EQ(assess("run a.toml drive/A.CSV drive/.hidden.csv").exitCode, 0)
+        << "what is named is read";
+    EXPECT_EQ(shell("gzip < drive/A.CSV > drive/b.TXT.GZ").exitCode, 0);
+    write("b.toml", "[[assessment]]\nname = 'a'\nformula = 'A.x + b.x > 0'\n");
+    const ProgramResult result = assess("run b.toml drive --verbose");
+    EXPECT_EQ(result.exitCode, 0) << result.out;
+    EXPECT_EQ(result.err, "note: not read for its ending: 'drive/b.dat'\n");
+    EXPECT_EQ(assess("run b.toml drive").err, "");
+}
+
 TEST_F(ReadingNotes, QuoteTimesThatGoBackAsFarAsTheyCanBeReadAgain) {
     write("back.csv", "time [ms],x\n0,1\n2.50e2,2\n10,3\n");
     EXPECT_TRUE(has(assess("run a.toml back.csv").out, "from '2.50e2' in line 3 to '10'"));

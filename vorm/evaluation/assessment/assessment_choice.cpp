@@ -3,6 +3,7 @@
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <fnmatch.h>
+#include <locale.h>
 
 #include <algorithm>
 #include <set>
@@ -12,11 +13,30 @@ namespace {
 
 constexpr std::string_view tagMark = "tag:";
 
+// Within it a character is one of UTF-8, as files write it whatever the terminal does.
+class CharactersOfUtf8 {
+public:
+    CharactersOfUtf8() : before_(::uselocale(locale())) {}
+    ~CharactersOfUtf8() { ::uselocale(before_); }
+    CharactersOfUtf8(const CharactersOfUtf8&) = delete;
+    CharactersOfUtf8& operator=(const CharactersOfUtf8&) = delete;
+
+private:
+    // Where a system has none, characters stay bytes.
+    static locale_t locale() {
+        static const locale_t utf8 = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+        return utf8;
+    }
+
+    locale_t before_;
+};
+
 // The names among these that a text chooses.
 std::set<std::string> chosenNames(const std::string& text, const std::vector<std::string>& names) {
     if (std::find(names.begin(), names.end(), text) != names.end()) {
         return {text};
     }
+    const CharactersOfUtf8 characters;
     std::set<std::string> chosen;
     for (const std::string& name : names) {
         if (::fnmatch(text.c_str(), name.c_str(), 0) == 0) {

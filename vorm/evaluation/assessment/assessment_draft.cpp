@@ -71,6 +71,8 @@ private:
         values_["decimal"].insert(layout.decimal == ',' ? tomlText("comma") : "");
         values_["header"].insert(header == 1 ? "" : std::to_string(header));
         values_["time"].insert(tomlList(layout.time.columns));
+        values_["time_format"].insert(layout.time.format.empty() ? ""
+                                                                 : tomlText(layout.time.format));
         values_["unit"].insert(layout.time.unit ? tomlText(layout.time.unit->name) : "");
     }
 
@@ -78,7 +80,7 @@ private:
         for (const std::string& remark : remarks_) {
             lines_ += "# " + withoutControls(remark) + "\n";
         }
-        for (const char* key : {"header", "delimiter", "decimal", "time", "unit"}) {
+        for (const char* key : {"header", "delimiter", "decimal", "time", "time_format", "unit"}) {
             const auto& values = values_[key];
             if (values.size() == 1 && !values.begin()->empty() && !declared_.contains(key)) {
                 lines_ += std::string(key) + " = " + *values.begin() + "\n";

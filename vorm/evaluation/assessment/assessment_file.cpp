@@ -42,8 +42,13 @@ public:
         hasParameters_ = readEach(root, "parameters", &FileReader::readParameter);
         setParameters(settings);
         readEach(root, "definitions", &FileReader::readDefinition);
-        faults_.attempt([&] { readAssessments(root.node("assessment")); });
+        const toml::node* assessments = root.node("assessment");
+        const std::size_t before = result_.errors.size();
         root.refuseOthers(faults_);
+        // A key in another spelling may be why there are none.
+        if (assessments != nullptr || result_.errors.size() == before) {
+            faults_.attempt([&] { readAssessments(assessments); });
+        }
     }
 
 private:

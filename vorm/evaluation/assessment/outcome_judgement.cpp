@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/assessment/evaluation_error.hpp>
 #include <vorm/evaluation/evaluator/reach.hpp>
+#include <vorm/evaluation/time/rounded_time.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -18,6 +19,45 @@ ExactTime lengthOf(const std::vector<TimeSpan>& spans) {
     return sum;
 }
 
+// `60 s (2026-11-22 10:30:00)`
+std::string momentText(ExactTime time, const Recording& recording) {
+    const std::string date = recording.clock ? recording.clock->dateTimeOf(time, allDigits) : "";
+    return time.text() + " s" + (date.empty() ? "" : " (" + date + ")");
+}
+
+std::string rangeText(const TypedAssessment& assessment) {
+    const auto text = [&](const std::optional<ExactTime>& limit) {
+        return momentText(*limit, *assessment.recording);
+    };
+    if (!assessment.to) {
+        return "from " + text(assessment.from) + " on";
+    }
+    return assessment.from ? "from " + text(assessment.from) + " to " + text(assessment.to)
+                           : "up to " + text(assessment.to);
+}
+
+std::string knownText(const TypedAssessment& assessment) {
+    if (!assessment.known) {
+        return "nowhere";
+    }
+    const auto text = [&](double counted) {
+        const Recording& recording = *assessment.recording;
+        return momentText(recording.timeline.timeAt(counted), recording);
+    };
+    return "from " + text(assessment.known->first) + " to " + text(assessment.known->last);
+}
+
+std::string reasonInRange(const TypedAssessment& assessment) {
+    const auto& known = assessment.known;
+    const auto& range = assessment.range;
+    const bool isBeside =
+        !known || !range || range->last < known->first || known->last < range->first;
+    return "nothing is known in the range " + rangeText(assessment) + ": " +
+           (isBeside ? "its signals are known " + knownText(assessment)
+                     : "its signals have holes there, or its formula looks beyond what is known "
+                       "of them");
+}
+
 std::string reasonForNoResult(const TypedAssessment& assessment) {
     for (const Signal* signal : assessment.signals) {
         if (signal->pieces->empty()) {
@@ -25,7 +65,7 @@ std::string reasonForNoResult(const TypedAssessment& assessment) {
         }
     }
     if (assessment.from || assessment.to) {
-        return "nothing is known in the range from 'from' to 'to'";
+        return reasonInRange(assessment);
     }
     return "its signals have no time in common, or the recording or its pieces between holes are "
            "too short for the formula's windows";

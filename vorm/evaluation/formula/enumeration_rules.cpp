@@ -8,7 +8,13 @@ namespace {
 
 std::string membersOf(const Enumeration& enumeration, const std::string& wrong) {
     const std::string near = suggestion(wrong, enumeration.members);
-    return near.empty() ? "its members are " + quotedList(enumeration.members) : near;
+    if (!near.empty()) {
+        return near;
+    }
+    const std::string members = quotedList(enumeration.members);
+    return enumeration.isGathered ? "the recording has " + members +
+                                        "; what can be there besides is declared in [enumerations]"
+                                  : "its members are " + members;
 }
 
 }  // namespace

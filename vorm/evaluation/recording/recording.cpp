@@ -4,6 +4,7 @@
 #include <vorm/evaluation/recording/open_recording.hpp>
 #include <vorm/evaluation/recording/recording_reading.hpp>
 #include <vorm/evaluation/recording/signal_naming.hpp>
+#include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
 
@@ -97,7 +98,14 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
 
 Recording readRecording(const RecordingSource& source, const RecordingLayout& layout,
                         const ReadingOptions& options) {
-    return readRecordingFiles(source.name(), recordingFiles(source), layout, options);
+    Recording recording =
+        readRecordingFiles(source.name(), recordingFiles(source), layout, options);
+    if (const auto others = otherFiles(source); !others.empty()) {
+        recording.remarks.push_back("not read for " +
+                                    std::string(others.size() == 1 ? "its" : "their") +
+                                    " ending: " + quotedList(others));
+    }
+    return recording;
 }
 
 }  // namespace vorm::evaluation

@@ -15,7 +15,8 @@ public:
         if (!column.enumeration) {
             return;
         }
-        const auto& [name, members] = *column.enumeration;
+        const auto& name = column.enumeration->name;
+        const auto& members = column.enumeration->members;
         if (name.empty()) {
             fail(column, "has no name");
         }

@@ -129,7 +129,7 @@ public:
         if (isOpen_) {
             const bool isNamed = declared_ != nullptr && !declared_->name.empty();
             enumeration = std::make_shared<const Enumeration>(
-                Enumeration{isNamed ? declared_->name : name, std::move(members_)});
+                Enumeration{isNamed ? declared_->name : name, std::move(members_), true});
         }
         auto pieces = collector_.take();
         for (auto& piece : pieces) {

@@ -9,6 +9,9 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <span>
+#include <utility>
+#include <vector>
 
 namespace vorm::evaluation {
 namespace {
@@ -281,6 +284,33 @@ const char* nameOf(BaselineChange::Kind kind) {
     return names[static_cast<std::size_t>(kind)];
 }
 
+namespace {
+
+// A line for each change, or where that is too long for the terminal one more for what changed.
+std::string changeLines(std::span<const BaselineChange> changes, bool isBelow,
+                        const TextTable::Style& style) {
+    TextTable table;
+    constexpr std::size_t recording = 1;
+    constexpr std::size_t assessment = 2;
+    table.allowEliding(recording);
+    table.allowEliding(assessment);
+    for (const BaselineChange& change : changes) {
+        std::vector<TextTable::Cell> row{{nameOf(change.kind), false, colourOf(change)},
+                                         {change.recording},
+                                         {change.assessment}};
+        if (!isBelow) {
+            row.push_back({change.what});
+        }
+        table.addRow(std::move(row));
+        if (isBelow) {
+            table.addNote(change.what);
+        }
+    }
+    return isBelow || table.fits(style) ? table.text(style) : changeLines(changes, true, style);
+}
+
+}  // namespace
+
 std::string baselineReport(const BaselineComparison& comparison, const TableStyle& style) {
     constexpr std::size_t mostChanges = 40;
     const std::size_t shown = style.verbose ? comparison.changes.size()
@@ -288,19 +318,8 @@ std::string baselineReport(const BaselineComparison& comparison, const TableStyl
     const TextTable::Style lines{"", style.colours, style.width};
     std::string text = indentedLines(
         "compared with " + comparison.baseline + ": " + countsText(comparison), lines);
-    TextTable table;
-    constexpr std::size_t recording = 1;
-    constexpr std::size_t assessment = 2;
-    table.allowEliding(recording);
-    table.allowEliding(assessment);
-    for (std::size_t i = 0; i < shown; ++i) {
-        const BaselineChange& change = comparison.changes[i];
-        table.addRow({{nameOf(change.kind), false, colourOf(change)},
-                      {change.recording},
-                      {change.assessment},
-                      {change.what}});
-    }
-    text += table.text({"  ", style.colours, style.width});
+    text += changeLines(std::span(comparison.changes).first(shown), false,
+                        {"  ", style.colours, style.width});
     if (const std::size_t others = comparison.changes.size() - shown; others > 0) {
         text += "  and " + std::to_string(others) + " more; --verbose shows all\n";
     }

@@ -44,6 +44,8 @@ public:
     void repeatColumns(std::size_t count) { repeated_ = count; }
 
     std::string text(const Style& style) const;
+    /// Whether no column has to go on below.
+    bool fits(const Style& style) const { return blocks(widths(style), style).size() == 1; }
     /// How many columns of a terminal its widest row takes, without an indent.
     std::size_t columns() const;
 

@@ -16,6 +16,7 @@ namespace vorm::evaluation {
 struct Enumeration {
     std::string name;
     std::vector<std::string> members;
+    bool isGathered = false;  ///< not declared: it has the members that occur in a recording
 
     /// The position of a member, or nothing.
     std::optional<std::int32_t> valueOf(std::string_view member) const;

@@ -1,5 +1,6 @@
 #include "recording_file.hpp"
 
+#include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/input_error.hpp>
 
 #include <algorithm>
@@ -39,12 +40,12 @@ constexpr std::array endings = std::to_array<Ending>({
 });
 
 std::string uncompressedName(const fs::path& path) {
-    const fs::path ending = path.extension();
+    const std::string ending = lowerCase(path.extension().string());
     return (ending == ".gz" || ending == ".zst" ? path.stem() : path.filename()).string();
 }
 
 const Ending* endingOf(const fs::path& path) {
-    const std::string name = uncompressedName(path);
+    const std::string name = lowerCase(uncompressedName(path));
     const auto* const found =
         std::find_if(endings.begin(), endings.end(),
                      [&](const Ending& ending) { return name.ends_with(ending.text); });
@@ -60,32 +61,37 @@ std::string listOfEndings() {
     return list;
 }
 
-bool isTable(const fs::directory_entry& entry) {
-    std::error_code error;
-    return endingOf(entry.path()) != nullptr && !entry.is_directory(error);
-}
-
-std::vector<RecordingFile> filesIn(const std::string& folder) {
-    std::vector<RecordingFile> files;
+// Without hidden files, as the patterns of a shell, in the order of their names.
+std::vector<fs::path> pathsIn(const std::string& folder) {
+    std::vector<fs::path> paths;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
-        if (isTable(*entry)) {
-            files.push_back(fileAt(entry->path().string()));
-            files.back().isFromFolder = true;
+        std::error_code ignored;
+        if (!entry->path().filename().string().starts_with('.') && !entry->is_directory(ignored)) {
+            paths.push_back(entry->path());
         }
     }
     if (error) {
         failAt({folder}, "cannot read the folder: " + error.message());
     }
+    std::sort(paths.begin(), paths.end(),
+              [](const fs::path& a, const fs::path& b) { return a.native() < b.native(); });
+    return paths;
+}
+
+std::vector<RecordingFile> filesIn(const std::string& folder) {
+    std::vector<RecordingFile> files;
+    for (const fs::path& path : pathsIn(folder)) {
+        if (endingOf(path) != nullptr) {
+            files.push_back(fileAt(path.string()));
+            files.back().isFromFolder = true;
+        }
+    }
     if (files.empty()) {
         failAt({folder}, "the folder has no recordings",
                "they end in " + listOfEndings() + ", compressed ones in .gz or .zst after that");
     }
-    const auto byPath = [](const RecordingFile& a, const RecordingFile& b) {
-        return a.path < b.path;
-    };
-    std::sort(files.begin(), files.end(), byPath);
     return files;
 }
 
@@ -135,6 +141,21 @@ std::vector<RecordingFile> recordingFiles(const RecordingSource& source) {
         file.part = source.part;
     }
     return files;
+}
+
+std::vector<std::string> otherFiles(const RecordingSource& source) {
+    std::vector<std::string> others;
+    for (const std::string& path : source.paths) {
+        std::error_code error;
+        if (fs::is_directory(path, error)) {
+            for (const fs::path& file : pathsIn(path)) {
+                if (endingOf(file) == nullptr) {
+                    others.push_back(file.string());
+                }
+            }
+        }
+    }
+    return others;
 }
 
 std::vector<RecordingFile> toldApart(std::vector<RecordingFile> files) {

@@ -7,8 +7,9 @@
 namespace vorm::evaluation {
 
 /// Where one recording is: a file, a folder with all its .csv, .tsv, .txt, .jsonl and .ndjson
-/// files, several files that belong together, or standard input. All may be compressed by gzip or
-/// Zstandard; those of a folder then end in .gz or .zst besides.
+/// files, whatever the case of these endings, several files that belong together, or standard
+/// input. All may be compressed by gzip or Zstandard; those of a folder then end in .gz or .zst
+/// besides.
 struct RecordingSource {
     /// `-` is standard input, read as CSV, or as JSON lines where it begins with a brace.
     std::vector<std::string> paths;

@@ -210,6 +210,9 @@ TableLayout Table::layoutAsRead() const {
         layout.time.columns = times_.front().columns(headers_);
         layout.time.unit = times_.front().unit();
     }
+    if (layout.time.format.empty() && hasTime()) {
+        layout.time.format = times_.front().foundOrder();
+    }
     return layout;
 }
 

@@ -41,8 +41,8 @@ struct TimeLayout {
     /// Of numbers. Nothing: the header's, else that in which they count from 1970, else seconds.
     std::optional<TimeUnit> unit;
     /// As TimeFormat reads it, `%m/%d/%Y %H:%M:%S`; without an unreadable conversion. `serial` are
-    /// the days of spreadsheets. Empty: numbers, or the one of TimeNotation that the first rows
-    /// have.
+    /// the days of spreadsheets, `day first` and `month first` those of TimeNotation. Empty:
+    /// numbers, or the one of TimeNotation that the first rows have.
     std::string format;
     /// The IANA name of the zone of dates that tell no offset. Empty: UTC.
     std::string zone;

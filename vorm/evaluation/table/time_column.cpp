@@ -13,6 +13,8 @@
 namespace vorm::evaluation {
 namespace {
 
+constexpr const char* dayFirstOrder = "day first";
+constexpr const char* monthFirstOrder = "month first";
 constexpr const char* skipAdvice = "rows that do not fit can be left out: bad_rows = \"skip\"";
 
 // The header's unit, or nothing where it has none.
@@ -46,6 +48,13 @@ const char* described(TimeNotation notation) {
             return "as hours, minutes and seconds";
     }
     return "";
+}
+
+// As it is declared; empty for a notation that has one order only.
+std::string orderText(TimeNotation notation) {
+    return notation == TimeNotation::DayFirst     ? dayFirstOrder
+           : notation == TimeNotation::MonthFirst ? monthFirstOrder
+                                                  : "";
 }
 
 // In quotes; one to be adapted for a text that tells none.
@@ -86,6 +95,9 @@ TimeColumn::TimeColumn(TimeCells cells, const TimeLayout& layout,
     }
     if (layout.format == "serial") {
         isSerial_ = true;
+    } else if (layout.format == dayFirstOrder || layout.format == monthFirstOrder) {
+        notation_ =
+            layout.format == dayFirstOrder ? TimeNotation::DayFirst : TimeNotation::MonthFirst;
     } else if (!layout.format.empty()) {
         format_.emplace(layout.format);
         tellsOffset_ = layout.format.find("%z") != std::string::npos;
@@ -135,6 +147,8 @@ void TimeColumn::takeNotation(const CellTexts& rows, const SourceLocation& place
     }
     if (!notations.empty()) {
         notation_ = notations.front();
+        const std::string text = firstTextOf(rows, cells_);
+        isOrderFound_ = !orderText(*notation_).empty() && text[text.find_first_of("./-")] != '.';
     } else if (cells_.columns.size() > 1) {
         failAt(place, "the time in the columns " + name_ + " has no format",
                "add one, such as [recording] time_format = " +
@@ -173,7 +187,11 @@ std::vector<std::string> TimeColumn::columns(const std::vector<ColumnHeader>& he
 }
 
 std::optional<TimeUnit> TimeColumn::unit() const {
-    return isUnitKnown_ ? timeUnitOf(unitName_) : std::nullopt;
+    return isUnitKnown_ && !isEpoch_ ? timeUnitOf(unitName_) : std::nullopt;
+}
+
+std::string TimeColumn::foundOrder() const {
+    return isOrderFound_ ? orderText(*notation_) : "";
 }
 
 bool TimeColumn::tellsDates() const {

@@ -29,8 +29,10 @@ public:
     const std::string& name() const { return name_; }
     /// The names of its columns.
     std::vector<std::string> columns(const std::vector<ColumnHeader>& headers) const;
-    /// Of numbers, where it is known.
+    /// Of numbers, where it is known other than by their size.
     std::optional<TimeUnit> unit() const;
+    /// `day first` or `month first` where that was found in the rows, which others may not tell.
+    std::string foundOrder() const;
     /// Whether these are numbers taken for seconds although neither their unit nor their name says
     /// so.
     bool isUnitAssumed() const {
@@ -99,7 +101,8 @@ private:
     std::optional<TimeZone> zone_;
     std::optional<Counted> counted_;
     bool isSerial_ = false;
-    bool isGuess_ = false;  // nothing but its values says that it is a time
+    bool isGuess_ = false;       // nothing but its values says that it is a time
+    bool isOrderFound_ = false;  // by the rows: their notation has it either way
     bool isPlain_ = false;  // called time, in the unit that the header itself says, or in seconds
     bool isEpoch_ = false;
     std::string unitName_ = "s";
