@@ -40,6 +40,20 @@ TEST(EvaluateFormula, GivesTruthAsExactSpans) {
     EXPECT_EQ(truthOn(recording, "nothing > 1"), "");
 }
 
+TEST(EvaluateFormula, IsOpenWhereASignalHasNoSamples) {
+    const Recording recording =
+        test::read("t,x,p\n0,1,\n2,7,\n3,7,\n", test::declaring({test::declared("p", "bool")}));
+    for (const char* formula :
+         {"p", "~p", "rise(p)", "fall(p)", "changed(p)", "Shift[1](p)", "EpsilonShift[1](p)",
+          "always[0, 1](p)", "eventually(p)", "historically[0, begin](p)", "once[0, 1](p)",
+          "count[0, 1](p) > 0", "duration[0, 1](p) > 0", "(p until[0, 1] p)", "(p since p)",
+          "(p -> p)", "(p & rise(~p))", "int8(p) > 0"}) {
+        EXPECT_EQ(truthOn(recording, std::string(formula) + " | x < 5"),
+                  "true 0 to 2; open 2 to 3; ")
+            << formula;
+    }
+}
+
 TEST(EvaluateFormula, GivesRobustnessWhereAskedFor) {
     const Recording recording = holedRecording();
     EXPECT_EQ(evaluate("x < 5", recording).leastRobustness, nullptr);

@@ -319,9 +319,9 @@ private:
     // negated is the first operand, what is the second one.
     Value edge(bool rises) const {
         if (!isRobustness(meaning_)) {
-            const Truth& now = *truth(0);
-            const Truth before = epsilonShifted(now, 1);
-            return shared(rises ? now.And(before.UMinus()) : now.UMinus().And(before));
+            const SharedTruth now = truth(0);
+            const Truth before = epsilonShifted(*now, 1);
+            return shared(rises ? now->And(before.UMinus()) : now->UMinus().And(before));
         }
         const auto before = [&](const TimedTrace& x) { return justBefore(x, *truth(2)); };
         return onPairs(
