@@ -4,6 +4,7 @@
 
 #include <vorm/assessments/expression/expression_equal.hpp>
 #include <vorm/evaluation/formula/formula.hpp>
+#include <vorm/evaluation/signal/held_name.hpp>
 
 #include <cstdint>
 #include <cstdlib>
@@ -47,7 +48,7 @@ const std::map<std::string, SignalType>& signals() {
 }
 
 std::optional<SignalType> typeOf(const std::string& name) {
-    const auto known = signals().find(name);
+    const auto known = signals().find(recordedName(name));
     return known == signals().end() ? std::nullopt : std::optional(known->second);
 }
 

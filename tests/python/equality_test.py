@@ -28,6 +28,7 @@ FORMULAS = (
     "e ~= 'high' | b",
     "eventually[-1, 0](b & {n} >= {c})",
     "abs({n}) < 2",
+    "held({n}) >= {c} | {n} < {c}",
 )
 
 

@@ -5,6 +5,7 @@
 
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
 #include <vorm/evaluation/recording/recording_in_memory.hpp>
+#include <vorm/evaluation/signal/held_name.hpp>
 #include <vorm/evaluation/time/time_unit.hpp>
 
 #include <boost/mp11/algorithm.hpp>
@@ -151,19 +152,19 @@ Column makeColumn(const std::string& name, const py::array& times, const std::st
 
 evaluation::Recording recordingOf(const std::string& name, const std::vector<Column>& columns,
                                   const std::vector<std::string>& availableNames,
-                                  const std::string& resolution, ExactTime reach) {
+                                  const evaluation::RecordingOptions& options) {
     std::vector<SignalColumn> views;
     for (const Column& column : columns) {
         views.push_back(column.column);
     }
-    const evaluation::RecordingOptions options{unitLength(resolution), reach};
     // Too quick to be worth a thread of its own.
     const py::gil_scoped_release unlock;
     evaluation::Recording recording = evaluation::recordingOf(name, views, options);
     recording.availableNames = availableNames;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (!columns[i].isTyped) {
-            recording.signals[i].type = {};
+    for (const Column& column : columns) {
+        for (evaluation::Signal& signal : recording.signals) {
+            const bool isOfColumn = evaluation::recordedName(signal.name) == column.column.name;
+            signal.type = isOfColumn && !column.isTyped ? evaluation::SignalType() : signal.type;
         }
     }
     return recording;
@@ -201,9 +202,12 @@ void addColumns(py::module_& module) {
                const std::vector<Column>& columns, const std::vector<std::string>& available,
                const std::optional<std::string>& dateOfZero) {
                 const auto& layout = file.content().layout;
+                const auto assessments = chosenBy(file, only, {});
                 evaluation::Recording recording =
-                    recordingOf(name, columns, available, std::string(layout.time.resolution.name),
-                                reachOf(file.content(), chosenBy(file, only, {})));
+                    recordingOf(name, columns, available,
+                                {unitLength(std::string(layout.time.resolution.name)),
+                                 reachOf(file.content(), assessments),
+                                 namesToRead(file.content(), assessments)});
                 if (dateOfZero) {
                     recording.clock = clockFrom(seconds(*dateOfZero), layout.time.zone);
                 }
@@ -215,7 +219,8 @@ void addColumns(py::module_& module) {
             "for_formula",
             [](const evaluation::ParsedFormula& formula, const std::string& name,
                const std::vector<Column>& columns, const std::vector<std::string>& available) {
-                return recordingOf(name, columns, available, "ns", reachOf(formula));
+                return recordingOf(name, columns, available,
+                                   {evaluation::nanosecond, reachOf(formula), formula.names()});
             },
             py::arg("formula"), py::arg("name"), py::arg("columns"), py::arg("available"))
         .def_static("read", &readFor, py::arg("formula"), py::arg("paths"));

@@ -5,6 +5,8 @@
 #include "random_case.hpp"
 #include "support/tries.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
+
 namespace vorm::evaluation::test {
 namespace {
 
@@ -30,8 +32,9 @@ World anyCompletion(const RandomRecording& recording, const World& recorded) {
     World world;
     world.recorded = &recorded;
     for (const RandomSignal& signal : recording.signals) {
-        world.signals[signal.name] =
-            completed(recorded.signals.at(signal.name), anyFilling(signal.isTruth));
+        for (const std::string& name : {signal.name, heldName(signal.name)}) {
+            world.signals[name] = completed(recorded.signals.at(name), anyFilling(signal.isTruth));
+        }
     }
     return world;
 }

@@ -1,5 +1,7 @@
 #include "random_case.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
+
 namespace vorm::evaluation::test {
 namespace {
 
@@ -17,6 +19,9 @@ World worldOf(const RandomRecording& recording) {
     World world;
     for (const RandomSignal& signal : recording.signals) {
         world.signals[signal.name] = signal.said.quantity();
+        Samples held = signal.said;
+        held.isLinear = false;
+        world.signals[heldName(signal.name)] = held.quantity();
     }
     return world;
 }

@@ -6,6 +6,8 @@
 #include "said.hpp"
 #include "windowed_quantity.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
+
 #include <string>
 
 namespace vorm::evaluation::test {
@@ -75,18 +77,22 @@ private:
         return {*decimal(number), [=](const World&) { return constantQuantity(number); }, {}};
     }
 
-    static SaidNumber read(const RandomSignal& signal) {
-        return {signal.name,
-                [name = signal.name](const World& world) { return world.signals.at(name); },
-                {signal.name}};
+    static SaidNumber read(const RandomSignal& signal) { return read(signal.name, signal); }
+
+    static SaidNumber held(const RandomSignal& signal) {
+        return read(signal.said.isLinear ? heldName(signal.name) : signal.name, signal);
+    }
+
+    static SaidNumber read(const std::string& text, const RandomSignal& signal) {
+        return {text, [text](const World& world) { return world.signals.at(text); }, {signal.name}};
     }
 
     // `0 < x <= 2`, `x in {1, 2}`, or a change.
     static SaidTruth sugared(const RandomSignal& signal) {
         const SaidNumber x = read(signal);
         const int least = anyBetween(-2, 1);
-        if (!signal.said.isLinear && !signal.hasNans() && onceIn(2)) {
-            return of<TruthCourse>("changed($)", x,
+        if (!signal.hasNans() && onceIn(2)) {
+            return of<TruthCourse>("changed($)", held(signal),
                                    [start = signal.said.samples.front().time](
                                        const Quantity& number) { return change(number, start); });
         }
@@ -124,8 +130,8 @@ private:
             }
             return related(inSeconds(overWindow("duration", p, duration)), seconds(0, 4));
         }
-        const SaidNumber x = read(signal);
-        if (signal.said.isLinear || signal.hasNans() || onceIn(3)) {
+        if (signal.hasNans() || onceIn(3)) {
+            const SaidNumber x = read(signal);
             const bool isLeast = onceIn(2);
             const auto extremum = [=](int first, int last, const Quantity& number) {
                 return extremeWithin(isLeast ? Extreme::Least : Extreme::Greatest, first, last,
@@ -133,6 +139,7 @@ private:
             };
             return related(overWindow(isLeast ? "min" : "max", x, extremum), anyLimit());
         }
+        const SaidNumber x = held(signal);
         if (onceIn(2)) {
             return related(inSeconds(overWindow("integral", x, integral)), seconds(-3, 6));
         }
@@ -157,8 +164,10 @@ private:
     SaidNumber term(const RandomSignal& signal) const {
         const SaidNumber x = read(signal);
         const RandomSignal& second = anySignal();
-        const SaidNumber y = second.isTruth ? limit(anyBetween(-2, 2)) : read(second);
-        const bool isHeld = second.isTruth || !second.said.isLinear;
+        const SaidNumber y = second.isTruth ? limit(anyBetween(-2, 2))
+                             : onceIn(2)    ? held(second)
+                                            : read(second);
+        const bool isHeld = second.isTruth || y.text != second.name || !second.said.isLinear;
         const bool hasNans = signal.hasNans() || second.hasNans();
         switch (anyIndex(12)) {
             case 0:

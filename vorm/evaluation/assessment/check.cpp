@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/assessment/typed_assessment.hpp>
 #include <vorm/evaluation/assessment/wanted_signals.hpp>
+#include <vorm/evaluation/signal/held_name.hpp>
 
 #include <algorithm>
 #include <set>
@@ -66,11 +67,11 @@ std::vector<InputError> checkWith(const AssessmentFile& file, const FormulaNames
 // Of what could not be read nothing is known.
 FormulaNames withUnknown(FormulaNames names, const std::set<std::string>& unread) {
     names.signalType = [known = std::move(names.signalType), unread](const std::string& name) {
-        return unread.contains(name) ? SignalType() : known(name);
+        return unread.contains(recordedName(name)) ? SignalType() : known(name);
     };
     names.interpolation = [known = std::move(names.interpolation),
                            unread](const std::string& name) {
-        return unread.contains(name) ? std::nullopt : known(name);
+        return unread.contains(recordedName(name)) ? std::nullopt : known(name);
     };
     return names;
 }
@@ -80,7 +81,9 @@ std::vector<InputError> checkIn(const Recording& recording, const AssessmentFile
     const FormulaNames names = withUnknown(namesIn(file, recording), unread);
     return checkWith(file, names, [&](const Assessment& assessment) {
         const std::set<std::string> signals = typedFormula(file, assessment, names).signals;
-        const auto isKnown = [&](const std::string& signal) { return !unread.contains(signal); };
+        const auto isKnown = [&](const std::string& signal) {
+            return !unread.contains(recordedName(signal));
+        };
         if (std::all_of(signals.begin(), signals.end(), isKnown)) {
             typedAssessment(file, assessment, names, recording);
         }

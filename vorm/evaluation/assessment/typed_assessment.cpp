@@ -1,5 +1,7 @@
 #include "typed_assessment.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
+
 #include <utility>
 
 namespace vorm::evaluation {
@@ -89,7 +91,7 @@ FormulaNames namesWithoutData(const AssessmentFile& file) {
         names.signalNames.push_back(signal.name);
     }
     names.signalType = [declared](const std::string& name) -> std::optional<SignalType> {
-        const auto found = declared.find(name);
+        const auto found = declared.find(recordedName(name));
         return found == declared.end() ? SignalType() : found->second.type;
     };
     names.interpolation = [declared](const std::string& name) {

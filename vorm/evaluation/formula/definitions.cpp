@@ -1,5 +1,6 @@
 #include "definitions.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
@@ -63,6 +64,10 @@ const std::vector<OperandType>& Definitions::typesOf(const std::string& name) {
 }
 
 std::optional<OperandType> Definitions::typeOfName(const std::string& name) {
+    const auto recorded = signalOfHeldName(name);
+    if (recorded && find(*recorded) != nullptr) {
+        return std::nullopt;
+    }
     if (find(name) == nullptr) {
         const std::optional<SignalType> type = names_.signalType(name);
         return type ? std::optional(
@@ -76,7 +81,8 @@ std::optional<OperandType> Definitions::typeOfName(const std::string& name) {
 
 Interpolation Definitions::interpolationOf(const std::string& name, const SignalType& type) const {
     const bool isHeld = type.isKnown() && !hasLines(*type.valueType);
-    return isHeld ? assessments::INTERPOLATION_METHOD::ZOH : names_.interpolation(name);
+    return isHeld || signalOfHeldName(name) ? assessments::INTERPOLATION_METHOD::ZOH
+                                            : names_.interpolation(name);
 }
 
 std::optional<std::string> Definitions::memberAdvice(const std::string& name) const {
@@ -90,6 +96,9 @@ std::optional<std::string> Definitions::memberAdvice(const std::string& name) co
 }
 
 std::string Definitions::suggestionFor(const std::string& name) const {
+    if (find(name) != nullptr) {
+        return "that is a definition; held(...) takes the name of a signal";
+    }
     std::vector<std::string> candidates = names_.signalNames;
     for (const auto& definition : names_.definitions) {
         candidates.push_back(definition.first);

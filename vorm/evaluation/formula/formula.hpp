@@ -44,8 +44,8 @@ public:
     ///     min[0, 5 s] x, max, integral, mean, duration, count; Shift[1 s](x),
     ///     EpsilonShift[1](x), Rise[2 s](x, 5), Fall[2 s](x, 5); rise(p), fall(p), changed(x),
     ///     slope(x), abs(x), sign, sqrt, exp, log, sin, cos, round, floor, ceil, min(x, y), max,
-    ///     pow; int8(x) and the other value types, (p), 12.5, true, nan, inf, speed,
-    ///     "Volume Flow", 'N', $limit
+    ///     pow; held(speed) of a signal; int8(x) and the other value types, (p), 12.5, true, nan,
+    ///     inf, speed, "Volume Flow", 'N', $limit
     ///
     /// Chains of comparisons and `in` are read as the conjunction and the disjunction that they
     /// stand for.
@@ -74,7 +74,7 @@ public:
     const std::vector<SyntaxNode>& nodes() const { return *nodes_; }
 
     /// The names that may be signals or definitions, each once, and the quoted names that may as
-    /// well be members of an enumeration.
+    /// well be members of an enumeration. `held(x)` is one besides `x`.
     std::set<std::string> names() const;
 
     /// An error of this text with its place, and with the values of the parameters that its span

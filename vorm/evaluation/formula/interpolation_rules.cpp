@@ -77,7 +77,8 @@ void TypeRules::requireHeld(const SyntaxNode& node, std::size_t operand) const {
         throw FormulaError("`" + textOf(operand) + "` is a line between samples, but '" +
                                operatorText(node) + "' needs what is held",
                            nodes_[operand].where,
-                           "signals are held where they have interpolation = \"held\"");
+                           "held(...) are the samples of a signal; all of them are held with "
+                           "interpolation = \"held\"");
     }
 }
 

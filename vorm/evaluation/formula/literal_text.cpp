@@ -4,6 +4,7 @@
 #include "spellings.hpp"
 #include "token.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
@@ -55,6 +56,9 @@ struct LiteralText : boost::static_visitor<std::string> {
 }  // namespace
 
 std::string nameText(const std::string& name) {
+    if (const auto signal = signalOfHeldName(name)) {
+        return heldName(nameText(*signal));
+    }
     const bool isPlain = isName(name) && !isOperatorWord(name);
     return isPlain ? name : inQuotes(name, '"');
 }

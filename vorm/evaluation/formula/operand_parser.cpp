@@ -1,5 +1,6 @@
 #include "parser.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
 
 #include <utility>
@@ -50,10 +51,11 @@ std::size_t Parser::prefixed(const Spelling& spelling) {
             return conversion(std::move(node));
         case SyntaxKind::Binary:
             return call(node);
+        case SyntaxKind::Name:
+            return heldSignal(std::move(node));
         case SyntaxKind::Unary:
         case SyntaxKind::Number:
         case SyntaxKind::TypedLiteral:
-        case SyntaxKind::Name:
         case SyntaxKind::QuotedName:
         case SyntaxKind::Member:
         case SyntaxKind::Until:
@@ -115,13 +117,35 @@ std::size_t Parser::call(const SyntaxNode& node) {
     return result;
 }
 
+// The samples of a signal have a name, which is not that of any column.
+std::size_t Parser::heldSignal(SyntaxNode node) {
+    const Token opening = take();
+    const bool isName = next().kind == TokenKind::Name && !isReserved(next().text);
+    if (!isName && next().kind != TokenKind::Quoted) {
+        expected("the name of a signal", "what is computed has no samples: hold its signals");
+    }
+    node.text = heldName(isName ? std::string(next().text) : textOf(next()));
+    take();
+    if (!next().is(")")) {
+        expected("')'", "what is computed has no samples: hold its signals");
+    }
+    expectClosing(opening, ")");
+    node.where.length = endOfTaken() - node.where.begin;
+    return append(std::move(node));
+}
+
 std::size_t Parser::leaf() {
     const Token& token = next();
     SyntaxNode node{.where = spanOf(token)};
     switch (token.kind) {
         case TokenKind::Quoted:
             node.kind = SyntaxKind::QuotedName;
-            node.text = textOf(take());
+            node.text = textOf(token);
+            if (signalOfHeldName(node.text)) {
+                fail("'" + node.text + "' means the samples of a signal, without quotes", token,
+                     "declare a column of this name as a signal with another one");
+            }
+            take();
             return append(std::move(node));
         case TokenKind::Member:
             node.kind = SyntaxKind::Member;

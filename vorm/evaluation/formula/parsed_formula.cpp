@@ -1,6 +1,8 @@
 #include "formula.hpp"
 #include "parser.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
+
 #include <algorithm>
 #include <utility>
 
@@ -39,6 +41,7 @@ std::set<std::string> ParsedFormula::names() const {
     for (const SyntaxNode& node : *nodes_) {
         if (node.kind == SyntaxKind::Name || node.kind == SyntaxKind::QuotedName) {
             names.insert(node.text);
+            names.insert(recordedName(node.text));
         }
     }
     return names;

@@ -48,6 +48,7 @@ private:
     std::size_t call(const SyntaxNode& node);
     std::size_t leaf();
     std::size_t name();
+    std::size_t heldSignal(SyntaxNode node);
 
     // literal_parser.cpp
     std::size_t conversion(SyntaxNode node);

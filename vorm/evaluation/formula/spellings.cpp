@@ -69,6 +69,7 @@ constexpr std::array prefixes = std::to_array<Spelling>({
     {"floor", Unary, VORM_OP::Floor, Precedence::Operand, Opening::Round},
     {"ceil", Unary, VORM_OP::Ceiling, Precedence::Operand, Opening::Round},
     {"sign", Unary, VORM_OP::Sign, Precedence::Operand, Opening::Round},
+    {"held", Name, VORM_OP::None, Precedence::Operand, Opening::Round},
     {"min", Binary, VORM_OP::Minimum, Precedence::Operand, Opening::Round},
     {"max", Binary, VORM_OP::Maximum, Precedence::Operand, Opening::Round},
     {"pow", Binary, VORM_OP::Power, Precedence::Operand, Opening::Round},

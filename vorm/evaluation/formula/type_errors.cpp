@@ -1,11 +1,13 @@
 #include "spellings.hpp"
 #include "type_rules.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
+
 namespace vorm::evaluation {
 
 void TypeRules::refuseName(const SyntaxNode& node) const {
-    throw FormulaError("unknown signal '" + node.text + "'", node.where,
-                       names_.suggestion(node.text));
+    const std::string name = recordedName(node.text);
+    throw FormulaError("unknown signal '" + name + "'", node.where, names_.suggestion(name));
 }
 
 void TypeRules::refuseClash(const SyntaxNode& node) const {

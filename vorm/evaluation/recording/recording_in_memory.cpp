@@ -1,5 +1,6 @@
 #include "recording_in_memory.hpp"
 
+#include <vorm/evaluation/signal/held_name.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 
 #include <map>
@@ -38,6 +39,12 @@ private:
     std::map<std::string, std::vector<std::string>> byName_;
 };
 
+SignalColumn heldSamples(SignalColumn column) {
+    column.name = heldName(column.name);
+    column.interpolation = assessments::INTERPOLATION_METHOD::ZOH;
+    return column;
+}
+
 }  // namespace
 
 Recording recordingOf(std::string name, const std::vector<SignalColumn>& columns,
@@ -54,6 +61,11 @@ Recording recordingOf(std::string name, const std::vector<SignalColumn>& columns
         enumerations.add(column);
         recording.signals.push_back(signalOf(column, recording.timeline));
         recording.availableNames.push_back(column.name);
+    }
+    for (const SignalColumn& column : columns) {
+        if (options.names.contains(heldName(column.name))) {
+            recording.signals.push_back(signalOf(heldSamples(column), recording.timeline));
+        }
     }
     return recording;
 }

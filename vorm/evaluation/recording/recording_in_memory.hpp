@@ -3,6 +3,10 @@
 #include <vorm/evaluation/recording/recording.hpp>
 #include <vorm/evaluation/signal/signal_column.hpp>
 
+#include <set>
+#include <string>
+#include <vector>
+
 namespace vorm::evaluation {
 
 struct RecordingOptions {
@@ -12,6 +16,9 @@ struct RecordingOptions {
     /// How far from its times formulas look: so far times stay as exact as in the columns.
     /// `reachOf` tells it of the formulas of a file.
     ExactTime reach = oneDay;
+    /// What formulas name, `ParsedFormula::names`: of a column `x` the recording has `held(x)`,
+    /// too, where that is among it.
+    std::set<std::string> names = {};
 };
 
 /// The recording whose signals are these columns, each with its own times and on one timeline: the

@@ -15,6 +15,13 @@ namespace {
 
 using assessments::INTERPOLATION_METHOD;
 
+template <class T>
+RecordedPieces heldPieces(std::deque<assessments::TimedTrace_T<T>> pieces,
+                          const Timeline& timeline) {
+    const SharedPieces shared = sharedPieces(std::move(pieces), timeline);
+    return {shared, shared};
+}
+
 /// A column of a declared type, or of bool.
 template <class T>
 class TypedBuilder final : public SignalBuilder {
@@ -22,10 +29,11 @@ public:
     explicit TypedBuilder(const SignalRules& rules)
         : SignalBuilder(rules),
           collector_(interpolationOf(rules, assessments::IsFloatingPoint<T>::value,
-                                     typeText(SignalType::of<T>()))) {}
+                                     typeText(SignalType::of<T>())),
+                     rules.alsoHeld) {}
 
     Result finish(const std::string&, const Timeline& timeline) override {
-        return {SignalType::of<T>(), sharedPieces(collector_.take(), timeline)};
+        return {SignalType::of<T>(), collector_.take(timeline)};
     }
 
 private:
@@ -33,7 +41,7 @@ private:
         collector_.add(step, time, cellValue<T>(text, rules().subject));
     }
 
-    TraceCollector<T> collector_;
+    SampleCollector<T> collector_;
 };
 
 /// A column of numbers without a declared type: of double, until an integer comes that has no
@@ -41,7 +49,7 @@ private:
 class NumberBuilder final : public SignalBuilder {
 public:
     explicit NumberBuilder(const SignalRules& rules)
-        : SignalBuilder(rules), numbers_(rules.interpolation) {
+        : SignalBuilder(rules), numbers_(rules.interpolation, rules.alsoHeld) {
         // A linear trace has lost the samples on its lines when the first such integer comes.
         if (rules.interpolation == INTERPOLATION_METHOD::LINEAR) {
             integers_.emplace(INTERPOLATION_METHOD::ZOH);
@@ -51,16 +59,15 @@ public:
     Result finish(const std::string&, const Timeline& timeline) override {
         const auto type = range_.valueType();
         if (!type) {
-            return {SignalType::of<double>(), sharedPieces(numbers_.take(), timeline)};
+            return {SignalType::of<double>(), numbers_.take(timeline)};
         }
         const SignalType integer{type, nullptr};
         interpolationOf(rules(), false, typeText(integer));
         if (integer.is<std::uint64_t>()) {
-            return {integer, sharedPieces(integers_->take(), timeline)};
+            return {integer, heldPieces(integers_->take(), timeline)};
         }
         const auto toSigned = [](std::uint64_t bits) { return static_cast<std::int64_t>(bits); };
-        return {integer,
-                sharedPieces(integers_->converted<std::int64_t>(toSigned).take(), timeline)};
+        return {integer, heldPieces(integers_->converted<std::int64_t>(toSigned).take(), timeline)};
     }
 
 private:
@@ -105,7 +112,7 @@ private:
                           : static_cast<std::uint64_t>(number);
     }
 
-    TraceCollector<double> numbers_;
+    SampleCollector<double> numbers_;
     std::optional<TraceCollector<std::uint64_t>> integers_;  // their bits in two's complement
     IntegerRange range_;
 };
@@ -135,7 +142,7 @@ public:
         for (auto& piece : pieces) {
             piece.enumTypeName = enumeration->name;
         }
-        return {SignalType::of(enumeration), sharedPieces(std::move(pieces), timeline)};
+        return {SignalType::of(enumeration), heldPieces(std::move(pieces), timeline)};
     }
 
 private:

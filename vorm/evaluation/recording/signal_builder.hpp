@@ -2,6 +2,7 @@
 
 // Makes the pieces of one signal from the cells of its column.
 
+#include <vorm/evaluation/signal/sample_collector.hpp>
 #include <vorm/evaluation/signal/sample_order.hpp>
 #include <vorm/evaluation/table/cell_value.hpp>
 
@@ -11,7 +12,7 @@ class SignalBuilder {
 public:
     struct Result {
         SignalType type;
-        SharedPieces pieces;
+        RecordedPieces pieces;
     };
 
     virtual ~SignalBuilder() = default;

@@ -117,8 +117,15 @@ private:
                            path + "'",
                        "declare which one: " + name + " = { file = \"...\" }");
             }
-            recording_.signals.push_back({name, result.type, unit, result.pieces});
+            addSignal({name, result.type, unit, result.pieces.signal}, result.pieces.held);
         }
+    }
+
+    void addSignal(Signal signal, const SharedPieces& held) {
+        if (selection_.wantsHeld(signal.name)) {
+            recording_.signals.push_back({heldName(signal.name), signal.type, signal.unit, held});
+        }
+        recording_.signals.push_back(std::move(signal));
     }
 
     void listNames(const TableSignals& table, const Naming& naming) {
@@ -139,8 +146,8 @@ private:
     void addMissing(const SignalLayout& signal, const std::vector<TableSignals>& tables,
                     bool isWhole) {
         if (!isWhole) {
-            recording_.signals.push_back({signal.name, signal.type.value_or(SignalType()),
-                                          signal.unit, std::make_shared<TracePieces>()});
+            const auto none = std::make_shared<TracePieces>();
+            addSignal({signal.name, signal.type.value_or(SignalType()), signal.unit, none}, none);
             return;
         }
         if (!recording_.leftOut.empty()) {

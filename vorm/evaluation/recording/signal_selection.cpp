@@ -44,6 +44,13 @@ bool SignalSelection::meansSeveral(const RecordingFile& file, const ColumnHeader
                            (hasSeveralFiles_ && wants(nameInFile(file, header.text))));
 }
 
+bool SignalSelection::wantsHeld(const RecordingFile& file, const ColumnHeader& header,
+                                const SignalLayout* declaration) const {
+    return declaration != nullptr
+               ? wantsHeld(declaration->name)
+               : wantsHeld(header.name) || wantsHeld(nameInFile(file, header.name));
+}
+
 bool SignalSelection::isDeclared(const std::string& name) const {
     return std::any_of(layout_.signals.begin(), layout_.signals.end(),
                        [&](const SignalLayout& signal) { return signal.name == name; });

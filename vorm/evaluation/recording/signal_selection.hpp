@@ -3,6 +3,7 @@
 // Which columns of which files are to be read, and what their signals are called.
 
 #include <vorm/evaluation/recording/recording.hpp>
+#include <vorm/evaluation/signal/held_name.hpp>
 #include <vorm/evaluation/source/recording_file.hpp>
 #include <vorm/evaluation/table/column_header.hpp>
 
@@ -16,7 +17,17 @@ public:
                     const std::optional<std::set<std::string>>& wanted, bool hasSeveralFiles);
 
     bool wantsAll() const { return !wanted_; }
-    bool wants(const std::string& name) const { return !wanted_ || wanted_->count(name) != 0; }
+    /// A signal as it is.
+    bool wants(const std::string& name) const {
+        return !wanted_ || (wanted_->contains(name) && !signalOfHeldName(name));
+    }
+    /// The samples of a signal, held.
+    bool wantsHeld(const std::string& name) const {
+        return wanted_ && wanted_->contains(heldName(name));
+    }
+    /// The same of a signal that is read from that column: its declaration, or null.
+    bool wantsHeld(const RecordingFile& file, const ColumnHeader& header,
+                   const SignalLayout* declaration) const;
     bool hasSeveralFiles() const { return hasSeveralFiles_; }
 
     /// The signals that are declared to stand in that column, wanted or not.

@@ -100,7 +100,8 @@ private:
                    "give it one, or name the signals to read");
         }
         for (const SignalLayout* declaration : requests) {
-            const SignalRules rules = rulesFor(header.name, declaration, layout_, timeline_);
+            SignalRules rules = rulesFor(header.name, declaration, layout_, timeline_);
+            rules.alsoHeld = selection_.wantsHeld(table_.file(), header, declaration);
             columns_.push_back(
                 {header, declaration, rules, cell, MissingValues(layout_.missing, rules.type),
                  TimeOrder(layout_.time.timesBack, table_.times().front().isOfClocks()), nullptr});
@@ -315,7 +316,8 @@ SignalBuilder::Result ColumnReading::finish(const std::string& name, const Timel
     if (builder) {
         return builder->finish(name, timeline);
     }
-    return {rules.type.value_or(SignalType()), std::make_shared<TracePieces>()};
+    const auto none = std::make_shared<TracePieces>();
+    return {rules.type.value_or(SignalType()), {none, none}};
 }
 
 TableSignals readTable(Table& table, ExactTime origin, const Timeline& timeline,

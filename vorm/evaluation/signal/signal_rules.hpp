@@ -23,8 +23,9 @@ struct SignalRules {
     bool isInterpolationDeclared = false;
     double maxGap = std::numeric_limits<double>::infinity();  ///< ticks of the timeline
     EqualTimes equalTimes = EqualTimes::Refuse;
-    SourceLocation where;  ///< of the declaration
-    Timeline timeline;     ///< of the samples' times
+    bool alsoHeld = false;  ///< whether the samples of a line are asked for, too
+    SourceLocation where;   ///< of the declaration
+    Timeline timeline;      ///< of the samples' times
 };
 
 /// What the rules say, or held where they leave it to a type that has no lines. Throws InputError
