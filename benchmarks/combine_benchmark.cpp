@@ -2,6 +2,8 @@
 
 #include "signals.hpp"
 
+#include <memory>
+
 namespace vorm::bench {
 namespace {
 
@@ -87,7 +89,27 @@ void addComparison(Course course, double limit, std::size_t size) {
     add(job + "/deque", size, [=] { return notAbove(deque, limit); });
 }
 
+// A trace of noise from 0 to 1 and a constant. The copy writes as many samples and computes
+// nothing.
+void addConstant(const std::string& variant, INTERPOLATION_METHOD method, double limit,
+                 std::size_t size) {
+    using Trace = TimedTrace_T<double>;
+    const auto x = std::make_shared<const Trace>(toTrace(irregular(Course::Noisy, size), method));
+    const Trace c(limit);
+    add("copy/" + variant + "/library", size, [=] { return *x; });
+    add("x + c/" + variant + "/library", size, [=] { return x->Add(c); });
+    add("c - x/" + variant + "/library", size, [=] { return c.Substract(*x); });
+    add("c * x/" + variant + "/library", size, [=] { return x->Scale(c); });
+    add("x greater c/" + variant + "/library", size,
+        [=] { return x->combine<bool>(c, ValueGreater()); });
+}
+
 const bool registered = [] {
+    for (const std::size_t size : {sizes[1], sizes[2], 10 * sizes[2]}) {
+        addConstant("held", INTERPOLATION_METHOD::ZOH, 0.5, size);
+        addConstant("linear apart", INTERPOLATION_METHOD::LINEAR, 2, size);
+        addConstant("linear meeting", INTERPOLATION_METHOD::LINEAR, 0.5, size);
+    }
     for (const std::size_t size : sizes) {
         addCombination(size);
         addComparison(Course::Noisy, 0.99, size);

@@ -1,25 +1,14 @@
-// Sum, difference, product, quotient, absolute value and negation. All combine by Function:
-// the engine compiled for one function more would be another copy of it for every value type.
+// Sum, absolute value and negation.
 
-#include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/errors/type_exceptions.hpp>
+#include <vorm/assessments/operators/arithmetic.hpp>
 #include <vorm/assessments/operators/value_arithmetic.hpp>
-#include <vorm/assessments/operators/window_bounds.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 
 #include <type_traits>
 
 namespace vorm::assessments {
 namespace {
-
-template <class T>
-void requireArithmetic(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
-    if constexpr (support::isBool<T>) {
-        constexpr AssessmentTypeException::typeTAG<bool> tag;
-        throw AssessmentBinaryTypeException(tag, tag);
-    }
-    a.throwExceptionIfEnum(b, false);
-}
 
 template <class T>
 TimedTrace_T<T> negated(TimedTrace_T<T> trace) {
@@ -44,54 +33,9 @@ TimedTrace_T<ValueType<FixedPoint>> withAlignedSlopes(TimedTrace_T<ValueType<Fix
 
 template <class T>
 TimedTrace_T<T> TimedTrace_T<T>::Add(const TimedTrace_T& other) const {
-    requireArithmetic(*this, other);
-    return Function(other, support::sum<T>);
-}
-
-template <class T>
-TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other) const {
-    return Substract(other, std::bool_constant<std::is_unsigned_v<T>>());
-}
-
-template <class T>
-TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::false_type) const {
-    requireArithmetic(*this, other);
-    return Function(other, support::difference<T>);
-}
-
-template <class T>
-TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T& other, std::true_type) const {
-    requireArithmetic(*this, other);
-    return Function(other, support::differenceFromZeroUp<T>);
-}
-
-template <class T>
-TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T& other) const {
-    requireArithmetic(*this, other);
-    if (points.size() != 1 && other.points.size() != 1) {
-        throw AssessmentInternalException("Only multiplication by constant is supported.");
-    }
-    return Function(other, support::product<T>);
-}
-
-template <class T>
-TimedTrace_T<T> TimedTrace_T<T>::Multiply(const TimedTrace_T& other) const {
-    requireArithmetic(*this, other);
-    detail::requireHeld(*this);
-    detail::requireHeld(other);
-    return Function(other, support::product<T>);
-}
-
-template <class T>
-TimedTrace_T<T> TimedTrace_T<T>::Divide(const TimedTrace_T& other) const {
-    requireArithmetic(*this, other);
-    if constexpr (IsFloatingPoint<T>::value) {
-        detail::requireHeld(*this);
-        detail::requireHeld(other);
-        return Function(other, support::quotient<T>);
-    } else {
-        throw AssessmentTypeException(errorType());
-    }
+    detail::requireArithmetic(*this, other);
+    return detail::computed(*this, other,
+                            [](const T& a, const T& b) { return support::sum(a, b); });
 }
 
 template <class T>
@@ -105,7 +49,8 @@ TimedTrace_T<T> TimedTrace_T<T>::Abs() const {
         throwExceptionIfEnum();
         // Against zero, so that a linear trace bends where it crosses zero.
         const TimedTrace_T zero(ZERO<T>());
-        return Function(zero, [](const T& a, const T&) { return support::absolute(a); });
+        return detail::computed(*this, zero,
+                                [](const T& a, const T&) { return support::absolute(a); });
     }
 }
 
@@ -132,18 +77,10 @@ TimedTrace_T<T> TimedTrace_T<T>::UMinus(std::true_type) const {
     throw AssessmentTypeException(errorType());
 }
 
-#define VORM_VALUE_TYPE(T)                                                                       \
-    template TimedTrace_T<T> TimedTrace_T<T>::Add(const TimedTrace_T<T>&) const;                 \
-    template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&) const;           \
-    template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&, std::false_type) \
-        const;                                                                                   \
-    template TimedTrace_T<T> TimedTrace_T<T>::Substract(const TimedTrace_T<T>&, std::true_type)  \
-        const;                                                                                   \
-    template TimedTrace_T<T> TimedTrace_T<T>::Scale(const TimedTrace_T<T>&) const;               \
-    template TimedTrace_T<T> TimedTrace_T<T>::Multiply(const TimedTrace_T<T>&) const;            \
-    template TimedTrace_T<T> TimedTrace_T<T>::Divide(const TimedTrace_T<T>&) const;              \
-    template TimedTrace_T<T> TimedTrace_T<T>::Abs() const;                                       \
-    template TimedTrace_T<T> TimedTrace_T<T>::UMinus() const;                                    \
+#define VORM_VALUE_TYPE(T)                                                       \
+    template TimedTrace_T<T> TimedTrace_T<T>::Add(const TimedTrace_T<T>&) const; \
+    template TimedTrace_T<T> TimedTrace_T<T>::Abs() const;                       \
+    template TimedTrace_T<T> TimedTrace_T<T>::UMinus() const;                    \
     template TimedTrace_T<T> TimedTrace_T<T>::UMinus(std::true_type) const;
 #include <vorm/assessments/value_types.def>
 

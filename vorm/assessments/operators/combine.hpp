@@ -5,6 +5,7 @@
 
 #include <vorm/assessments/operators/combination.hpp>
 #include <vorm/assessments/operators/comparison.hpp>
+#include <vorm/assessments/operators/constant_combination.hpp>
 #include <vorm/assessments/trace/timed_trace.hpp>
 
 namespace vorm::assessments {
@@ -12,7 +13,9 @@ namespace vorm::assessments {
 template <class T>
 template <class R, class F>
 TimedTrace_T<R> TimedTrace_T<T>::combine(const TimedTrace_T& other, F f) const {
-    return detail::Combination<T, R, F>(*this, other, f).run();
+    using WithConstant = detail::ConstantCombination<T, R, F>;
+    return WithConstant::takes(*this, other) ? WithConstant(*this, other, f).run()
+                                             : detail::Combination<T, R, F>(*this, other, f).run();
 }
 
 #define VORM_VALUE_TYPE(T)                                                                    \
