@@ -53,6 +53,7 @@
 #include <vorm/evaluation/signal/signal_column.hpp>
 #include <vorm/evaluation/signal/signal_rules.hpp>
 #include <vorm/evaluation/signal/signal_type.hpp>
+#include <vorm/evaluation/signal/time_line.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
 #include <vorm/evaluation/source/declared_encoding.hpp>
 #include <vorm/evaluation/source/recording_source.hpp>

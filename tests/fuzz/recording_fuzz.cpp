@@ -68,7 +68,7 @@ RecordingLayout layoutOf(std::uint8_t bits, std::uint8_t moreBits) {
 ReadingOptions optionsOf(std::uint8_t bits) {
     ReadingOptions options;
     if ((bits & 1U) != 0) {
-        options.wanted = {"a", "h", "x", "i", "e"};
+        options.wanted = {"a", "h", "x", "i", "e", "time"};
     }
     return options;
 }

@@ -28,6 +28,17 @@ def values_of(data: Any, formula: str = "x > 2", **options: Any) -> list[Any]:
     ]
 
 
+def test_the_time_is_that_of_the_rows() -> None:
+    data = {"x": ([0, 0.3, 0.6], [1, 3, 1])}
+    assert values_of(data, "x > 2 & time > 0.3 | time < 0.1") == [
+        (0, True),
+        (0.1, False),
+        (0.3, True),
+        (0.6, False),
+    ]
+    assert values_of({"time": ([0, 1], [5, 7])}, "time > 6") == [(0, False), (1, True)]
+
+
 LOW = {"assessment": [{"name": "x", "formula": "x < 5"}]}
 TEXTS = {"assessment": [{"name": "x", "formula": "x == 'a'"}]}
 NUMBERS = [1, 3, 4, 1]

@@ -41,8 +41,9 @@ std::string refusal(const std::string& text) {
 /// Whether the evaluator refuses a formula that was not typed.
 bool failsInEvaluation(const std::string& text) {
     const auto formula = expressionOf(ParsedFormula(text));
-    const auto results = evaluate({{&formula, Meaning::Boolean}}, detail::lookupIn(recording()),
-                                  detail::evaluationOptions(recording(), RunOptions()));
+    const auto results =
+        evaluate({{&formula, Meaning::Boolean}}, detail::lookupIn(recording(), {&formula}),
+                 detail::evaluationOptions(recording(), RunOptions()));
     return results.front().failure != nullptr;
 }
 

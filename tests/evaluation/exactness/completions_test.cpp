@@ -36,6 +36,12 @@ World anyCompletion(const RandomRecording& recording, const World& recorded) {
             world.signals[name] = completed(recorded.signals.at(name), anyFilling(signal.isTruth));
         }
     }
+    const Quantity time = recorded.signals.at(timeName);
+    const Times ends{time.events.front() - 100, time.events.back() + 100};
+    world.signals[timeName] = completed(time, {ends, [ends, recording](const Rational& at) {
+                                                   return numberReading(recording.secondsAt(
+                                                       std::clamp(at, ends.front(), ends.back())));
+                                               }});
     return world;
 }
 

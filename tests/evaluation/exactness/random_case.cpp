@@ -15,6 +15,17 @@ std::string allShown(const std::vector<Span>& spans) {
 
 }  // namespace
 
+Quantity timeQuantity(const RandomRecording& recording) {
+    const Times rows = timesOf(recording.signals);
+    const Times ends{rows.front(), rows.back()};
+    return {ends, [ends, recording](const Rational& time) {
+                const bool isKnown = ends.front() <= time && time <= ends.back();
+                const bool isEnd = time == ends.front() || time == ends.back();
+                return isKnown ? Reading{Reading::Number, recording.secondsAt(time), !isEnd}
+                               : Reading{};
+            }};
+}
+
 World worldOf(const RandomRecording& recording) {
     World world;
     for (const RandomSignal& signal : recording.signals) {
@@ -23,17 +34,13 @@ World worldOf(const RandomRecording& recording) {
         held.isLinear = false;
         world.signals[heldName(signal.name)] = held.quantity();
     }
+    world.signals[timeName] = timeQuantity(recording);
     return world;
 }
 
 Judgement judged(const RandomRequirement& requirement, const World& world) {
     return judged(requirement.formula.in(world), requirement.from.value_or(requirement.known.start),
                   requirement.to.value_or(requirement.known.end));
-}
-
-Rational RandomCase::reportedOffset() const {
-    return writing.isFromFirst ? Rational(-recording.firstTick() * recording.grid.tick)
-                               : recording.grid.offset;
 }
 
 Texts RandomCase::texts() const {
@@ -57,12 +64,12 @@ std::string RandomCase::shown(const RandomRequirement& requirement) const {
     const Texts texts = alone.texts();
     return texts.recordingName + ":\n" + texts.recording + '\n' + texts.assessments +
            "\nin ticks of " + test::shown(recording.grid.tick) + " s from " +
-           test::shown(reportedOffset()) + " s on it\n";
+           test::shown(recording.reportedOffset()) + " s on it\n";
 }
 
 Judgement RandomCase::inTicks(const Judgement& inSeconds) const {
     const auto ticks = [&](const Rational& time) {
-        return Rational((time - reportedOffset()) / recording.grid.tick);
+        return Rational((time - recording.reportedOffset()) / recording.grid.tick);
     };
     const auto allTicks = [&](std::vector<Span> spans) {
         for (Span& span : spans) {
@@ -85,7 +92,7 @@ std::string RandomCase::boundText(const std::string& key,
     if (!tick) {
         return "";
     }
-    return key + " = \"" + *decimal(reportedOffset() + *tick * recording.grid.tick) + " s\"\n";
+    return key + " = \"" + *decimal(recording.secondsAt(*tick)) + " s\"\n";
 }
 
 RandomCase anyCase() {

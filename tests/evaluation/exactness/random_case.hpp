@@ -19,6 +19,9 @@ struct RandomRequirement {
     std::optional<Rational> to;
 };
 
+/// The time in seconds over all rows.
+Quantity timeQuantity(const RandomRecording& recording);
+
 World worldOf(const RandomRecording& recording);
 
 RandomRequirement anyRequirement(const RandomRecording& recording);
@@ -30,9 +33,6 @@ struct RandomCase {
     TimeWriting writing;
     Form form;
     std::vector<RandomRequirement> requirements;
-
-    /// Seconds of tick 0, as they are reported.
-    Rational reportedOffset() const;
 
     Texts texts() const;
 

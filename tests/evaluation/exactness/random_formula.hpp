@@ -89,10 +89,7 @@ private:
     }
 
     Times recordedTimes(const std::set<std::string>& names) const {
-        std::vector<RandomSignal> signals = recording_.signals;
-        std::erase_if(signals,
-                      [&](const RandomSignal& each) { return !names.contains(each.name); });
-        return timesOf(signals);
+        return timesOf(signalsCalled(recording_, names));
     }
 
     SaidTruth untilOf(const SaidTruth& p, const SaidTruth& q) const {

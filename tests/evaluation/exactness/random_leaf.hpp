@@ -31,6 +31,9 @@ public:
     }
 
     SaidTruth leaf() const {
+        if (onceIn(10)) {
+            return timed();
+        }
         const RandomSignal& signal = anySignal();
         if (onceIn(3)) {
             return windowed(signal);
@@ -85,6 +88,24 @@ private:
 
     static SaidNumber read(const std::string& text, const RandomSignal& signal) {
         return {text, [text](const World& world) { return world.signals.at(text); }, {signal.name}};
+    }
+
+    // A comparison of the time. What is computed of it is as exact as doubles are, which have few
+    // digits of a second where time 0 is far away.
+    SaidTruth timed() const {
+        const SaidNumber time{
+            timeName, [](const World& world) { return world.signals.at(timeName); }, {timeName}};
+        const SaidNumber when = limit(recording_.secondsAt(anyBetween(-2, 20)));
+        const bool isNear = abs(recording_.reportedOffset()) < 1000;
+        if (!isNear || onceIn(2)) {
+            return onceIn(2) ? related(when, time) : related(time, when);
+        }
+        const SaidNumber x = read(anySignal());
+        if (onceIn(2)) {
+            return related(of<Quantity>("abs($)", difference(time, when), absolute),
+                           limit(anyBetween(0, 6) * recording_.grid.tick));
+        }
+        return related(time, of<Quantity>("double($)", x, [](const Quantity& y) { return y; }));
     }
 
     // `0 < x <= 2`, `x in {1, 2}`, or a change.

@@ -92,7 +92,7 @@ RandomSignal anySignal(const std::string& name) {
 }
 
 RandomRecording anyRecording() {
-    RandomRecording recording{anyGrid(), {}};
+    RandomRecording recording{anyGrid(), {}, onceIn(4)};
     for (std::size_t i = 0, count = 2 + anyIndex(3); i < count; ++i) {
         recording.signals.push_back(anySignal(std::string(1, static_cast<char>('a' + i))));
     }
@@ -105,8 +105,17 @@ TimeWriting anyTimeWriting(const Grid& grid) {
     writing.unit = decimal(grid.tick / unit.seconds) ? unit : writing.unit;
     writing.places = static_cast<int>(anyOf<std::size_t>({0, 0, 3, 12}));
     writing.isExponent = onceIn(5);
-    writing.isFromFirst = onceIn(4);
     return writing;
+}
+
+std::vector<RandomSignal> signalsCalled(const RandomRecording& recording,
+                                        const std::set<std::string>& names) {
+    std::vector<RandomSignal> signals = recording.signals;
+    if (!names.contains(timeName)) {
+        std::erase_if(signals,
+                      [&](const RandomSignal& each) { return !names.contains(each.name); });
+    }
+    return signals;
 }
 
 Times timesOf(const std::vector<RandomSignal>& signals) {
@@ -130,7 +139,7 @@ std::string layoutText(const RandomRecording& recording, const TimeWriting& writ
     text += *writing.unit.name == 0 ? "s" : writing.unit.name;
     text += '"';
     text += form == Form::Long ? "\nform = \"long\"" : "";
-    text += writing.isFromFirst ? "\norigin = \"first\"" : "";
+    text += recording.isFromFirst ? "\norigin = \"first\"" : "";
     text += "\n[signals]\n";
     for (const RandomSignal& signal : recording.signals) {
         const std::string type = signal.isTruth ? "bool" : "double";

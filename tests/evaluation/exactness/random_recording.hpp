@@ -7,6 +7,7 @@
 #include "support/expressions.hpp"
 
 #include <array>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,7 @@ RandomSignal anySignal(const std::string& name);
 struct RandomRecording {
     Grid grid;
     std::vector<RandomSignal> signals;
+    bool isFromFirst = false;  ///< whether time 0 is the first sample
 
     bool hasNans() const {
         return std::any_of(signals.begin(), signals.end(),
@@ -80,16 +82,30 @@ struct RandomRecording {
         }
         return first;
     }
+
+    /// Seconds of tick 0, as they are reported.
+    Rational reportedOffset() const {
+        return isFromFirst ? Rational(-firstTick() * grid.tick) : grid.offset;
+    }
+
+    /// As they are reported.
+    Rational secondsAt(const Rational& ticks) const { return reportedOffset() + ticks * grid.tick; }
 };
+
+/// What formulas call the time of a recording.
+inline const std::string timeName = "time";
+
+/// The signals of these names; all of them where the time is one, which is known over all rows.
+std::vector<RandomSignal> signalsCalled(const RandomRecording& recording,
+                                        const std::set<std::string>& names);
 
 RandomRecording anyRecording();
 
 /// How the times of a recording are written.
 struct TimeWriting {
     Unit unit = unitsOfTime[0];
-    int places = 0;            ///< digits after the point, at least
-    bool isExponent = false;   ///< 46408.5 as 464085e-1
-    bool isFromFirst = false;  ///< whether time 0 is the first sample
+    int places = 0;           ///< digits after the point, at least
+    bool isExponent = false;  ///< 46408.5 as 464085e-1
 
     std::string text(const Rational& seconds) const {
         const Rational number = seconds / unit.seconds;

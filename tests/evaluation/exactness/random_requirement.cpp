@@ -7,11 +7,11 @@ namespace vorm::evaluation::test {
 
 RandomRequirement anyRequirement(const RandomRecording& recording) {
     RandomRequirement result{FormulaGrower(recording).truth(1 + anyIndex(3)), {}, {}, {}};
-    std::vector<RandomSignal> signals = recording.signals;
-    std::erase_if(signals, [&](const RandomSignal& signal) {
-        return !result.formula.signals.contains(signal.name);
-    });
-    const Times times = timesOf(signals);
+    std::set<std::string> names = result.formula.signals;
+    if (names.size() > 1) {
+        names.erase(timeName);
+    }
+    const Times times = timesOf(signalsCalled(recording, names));
     result.known = {times.front(), times.back()};
     const Rational from = anyBetween(-5, 8);
     if (onceIn(4) && from <= result.known.end) {

@@ -103,9 +103,11 @@ std::vector<TaskRequest> requestsOf(const Task& task, bool withRobustness) {
 // number of assessments.
 void evaluateTasks(const std::vector<Task>& tasks, const Recording& recording,
                    const RunOptions& options) {
+    std::vector<const Expression*> formulas;
     std::vector<EvaluationRequest> requests;
     std::vector<std::function<void(const EvaluationResult&)>> takers;
     for (const Task& task : tasks) {
+        formulas.push_back(&task.assessment.formula.tree);
         for (TaskRequest& part : requestsOf(task, options.robustness)) {
             requests.push_back(part.request);
             takers.push_back(std::move(part.take));
@@ -114,7 +116,7 @@ void evaluateTasks(const std::vector<Task>& tasks, const Recording& recording,
     const auto take = [&](std::size_t request, const EvaluationResult& result) {
         takers[request](result);
     };
-    evaluateEach(requests, detail::lookupIn(recording), take,
+    evaluateEach(requests, detail::lookupIn(recording, formulas), take,
                  detail::evaluationOptions(recording, options));
     for (const Task& task : tasks) {
         // Truth and trigger may come from different threads.

@@ -14,7 +14,7 @@ FormulaOutcome evaluate(const std::string& text, const Recording& recording,
         requests.push_back({&formula.tree, Meaning::LeastRobustness});
         requests.push_back({&formula.tree, Meaning::GreatestRobustness});
     }
-    const auto results = evaluate(requests, detail::lookupIn(recording),
+    const auto results = evaluate(requests, detail::lookupIn(recording, {&formula.tree}),
                                   detail::evaluationOptions(recording, options));
     for (const EvaluationResult& result : results) {
         if (result.failure) {

@@ -156,7 +156,7 @@ NodeResults::NodeResults(const TypedAssessment& assessment,
     for (const Expression* other : others) {
         request(*other);
     }
-    results_ = evaluate(requests, lookupIn(*assessment.recording),
+    results_ = evaluate(requests, lookupIn(*assessment.recording, {&assessment.formula.tree}),
                         evaluationOptions(*assessment.recording, options));
 }
 

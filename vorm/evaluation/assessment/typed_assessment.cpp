@@ -141,6 +141,9 @@ std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& re
     for (const std::string& name : formula.signals) {
         signals.push_back(recording.find(name));
     }
+    if (signals.size() > 1 && recording.time) {
+        std::erase(signals, &*recording.time);
+    }
     return signals;
 }
 

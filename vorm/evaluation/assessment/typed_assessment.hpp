@@ -24,7 +24,8 @@ FormulaNames namesIn(const Recording& recording);
 /// text, where it does not fit, is neither true nor false, or reads no signal.
 Formula typedFormula(const ParsedFormula& formula, const FormulaNames& names);
 
-/// The signals that a formula reads, which was typed for the recording.
+/// The signals that a formula reads, which was typed for the recording; the time is one only where
+/// there is no other, since it is also known where they are not.
 std::vector<const Signal*> signalsOf(const Formula& formula, const Recording& recording);
 
 /// The formula of an assessment. Throws InputError, placed in the file, where it does not fit, is

@@ -1,6 +1,7 @@
 #include "definitions.hpp"
 
 #include <vorm/evaluation/signal/held_name.hpp>
+#include <vorm/evaluation/signal/time_line.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
@@ -99,11 +100,20 @@ std::string Definitions::suggestionFor(const std::string& name) const {
     if (find(name) != nullptr) {
         return "that is a definition; held(...) takes the name of a signal";
     }
+    if (names_.signalType(name)) {
+        return "of that there are no samples that could be held";
+    }
     std::vector<std::string> candidates = names_.signalNames;
     for (const auto& definition : names_.definitions) {
         candidates.push_back(definition.first);
     }
-    const std::string near = memberAdvice(name).value_or(suggestion(name, candidates));
+    std::vector<std::string> meant = candidates;
+    const std::string time(timeName);
+    if (names_.signalType(time) &&
+        std::find(candidates.begin(), candidates.end(), time) == candidates.end()) {
+        meant.push_back(time);
+    }
+    const std::string near = memberAdvice(name).value_or(suggestion(name, meant));
     std::string advice =
         near.empty() && !candidates.empty() ? "there is " + quotedList(candidates) : near;
     if (!names_.whySignalsMayMiss.empty()) {

@@ -7,6 +7,12 @@
 namespace vorm::evaluation {
 
 bool OpenRecording::mayBeWanted(const Table& table) const {
+    const auto hasWanted = [this](const Table& one) { return hasWantedSignal(one); };
+    return hasWanted(table) || (selection.wantsTime() && table.hasTime() &&
+                                std::none_of(tables.begin(), tables.end(), hasWanted));
+}
+
+bool OpenRecording::hasWantedSignal(const Table& table) const {
     if (selection.wantsAll() || table.longColumns()) {
         return true;
     }

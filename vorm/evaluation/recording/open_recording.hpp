@@ -14,8 +14,9 @@ struct OpenRecording {
     std::vector<ExactTime> origins;   ///< time 0, as each of the tables counts
     std::vector<InputError> leftOut;  ///< why signals of the other files are not even known
 
-    /// Whether some signal of the table may be wanted.
+    /// Whether some signal of the table may be wanted, or its times are and no signal of any table.
     bool mayBeWanted(const Table& table) const;
+    bool hasWantedSignal(const Table& table) const;
 
     /// Of tables that may be wanted and whose times are all dates; nothing where time 0 of some
     /// table is another one.

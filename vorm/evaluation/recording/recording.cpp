@@ -4,6 +4,7 @@
 #include <vorm/evaluation/recording/open_recording.hpp>
 #include <vorm/evaluation/recording/recording_reading.hpp>
 #include <vorm/evaluation/recording/signal_naming.hpp>
+#include <vorm/evaluation/signal/time_line.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
@@ -29,16 +30,23 @@ Timeline countingFor(OpenRecording& recording, const RecordingLayout& layout) {
     return Timeline(layout.time.resolution.length);
 }
 
-Timeline placed(const Timeline& counting, const std::vector<TableSignals>& tables,
-                ExactTime reach) {
-    CountedSpan whole{0, 0};
+// Of all rows that were read, without a bias.
+std::optional<CountedSpan> spanOf(const std::vector<TableSignals>& tables) {
+    std::optional<CountedSpan> whole;
     for (const TableSignals& table : tables) {
         if (table.span) {
-            whole = {std::min(whole.first, table.span->first),
-                     std::max(whole.last, table.span->last)};
+            const CountedSpan span = whole.value_or(*table.span);
+            whole = {std::min(span.first, table.span->first),
+                     std::max(span.last, table.span->last)};
         }
     }
-    return counting.over(whole.first, whole.last, counting.ticksIn(reach));
+    return whole;
+}
+
+Timeline placed(const Timeline& counting, const std::optional<CountedSpan>& span, ExactTime reach) {
+    const double first = span ? std::min(0.0, span->first) : 0;
+    const double last = span ? std::max(0.0, span->last) : 0;
+    return counting.over(first, last, counting.ticksIn(reach));
 }
 
 std::string joinedBySemicolons(const std::vector<std::string>& texts) {
@@ -54,7 +62,8 @@ std::string joinedBySemicolons(const std::vector<std::string>& texts) {
 const Signal* Recording::find(std::string_view wanted) const {
     const auto found = std::find_if(signals.begin(), signals.end(),
                                     [&](const Signal& signal) { return signal.name == wanted; });
-    return found == signals.end() ? nullptr : &*found;
+    const Signal* other = time && wanted == timeName ? &*time : nullptr;
+    return found == signals.end() ? other : &*found;
 }
 
 Recording readRecordingFiles(const std::string& name, const std::vector<RecordingFile>& files,
@@ -79,7 +88,8 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
         std::any_of(recording.tables.begin(), recording.tables.end(),
                     [](const Table& table) { return table.longColumns().has_value(); });
     const bool isWhole = options.maximumRows == ReadingOptions().maximumRows || !hasLongForm;
-    const Timeline timeline = placed(counting, signals, options.reach);
+    const auto span = spanOf(signals);
+    const Timeline timeline = placed(counting, span, options.reach);
     std::vector<std::string> remarks;
     std::vector<std::string> warnings;
     for (const TableSignals& table : signals) {
@@ -90,6 +100,10 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
     }
     Recording named = namedSignals(name, timeline, std::move(signals), std::move(recording.leftOut),
                                    recording.selection, layout, isWhole);
+    if (span && named.find(timeName) == nullptr) {
+        named.time =
+            timeSignal(timeline, {timeline.biased(span->first), timeline.biased(span->last)});
+    }
     named.clock = recording.clock();
     named.remarks = std::move(remarks);
     named.warnings = std::move(warnings);

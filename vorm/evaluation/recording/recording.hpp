@@ -24,6 +24,9 @@ struct Recording {
     std::optional<WallClock> clock;
     std::vector<Signal> signals;              ///< in the order of the files and their columns
     std::vector<std::string> availableNames;  ///< also of signals that were not asked for
+    /// The time as formulas read it, over all rows of the files that were read; nothing where there
+    /// are none, and where a signal has its name.
+    std::optional<Signal> time;
     /// Why files of a folder were left out: a signal that is nowhere else may be in one of them.
     std::vector<InputError> leftOut;
     /// How each file that was read is written, as far as that is not plain or declared:
@@ -31,13 +34,14 @@ struct Recording {
     std::vector<std::string> remarks;
     std::vector<std::string> warnings;  ///< what was left out or changed in reading
 
-    /// The signal of that name, or null.
+    /// The signal of that name, or the time, or null.
     const Signal* find(std::string_view name) const;
 };
 
 struct ReadingOptions {
     /// The signals to read; nothing: all of them. Names that there is no signal for are not an
-    /// error here.
+    /// error here. Where `time` is one of these and there is no signal to read, rows are read for
+    /// their times.
     std::optional<std::set<std::string>> wanted;
     /// Rows after that many of each file are not read; for a look at names and types.
     std::size_t maximumRows = std::numeric_limits<std::size_t>::max();

@@ -1,6 +1,7 @@
 #include "recording_in_memory.hpp"
 
 #include <vorm/evaluation/signal/held_name.hpp>
+#include <vorm/evaluation/signal/time_line.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 
 #include <map>
@@ -66,6 +67,11 @@ Recording recordingOf(std::string name, const std::vector<SignalColumn>& columns
         if (options.names.contains(heldName(column.name))) {
             recording.signals.push_back(signalOf(heldSamples(column), recording.timeline));
         }
+    }
+    const auto span = recordedSpan(columns);
+    if (span && recording.find(timeName) == nullptr) {
+        const Timeline& timeline = recording.timeline;
+        recording.time = timeSignal(timeline, {timeline.at(span->start), timeline.at(span->end)});
     }
     return recording;
 }

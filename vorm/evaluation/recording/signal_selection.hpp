@@ -4,6 +4,7 @@
 
 #include <vorm/evaluation/recording/recording.hpp>
 #include <vorm/evaluation/signal/held_name.hpp>
+#include <vorm/evaluation/signal/time_line.hpp>
 #include <vorm/evaluation/source/recording_file.hpp>
 #include <vorm/evaluation/table/column_header.hpp>
 
@@ -28,6 +29,11 @@ public:
     /// The same of a signal that is read from that column: its declaration, or null.
     bool wantsHeld(const RecordingFile& file, const ColumnHeader& header,
                    const SignalLayout* declaration) const;
+    /// Whether formulas may mean the time of the recording by its name.
+    bool wantsTime() const {
+        const std::string name(timeName);
+        return !wantsAll() && wants(name) && !isDeclared(name);
+    }
     bool hasSeveralFiles() const { return hasSeveralFiles_; }
 
     /// The signals that are declared to stand in that column, wanted or not.

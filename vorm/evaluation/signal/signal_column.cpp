@@ -303,15 +303,8 @@ SignalRules rulesOf(const SignalColumn& column, const Timeline& counting) {
 
 }  // namespace
 
-Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution,
-                    ExactTime reach) {
-    if (resolution > second ||
-        std::none_of(timeUnits.begin(), timeUnits.end(),
-                     [&](const TimeUnit& unit) { return unit.length == resolution; })) {
-        failAt({}, "the resolution is no unit of time up to a second",
-               "it is one of fs, ps, ns, us, ms and s");
-    }
-    std::optional<std::pair<ExactTime, ExactTime>> span;
+std::optional<TimeSpan> recordedSpan(const std::vector<SignalColumn>& columns) {
+    std::optional<TimeSpan> span;
     for (const SignalColumn& column : columns) {
         const std::size_t count = countOf(column.times);
         if (count == 0) {
@@ -326,15 +319,27 @@ Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resoluti
             };
             const auto first = at(0);
             const auto last = at(count - 1);
-            span = {span ? std::min(span->first, first) : first,
-                    span ? std::max(span->second, last) : last};
+            span = {span ? std::min(span->start, first) : first,
+                    span ? std::max(span->end, last) : last};
         });
     }
+    return span;
+}
+
+Timeline timelineOf(const std::vector<SignalColumn>& columns, ExactTime resolution,
+                    ExactTime reach) {
+    if (resolution > second ||
+        std::none_of(timeUnits.begin(), timeUnits.end(),
+                     [&](const TimeUnit& unit) { return unit.length == resolution; })) {
+        failAt({}, "the resolution is no unit of time up to a second",
+               "it is one of fs, ps, ns, us, ms and s");
+    }
+    const auto span = recordedSpan(columns);
     if (!span) {
         return Timeline(resolution).over(0, 0);
     }
-    const Timeline counting(resolution, span->first);
-    return counting.over(0, counting.at(span->second), counting.ticksIn(reach));
+    const Timeline counting(resolution, span->start);
+    return counting.over(0, counting.at(span->end), counting.ticksIn(reach));
 }
 
 Signal signalOf(const SignalColumn& column, const Timeline& timeline) {

@@ -2,6 +2,7 @@
 
 #include <vorm/evaluation/signal/signal.hpp>
 #include <vorm/evaluation/signal/signal_rules.hpp>
+#include <vorm/evaluation/time/time_span.hpp>
 
 #include <boost/mp11/algorithm.hpp>
 
@@ -58,6 +59,10 @@ struct SignalColumn {
     std::optional<ExactTime> maxGap = std::nullopt;
     EqualTimes equalTimes = EqualTimes::Refuse;
 };
+
+/// The least and the greatest time of the columns, which are in order; nothing where they have
+/// none. Throws InputError as timelineOf does for these times.
+std::optional<TimeSpan> recordedSpan(const std::vector<SignalColumn>& columns);
 
 /// A timeline for all of the columns, whose times are in order: it counts in whole numbers of the
 /// resolution from the least time on. Formulas look as far as `reach` from these times. Throws
