@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 namespace vorm::evaluation {
 namespace {
@@ -58,19 +59,22 @@ std::string assessing(const std::string& formula) {
 // Doubles that are nearest to such times are as far from them as ten samples of a fast recording.
 TEST(Time, IsExactWhereItIsCompared) {
     for (const std::string second : {"0", "9", "46408", "1700000000"}) {
+        const auto filled = [&](const std::string& text) {
+            return std::regex_replace(text, std::regex("@"), second);
+        };
         for (const char* const resolution : {"ms", "ns", "fs"}) {
             RecordingLayout layout;
             layout.time.resolution = *timeUnitOf(resolution);
-            const std::string at = second + ".3";
-            const Recording recording =
-                test::read("t,x\n" + second + ".1,1\n" + at + ",2\n" + second + ".7,3\n", layout);
-            for (const std::string& formula :
-                 {"x == 2 -> time >= " + at, "x == 1 -> time < " + at, "x <= 1 | time >= " + at}) {
-                EXPECT_EQ(falseOn(recording, formula), "") << formula << " in " << resolution;
+            const Recording recording = test::read(filled("t,x\n@.1,1\n@.3,2\n@.7,3\n"), layout);
+            for (const char* const formula :
+                 {"x == 2 -> time >= @.3", "x == 1 -> time < @.3", "x <= 1 | @.3 <= time"}) {
+                EXPECT_EQ(falseOn(recording, filled(formula)), "") << formula << second;
             }
-            EXPECT_EQ(falseOn(recording, "rise(x == 2) -> time > " + at), at + " to " + at + "; ");
-            EXPECT_EQ(falseOn(recording, "rise(x == 2) -> " + at + " ~= time"),
-                      at + " to " + at + "; ");
+            for (const char* const formula :
+                 {"rise(x == 2) -> time > @.3", "rise(x == 2) -> @.3 ~= time"}) {
+                EXPECT_EQ(falseOn(recording, filled(formula)), filled("@.3 to @.3; "))
+                    << resolution;
+            }
         }
     }
 }
