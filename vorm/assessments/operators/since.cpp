@@ -2,6 +2,7 @@
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
 #include <vorm/assessments/operators/operand_cursor.hpp>
+#include <vorm/assessments/operators/step_output.hpp>
 #include <vorm/assessments/operators/until_steps.hpp>
 #include <vorm/assessments/operators/window_bounds.hpp>
 #include <vorm/assessments/trace/time_step.hpp>
@@ -46,6 +47,47 @@ TimedTrace_T<T> sinceSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>&
     return result;
 }
 
+// Since with a window that ends now, for windows that lie within what is known, the first of which
+// ends at `begin`. What psi reaches is one time, so that there is one pass instead of four traces,
+// which takes half the time.
+TimedTrace_T<bool> sinceWithin(double width, const TimedTrace_T<bool>& phi,
+                               const TimedTrace_T<bool>& psi, double start, double begin,
+                               double known) {
+    support::OperandCursor<bool> left(phi.points.begin(), support::samplesUpTo(phi, known));
+    support::OperandCursor<bool> right(psi.points.begin(), support::samplesUpTo(psi, known));
+    left.advanceTo(start);
+    right.advanceTo(start);
+    TimedTrace_T<bool> result = detail::emptyTrace<bool>();
+    support::StepOutput<bool> output(result, begin, false);
+    bool lasts = false;                 // since the last psi, phi has
+    bool wasGoal = false;               // psi, before the time in question
+    bool holds = false;                 // what was written last
+    double reach = -support::infinity;  // the first time from which no psi is within the window
+    const auto visit = [&](double time, const TimedPoint<bool>* ofPhi,
+                           const TimedPoint<bool>* ofPsi) __attribute__((always_inline)) {
+        if (holds && reach < time) {
+            output.change(reach, false);
+            holds = false;
+        }
+        const bool isGoal = ofPsi->value;
+        const bool isSince = ofPhi->value && (lasts || isGoal);
+        lasts = isSince || isGoal;
+        reach = isGoal ? support::infinity : wasGoal ? time + width : reach;
+        wasGoal = isGoal;
+        if (const bool now = isSince && time < reach; now != holds) {
+            output.change(time, now);
+            holds = now;
+        }
+    };
+    support::walk(left, right, visit);
+    if (holds && reach <= known) {
+        output.change(reach, false);
+    }
+    output.finish();
+    result.lastKnownTime = known;
+    return result;
+}
+
 }  // namespace
 
 template <class T>
@@ -63,6 +105,11 @@ TimedTrace_T<T> TimedTrace_T<T>::Since(const TimedTrace_T& other, const double& 
     const double known = std::min(lastKnownTime, other.lastKnownTime);
     if (!(start + (isBounded ? b : a) <= known)) {
         return detail::emptyTrace<T>();
+    }
+    if constexpr (support::isBool<T>) {
+        if (a == 0) {
+            return sinceWithin(b, *this, other, start, isBounded ? start + b : start, known);
+        }
     }
     TimedTrace_T holds = sinceSomeTime(*this, other, start, known);
     if (a > 0) {
