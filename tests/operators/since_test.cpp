@@ -68,6 +68,27 @@ RC_GTEST_PROP(Since, AgreesWithItsDefinition, ()) {
     }
 }
 
+// Booleans have a pass of their own.
+RC_GTEST_PROP(Since, OfBoolsIsThatOfZeroAndOne, ()) {
+    Signal phi = anySignal(held, oneBinade, 0, 1);
+    Signal psi = anySignal(held, oneBinade, 0, 1);
+    if (*rc::gen::arbitrary<bool>()) {
+        phi.known = psi.known = infinity;
+    }
+    const double a = 0.25 * *rc::gen::element(0, 0, 1, 5);
+    const double b = *rc::gen::element(infinity, a + 0.25 * *rc::gen::inRange(0, 20));
+    const auto flags = phi.toTrace<bool>().Since(psi.toTrace<bool>(), a, b);
+    const auto numbers = phi.toTrace().Since(psi.toTrace(), a, b);
+    RC_LOG() << "phi " << phi << "\npsi " << psi << "\n[" << a << ", " << b << "] "
+             << testing::PrintToString(flags) << '\n';
+    RC_ASSERT(flags.lastKnownTime == numbers.lastKnownTime);
+    RC_ASSERT(flags.points.size() == numbers.points.size());
+    for (std::size_t i = 0; i < flags.points.size(); ++i) {
+        RC_ASSERT(flags.points[i].time == numbers.points[i].time);
+        RC_ASSERT(flags.points[i].value == (numbers.points[i].value == 1));
+    }
+}
+
 TEST(Since, CountsAGoalThatEndsWhereTheConditionBegins) {
     const auto parked = trace<bool>("0:1 5:0", 20);
     const auto moving = trace<bool>("0:0 5:1 9:0", 20);

@@ -80,7 +80,7 @@ TimedTrace_T<bool> sinceWithin(double width, const TimedTrace_T<bool>& phi,
         }
     };
     support::walk(left, right, visit);
-    if (holds && reach <= known) {
+    if (holds && reach <= known && reach < support::infinity) {
         output.change(reach, false);
     }
     output.finish();
