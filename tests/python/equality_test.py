@@ -29,6 +29,8 @@ FORMULAS = (
     "eventually[-1, 0](b & {n} >= {c})",
     "abs({n}) < 2",
     "held({n}) >= {c} | {n} < {c}",
+    "time < 46408.7 | {n} < {c}",
+    "time > 46408.6",
 )
 
 

@@ -153,7 +153,8 @@ def columns_of(data: Any, layout: Layout, wanted: Iterable[str]) -> Columns:
     quantities = quantities_in(data)
     named = layout.names(quantities)
     chosen = {}
-    for name in sorted(wanted):
+    names = sorted(wanted)
+    for name in names:
         declared = layout.declaration(name)
         if name not in named and declared is not None:
             raise error(
@@ -164,6 +165,11 @@ def columns_of(data: Any, layout: Layout, wanted: Iterable[str]) -> Columns:
             raise error(f"several columns are called '{name}'", "rename all of them but one")
         if name in named:
             chosen[name] = named[name][0]
+    if "time" in names and "time" not in named:
+        # The time reaches over all signals, whichever are wanted.
+        for name, meant in named.items():
+            if all(one.times is not meant[0].times for one in chosen.values()):
+                chosen[name] = meant[0]
     known = KnownTimes(layout)
     # The first sample of all signals counts, whichever are wanted.
     counting = quantities if layout.origin[0] == "first" else list(chosen.values())

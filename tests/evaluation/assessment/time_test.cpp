@@ -127,6 +127,10 @@ TEST(Time, IsKnownInAllRows) {
     EXPECT_EQ(runOf(assessing("time <= 3"), {"t,x\n1,1\n2,1\n", "t,y\n2,0\n5,0\n"}),
               "in 1 to 5 not 3 to 5; ")
         << "of all files";
+    EXPECT_EQ(runOf(assessing("time <= 3") + "[[assessment]]\nname = 'y'\nformula = 'y >= 0'\n",
+                    {"t,x\n1,1\n9,1\n", "t,y\n2,0\n5,0\n"}),
+              "in 1 to 9 not 3 to 9; in 2 to 5 not; ")
+        << "whatever others read";
     EXPECT_EQ(runOf("[recording]\nform = \"long\"\norigin = \"first\"\n" + assessing("time < 2"),
                     {"t,name,value\n5,x,1\n8,y,2\n"}),
               "in 0 to 3 not 2 to 3; ");

@@ -7,9 +7,9 @@
 namespace vorm::evaluation {
 
 bool OpenRecording::mayBeWanted(const Table& table) const {
-    const auto hasWanted = [this](const Table& one) { return hasWantedSignal(one); };
-    return hasWanted(table) || (selection.wantsTime() && table.hasTime() &&
-                                std::none_of(tables.begin(), tables.end(), hasWanted));
+    // The time reaches over all files, whatever else is asked for: no requirement may fail or pass
+    // by what others read.
+    return hasWantedSignal(table) || (selection.wantsTime() && table.hasTime());
 }
 
 bool OpenRecording::hasWantedSignal(const Table& table) const {

@@ -14,7 +14,7 @@ struct OpenRecording {
     std::vector<ExactTime> origins;   ///< time 0, as each of the tables counts
     std::vector<InputError> leftOut;  ///< why signals of the other files are not even known
 
-    /// Whether some signal of the table may be wanted, or its times are and no signal of any table.
+    /// Whether some signal of the table may be wanted, or its times are.
     bool mayBeWanted(const Table& table) const;
     bool hasWantedSignal(const Table& table) const;
 

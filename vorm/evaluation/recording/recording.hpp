@@ -40,8 +40,8 @@ struct Recording {
 
 struct ReadingOptions {
     /// The signals to read; nothing: all of them. Names that there is no signal for are not an
-    /// error here. Where `time` is one of these and there is no signal to read, rows are read for
-    /// their times.
+    /// error here. Where `time` is one of these and no signal, all files are read for their
+    /// times.
     std::optional<std::set<std::string>> wanted;
     /// Rows after that many of each file are not read; for a look at names and types.
     std::size_t maximumRows = std::numeric_limits<std::size_t>::max();
