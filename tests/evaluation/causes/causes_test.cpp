@@ -119,6 +119,12 @@ TEST(SufficientCauses, OfUntilAreTheGoalOrAllThatBreaksBeforeIt) {
               "c == 1 at 10 to 10.5, c == 1 at 12 to 12.5, or 1 more");
 }
 
+// A literal is what it is as far as a window without an end looks.
+TEST(SufficientCauses, AreNotInAWindowOverALiteral) {
+    EXPECT_EQ(blamed("a == 1 & a == 1 -> once[0, begin](false)", 2), "a == 1 at 2");
+    EXPECT_EQ(blamed("a == 1 & a == 1 -> eventually[0, end](false)", 2), "a == 1 at 2");
+}
+
 TEST(SufficientCauses, MayAccountForLess) {
     // Nothing rises throughout an interval.
     EXPECT_EQ(blamed("rise(a == 1)", {5, 6}), "beginning: a == 1 at 5");

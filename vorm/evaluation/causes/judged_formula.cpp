@@ -189,6 +189,11 @@ bool JudgedFormula::passes(const ConditionTimes& opposite, const CountedSpan& sp
     std::vector<Value> truths;
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
         const JudgedNode& node = nodes_[i];
+        if (node.isFixed) {
+            // A window without an end looks further than any finite reach.
+            truths.emplace_back(node.truth);
+            continue;
+        }
         if (node.operandCount == 0) {
             const auto times = opposite.find(i);
             truths.emplace_back(std::make_shared<const Truth>(
