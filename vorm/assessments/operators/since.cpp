@@ -1,7 +1,6 @@
 // Since, the mirror image of until: one pass forwards where until's goes backwards.
 
 #include <vorm/assessments/errors/assessment_exception.hpp>
-#include <vorm/assessments/operators/operand_cursor.hpp>
 #include <vorm/assessments/operators/step_output.hpp>
 #include <vorm/assessments/operators/until_steps.hpp>
 #include <vorm/assessments/operators/window_bounds.hpp>
@@ -26,12 +25,8 @@ void requirePastWindow(double a, double b) {
 // The best over all times from the common start on: what came with a step, or the best of all steps
 // before it, limited by phi from there on.
 template <class T>
-TimedTrace_T<T> sinceSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>& psi, double start,
+TimedTrace_T<T> sinceSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>& psi,
                               double known) {
-    support::OperandCursor<T> left(phi.points.begin(), support::samplesUpTo(phi, known));
-    support::OperandCursor<T> right(psi.points.begin(), support::samplesUpTo(psi, known));
-    left.advanceTo(start);
-    right.advanceTo(start);
     TimedTrace_T<T> result = detail::emptyTrace<T>();
     support::TraceBuilder<T> builder(result);
     std::optional<T> best;  // that a time after all steps so far can look back to
@@ -42,7 +37,7 @@ TimedTrace_T<T> sinceSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>&
         builder.append({time, since});
         best = detail::greater(since, ofPsi->value);
     };
-    support::walk(left, right, visit);
+    detail::walkUpTo(known, phi, psi, visit);
     result.lastKnownTime = known;
     return result;
 }
@@ -51,12 +46,7 @@ TimedTrace_T<T> sinceSomeTime(const TimedTrace_T<T>& phi, const TimedTrace_T<T>&
 // ends at `begin`. What psi reaches is one time, so that there is one pass instead of four traces,
 // which takes half the time.
 TimedTrace_T<bool> sinceWithin(double width, const TimedTrace_T<bool>& phi,
-                               const TimedTrace_T<bool>& psi, double start, double begin,
-                               double known) {
-    support::OperandCursor<bool> left(phi.points.begin(), support::samplesUpTo(phi, known));
-    support::OperandCursor<bool> right(psi.points.begin(), support::samplesUpTo(psi, known));
-    left.advanceTo(start);
-    right.advanceTo(start);
+                               const TimedTrace_T<bool>& psi, double begin, double known) {
     TimedTrace_T<bool> result = detail::emptyTrace<bool>();
     support::StepOutput<bool> output(result, begin, false);
     bool lasts = false;                 // since the last psi, phi has
@@ -79,7 +69,7 @@ TimedTrace_T<bool> sinceWithin(double width, const TimedTrace_T<bool>& phi,
             holds = now;
         }
     };
-    support::walk(left, right, visit);
+    detail::walkUpTo(known, phi, psi, visit);
     if (holds && reach <= known && reach < support::infinity) {
         output.change(reach, false);
     }
@@ -108,10 +98,10 @@ TimedTrace_T<T> TimedTrace_T<T>::Since(const TimedTrace_T& other, const double& 
     }
     if constexpr (support::isBool<T>) {
         if (a == 0) {
-            return sinceWithin(b, *this, other, start, isBounded ? start + b : start, known);
+            return sinceWithin(b, *this, other, isBounded ? start + b : start, known);
         }
     }
-    TimedTrace_T holds = sinceSomeTime(*this, other, start, known);
+    TimedTrace_T holds = sinceSomeTime(*this, other, known);
     if (a > 0) {
         holds = holds.Globally(-a, 0);
     }

@@ -23,21 +23,28 @@ double commonStart(const TimedTrace_T<T>& a, const TimedTrace_T<T>& b) {
     return std::max(a.points.front().time, b.points.front().time);
 }
 
-/// The values of both operands at each sample time from their common start up to `end`.
-template <class T>
-std::vector<UntilStep<T>> stepsUpTo(double end, const TimedTrace_T<T>& phi,
-                                    const TimedTrace_T<T>& psi) {
+/// Calls visit(time, sample of phi, sample of psi) at each sample time of either from their common
+/// start up to `end`, with the samples in force then.
+template <class T, class Visit>
+void walkUpTo(double end, const TimedTrace_T<T>& phi, const TimedTrace_T<T>& psi, Visit visit) {
     const double start = commonStart(phi, psi);
     support::OperandCursor<T> left(phi.points.begin(), support::samplesUpTo(phi, end));
     support::OperandCursor<T> right(psi.points.begin(), support::samplesUpTo(psi, end));
     left.advanceTo(start);
     right.advanceTo(start);
+    support::walk(left, right, visit);
+}
+
+/// The values of both operands at each of these times.
+template <class T>
+std::vector<UntilStep<T>> stepsUpTo(double end, const TimedTrace_T<T>& phi,
+                                    const TimedTrace_T<T>& psi) {
     std::vector<UntilStep<T>> steps;
     steps.reserve(phi.points.size() + psi.points.size());
-    support::walk(left, right,
-                  [&](double time, const TimedPoint<T>* ofPhi, const TimedPoint<T>* ofPsi) {
-                      steps.push_back({time, {ofPsi->value, ofPhi->value}});
-                  });
+    walkUpTo(end, phi, psi,
+             [&](double time, const TimedPoint<T>* ofPhi, const TimedPoint<T>* ofPsi) {
+                 steps.push_back({time, {ofPsi->value, ofPhi->value}});
+             });
     return steps;
 }
 

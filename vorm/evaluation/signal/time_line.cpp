@@ -1,10 +1,8 @@
 #include "time_line.hpp"
 
 #include <vorm/assessments/trace/time_step.hpp>
-#include <vorm/evaluation/text/shortest_number.hpp>
 
 #include <cmath>
-#include <limits>
 #include <optional>
 
 namespace vorm::evaluation {

@@ -35,9 +35,9 @@ struct RecordingFile {
     bool isCalled(std::string_view other) const;
 };
 
-/// The files that the paths name, those of a folder in the order of their
-/// names and without hidden ones, which begin with a point. Throws InputError
-/// for a folder without any, for a file that is not there, and for one that is there twice.
+/// The files that the paths name, those of a folder in the order of their names and without hidden
+/// ones, which begin with a point. Throws InputError for a folder without any, for a file that is
+/// not there, and for one that is there twice.
 std::vector<RecordingFile> recordingFiles(const RecordingSource& source);
 
 /// The paths of the other files in the folders that it names, which end otherwise; without hidden
