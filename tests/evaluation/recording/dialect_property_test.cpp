@@ -361,7 +361,8 @@ RC_GTEST_PROP(Dialects, LeaveOutARowThatIsCutOff, ()) {
     RC_ASSERT(recording.warnings.size() == 1U);
 }
 
-// Damage in any place gives an error or a table, and the same one whatever the blocks are.
+// Damage in any place gives an error or a table, and the same one whatever the blocks are, and how
+// many threads share them: as if it was read row by row.
 RC_GTEST_PROP(Dialects, RefuseOrReadWhatIsDamaged, ()) {
     std::string content = Spelling().table(Table::any());
     for (int i = anyIn(1, 6); i > 0; --i) {
@@ -371,15 +372,19 @@ RC_GTEST_PROP(Dialects, RefuseOrReadWhatIsDamaged, ()) {
                         anyOf<std::string>({"", "\"", ",", ";", "\n", "#", "\t", "1", "x", "\r"}));
     }
     RC_LOG() << content;
-    const auto outcome = [&](std::size_t blockSize) {
+    const auto outcome = [&](std::size_t blockSize, unsigned jobs) {
+        ReadingOptions options;
+        options.jobs = jobs;
         try {
-            return textOf(read(content, {}, {}, "r.csv", blockSize));
+            return textOf(read(content, {}, options, "r.csv", blockSize));
         } catch (const InputError& error) {
             return std::string(error.what());
         }
     };
-    RC_ASSERT(outcome(static_cast<std::size_t>(anyIn(1, 200))) ==
-              outcome(ByteWindow::defaultBlockSize));
+    const std::string expected = outcome(1, 1);
+    RC_ASSERT(outcome(ByteWindow::defaultBlockSize, 1) == expected);
+    RC_ASSERT(outcome(static_cast<std::size_t>(anyIn(1, 200)), anyOf<unsigned>({1, 2, 3, 8})) ==
+              expected);
 }
 
 }  // namespace

@@ -16,8 +16,10 @@ void expectErrors(const std::vector<ErrorCase>& cases, const std::string& path =
     for (const ErrorCase& row : cases) {
         SCOPED_TRACE(row.content);
         for (const std::size_t blockSize : {std::size_t{2}, ByteWindow::defaultBlockSize}) {
+            ReadingOptions options;
+            options.jobs = blockSize == 2 ? 3 : 1;
             const std::string error =
-                errorOf([&] { read(row.content, row.layout, {}, path, blockSize); });
+                errorOf([&] { read(row.content, row.layout, options, path, blockSize); });
             EXPECT_EQ(error.substr(0, row.message.size()), row.message);
             EXPECT_NE(error.find(row.advice), std::string::npos) << error;
         }

@@ -72,6 +72,8 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
     OpenRecording recording = openRecording(files, layout, options.wanted, blockSize);
     const Timeline counting = countingFor(recording, layout);
     std::vector<TableSignals> signals(recording.tables.size());
+    ReadingOptions ofTable = options;
+    ofTable.jobs = std::max(1U, options.jobs / static_cast<unsigned>(signals.size()));
     forEachIndex(signals.size(), options.jobs, [&](std::size_t i) {
         Table& table = recording.tables[i];
         if (!recording.mayBeWanted(table)) {
@@ -80,8 +82,8 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
         }
         table.times();
         table.reportTo(options.progress);
-        signals[i] = readTable(table, recording.origins[i], counting, recording.selection, layout,
-                               options.maximumRows);
+        signals[i] =
+            readTable(table, recording.origins[i], counting, recording.selection, layout, ofTable);
         table.close();
     });
     const bool hasLongForm =

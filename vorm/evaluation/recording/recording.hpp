@@ -48,7 +48,7 @@ struct ReadingOptions {
     /// How far from its times formulas look: so far times stay as exact as in the recording itself.
     /// `reachOf` tells it of the formulas of a file.
     ExactTime reach = oneDay;
-    unsigned jobs = 1;  ///< threads for recordings of several files
+    unsigned jobs = 1;  ///< threads
     /// Called now and then, from the threads that read, with the bytes read since the last call; at
     /// the same time from several where jobs is above 1.
     std::function<void(std::size_t)> progress;

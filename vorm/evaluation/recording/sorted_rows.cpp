@@ -36,11 +36,7 @@ void SortedRows::forEach(
         try {
             visit(*row->times[which], cells);
         } catch (const InputError& error) {
-            InputProblem problem = error.problem();
-            if (problem.where.file.empty()) {
-                problem.where = {path, row->line};
-            }
-            throw InputError(std::move(problem));
+            throw error.placed({path, row->line});
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "table_reading.hpp"
 
+#include <vorm/evaluation/recording/batch_reading.hpp>
 #include <vorm/evaluation/recording/column_rules.hpp>
 #include <vorm/evaluation/recording/sorted_rows.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
@@ -7,6 +8,7 @@
 #include <vorm/evaluation/time/time_text.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace vorm::evaluation {
 namespace {
@@ -14,32 +16,32 @@ namespace {
 class TableReading {
 public:
     TableReading(Table& table, ExactTime origin, const Timeline& timeline,
-                 const SignalSelection& selection, const RecordingLayout& layout)
+                 const SignalSelection& selection, const RecordingLayout& layout,
+                 const ReadingOptions& options)
         : table_(table),
           origin_(origin),
           timeline_(timeline),
           selection_(selection),
-          layout_(layout) {}
+          layout_(layout),
+          options_(options) {}
 
-    TableSignals read(std::size_t maximumRows) {
+    TableSignals read() {
         for (const TimeColumn& time : table_.times()) {
             groups_.push_back({TimeOrder(layout_.time.timesBack, time.isOfClocks())});
         }
         if (!table_.longColumns()) {
             requestHeaders();
         }
-        try {
-            for (std::size_t row = 0; row < maximumRows && table_.next(); ++row) {
-                if (layout_.time.timesBack == TimesBack::Sort) {
-                    keepRow();
-                } else {
-                    takeRow();
-                }
-            }
-        } catch (const InputError& error) {
-            table_.fail(error, cell_);
+        if (layout_.time.timesBack == TimesBack::Sort) {
+            forEachRow([this] { keepRow(); });
+            takeKeptRows();
+        } else if (table_.longColumns()) {
+            forEachRow([this] { takeNamedRow(); });
+        } else {
+            readInBatches(columns_, table_, options_.jobs,
+                          [this](RowBatch& batch) { return fill(batch); });
+            failForRow();
         }
-        takeKeptRows();
         return {table_.file(), std::move(available_), std::move(columns_),
                 span_,         table_.remarks(),      warnings()};
     }
@@ -108,20 +110,56 @@ private:
         }
     }
 
-    void takeRow() {
-        if (table_.longColumns()) {
-            cell_ = table_.times().front().column();
-            takeNamedValue(table_.time() - origin_, table_.cells());
-            return;
+    bool goToRow() { return rowsRead_++ < options_.maximumRows && table_.next(); }
+
+    template <class Take>
+    void forEachRow(const Take& take) {
+        try {
+            while (goToRow()) {
+                take();
+            }
+        } catch (const InputError& error) {
+            table_.fail(error, cell_);
         }
+    }
+
+    void takeNamedRow() {
+        cell_ = table_.times().front().column();
+        takeNamedValue(table_.time() - origin_, table_.cells());
+    }
+
+    // False where there are no more rows, or none that can be read.
+    bool fill(RowBatch& batch) {
+        try {
+            while (!batch.isFull()) {
+                if (!goToRow()) {
+                    return false;
+                }
+                takeRow(batch);
+            }
+            return true;
+        } catch (const InputError& error) {
+            rowProblem_ = table_.placed(error, cell_);
+            return false;
+        }
+    }
+
+    void failForRow() const {
+        if (rowProblem_) {
+            throw InputError(*rowProblem_);
+        }
+    }
+
+    void takeRow(RowBatch& batch) {
+        batch.addRow(table_);
         for (std::size_t which = 0; which < groups_.size(); ++which) {
             if (table_.hasTimeOrValue(which)) {
-                takeCells(which);
+                takeTime(which, batch);
             }
         }
     }
 
-    void takeCells(std::size_t which) {
+    void takeTime(std::size_t which, RowBatch& batch) {
         TimeGroup& group = groups_[which];
         cell_ = table_.times()[which].column();
         const ExactTime time = table_.time(which) - origin_;
@@ -129,20 +167,24 @@ private:
             failForTimesBack(which, time);
         }
         if (const auto placed = group.order.next(time)) {
-            append(group, *placed, table_.cells());
+            forEachCell(group, *placed, table_.cells(),
+                        [&batch](std::size_t column, double counted, const Cell& cell) {
+                            batch.add(column, counted, cell);
+                        });
         }
         group.lastLine = table_.line();
     }
 
-    void append(const TimeGroup& group, ExactTime time, const std::vector<Cell>& cells) {
+    // Calls visit(column, time, cell) for the columns that have a value.
+    template <class Visit>
+    void forEachCell(const TimeGroup& group, ExactTime time, const std::vector<Cell>& cells,
+                     const Visit& visit) {
         const double counted = timeline_.counted(time);
         extendSpan(counted);
         for (std::size_t i = group.firstColumn; i < group.endColumn; ++i) {
-            ColumnReading& column = columns_[i];
-            const Cell& cell = cells[column.cell];
+            const Cell& cell = cells[columns_[i].cell];
             if (!cell.text.empty()) {
-                cell_ = column.cell;
-                column.append(counted, cell);
+                visit(i, counted, cell);
             }
         }
     }
@@ -218,10 +260,17 @@ private:
                               if (table_.longColumns()) {
                                   takeNamedValue(time, cells);
                               } else {
-                                  append(groups_[which], time, cells);
+                                  takeKeptCells(groups_[which], time, cells);
                               }
                           });
         }
+    }
+
+    void takeKeptCells(const TimeGroup& group, ExactTime time, const std::vector<Cell>& cells) {
+        forEachCell(group, time, cells,
+                    [this](std::size_t column, double counted, const Cell& cell) {
+                        columns_[column].append(counted, cell);
+                    });
     }
 
     std::vector<std::string> warnings() const {
@@ -286,6 +335,7 @@ private:
     const Timeline& timeline_;
     const SignalSelection& selection_;
     const RecordingLayout& layout_;
+    const ReadingOptions& options_;
     // Those in a part of a split file never do.
     const bool refusesTimesBack_ =
         layout_.time.timesBack == TimesBack::Refuse || layout_.time.timesBack == TimesBack::Split;
@@ -295,35 +345,17 @@ private:
     std::optional<CountedSpan> span_;
     std::vector<TimeGroup> groups_;
     SortedRows kept_;
-    std::size_t cell_ = 0;  // the one in work
+    std::size_t rowsRead_ = 0;
+    std::size_t cell_ = 0;                  // the one in work
+    std::optional<InputError> rowProblem_;  // behind the rows that were read
 };
 
 }  // namespace
 
-void ColumnReading::appendUnsure(double time, const Cell& value) {
-    missing.pass(time, value, [this](double at, const Cell& sample) {
-        if (sample.text.empty()) {
-            return;
-        }
-        if (!builder) {
-            builder = makeSignalBuilder(rules, sample);
-        }
-        builder->append(at, sample);
-    });
-}
-
-SignalBuilder::Result ColumnReading::finish(const std::string& name, const Timeline& timeline) {
-    if (builder) {
-        return builder->finish(name, timeline);
-    }
-    const auto none = std::make_shared<TracePieces>();
-    return {rules.type.value_or(SignalType()), {none, none}};
-}
-
 TableSignals readTable(Table& table, ExactTime origin, const Timeline& timeline,
                        const SignalSelection& selection, const RecordingLayout& layout,
-                       std::size_t maximumRows) {
-    return TableReading(table, origin, timeline, selection, layout).read(maximumRows);
+                       const ReadingOptions& options) {
+    return TableReading(table, origin, timeline, selection, layout, options).read();
 }
 
 TableSignals unreadTable(const Table& table) {

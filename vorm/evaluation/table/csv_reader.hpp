@@ -17,6 +17,7 @@ public:
     CsvReader(std::string path, ByteWindow bytes, const Dialect& dialect);
 
     bool next() override;
+    std::string_view text() const override { return bytes_.rest().substr(0, recordSize_); }
     SourceLocation where(std::size_t cell) const override;
 
 private:

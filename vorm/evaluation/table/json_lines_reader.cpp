@@ -107,9 +107,8 @@ bool JsonLinesReader::goToLine() {
 void JsonLinesReader::parse(bool takesNewKeys) {
     texts_.clear();
     cells_.assign(columns_.size(), {});
-    const std::string_view line = bytes_.rest().substr(0, lineSize_);
     ObjectHandler handler(*this, takesNewKeys);
-    if (!nlohmann::json::sax_parse(line, &handler)) {
+    if (!nlohmann::json::sax_parse(text(), &handler)) {
         failAt({path_, line_, handler.errorPosition}, "this line is no JSON object",
                "each line is one object, such as {\"name\": \"speed\", \"value\": 1, "
                "\"timestamp\": 0}");

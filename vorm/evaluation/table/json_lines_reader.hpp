@@ -15,6 +15,7 @@ public:
     JsonLinesReader(std::string path, ByteWindow bytes);
 
     bool next() override;
+    std::string_view text() const override { return bytes_.rest().substr(0, lineSize_); }
     SourceLocation where(std::size_t) const override { return {path_, line_}; }
 
 private:

@@ -36,6 +36,8 @@ public:
     const std::vector<Cell>& cells() const { return cells_; }
     /// The line that the row begins with, from 1.
     std::size_t line() const { return line_; }
+    /// The row as it stands in the file, in the reader's memory until the next one.
+    virtual std::string_view text() const = 0;
     /// Where a cell of the row stands.
     virtual SourceLocation where(std::size_t cell) const = 0;
 

@@ -285,12 +285,12 @@ void Table::countPart() {
     }
 }
 
+InputError Table::placed(const InputError& error, std::size_t cell) const {
+    return error.problem().where.file.empty() ? error.placed(rows_->where(cell)) : error;
+}
+
 void Table::fail(const InputError& error, std::size_t cell) const {
-    InputProblem problem = error.problem();
-    if (problem.where.file.empty()) {
-        problem.where = rows_->where(cell);
-    }
-    throw InputError(std::move(problem));
+    throw placed(error, cell);
 }
 
 void Table::close() {

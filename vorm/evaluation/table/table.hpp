@@ -65,11 +65,18 @@ public:
     ExactTime time(std::size_t which = 0) const {
         return times_[which].timeOf(cells(), rowsRead_ - 1);
     }
+    /// The row as it stands in the file, until the next one.
+    std::string_view rowText() const { return rows_->text(); }
     SourceLocation where(std::size_t cell) const { return rows_->where(cell); }
     /// The line that the row begins with.
     std::size_t line() const { return rows_->line(); }
-    /// Throws the error, at that cell of the row if it names no place.
+    /// The error, at that cell of the row if it names no place.
+    InputError placed(const InputError& error, std::size_t cell) const;
+    /// Throws it.
     [[noreturn]] void fail(const InputError& error, std::size_t cell) const;
+
+    /// Of what it reads at once, in bytes.
+    std::size_t blockSize() const { return blockSize_; }
 
     /// Gives the file back for a while, if it can be opened again.
     void close();

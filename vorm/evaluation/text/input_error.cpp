@@ -73,6 +73,14 @@ std::string messageOf(const InputProblem& problem) {
 InputError::InputError(InputProblem problem)
     : std::runtime_error(messageOf(problem)), problem_(std::move(problem)) {}
 
+InputError InputError::placed(const SourceLocation& where) const {
+    InputProblem problem = problem_;
+    if (problem.where.file.empty()) {
+        problem.where = where;
+    }
+    return InputError(std::move(problem));
+}
+
 void failAt(SourceLocation where, std::string message, std::string advice) {
     InputProblem problem;
     problem.message = std::move(message);

@@ -35,6 +35,8 @@ public:
     explicit InputError(InputProblem problem);
 
     const InputProblem& problem() const { return problem_; }
+    /// The error at that place, if it names none.
+    InputError placed(const SourceLocation& where) const;
 
 private:
     InputProblem problem_;
