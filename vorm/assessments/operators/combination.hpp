@@ -9,7 +9,10 @@
 #include <vorm/assessments/trace/timed_trace.hpp>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <type_traits>
 #include <utility>
 
 namespace vorm::assessments::detail {
@@ -67,13 +70,27 @@ private:
         return hasBegun ? operand.inForce().valueAt(start) : operand.begin()->value;
     }
 
+    // As the sample's valueAt, for a time that is not before it. Which of both operands has a
+    // sample at a visited time is as good as random: that is no branch here.
+    [[gnu::always_inline]] static T valueAtVisit(const Point& sample, double time) {
+        if constexpr (std::is_same_v<T, double>) {
+            const double there = sample.value + (time - sample.time) * sample.derivative;
+            const bool runs = (sample.derivative != 0) & (time > sample.time);
+            const std::uint64_t mask = -std::uint64_t{runs};
+            return std::bit_cast<double>((std::bit_cast<std::uint64_t>(there) & mask) |
+                                         (std::bit_cast<std::uint64_t>(sample.value) & ~mask));
+        } else {
+            return sample.valueAt(time);
+        }
+    }
+
     void mergeLinear(double start) {
         Values last{start, valueAtStart(left_, start), valueAtStart(right_, start)};
         int lastOrder = last.order();
         // Inlined by force: this loop is what combining two lines spends its time in.
         const auto visit = [&](double time, const Point* left, const Point* right)
             __attribute__((always_inline)) {
-            const Values now{time, left->valueAt(time), right->valueAt(time)};
+            const Values now{time, valueAtVisit(*left, time), valueAtVisit(*right, time)};
             // Up to here a linear operand has run straight; a held one keeps its value.
             const Values end{time, leftIsLinear_ ? now.left : last.left,
                              rightIsLinear_ ? now.right : last.right};

@@ -45,7 +45,7 @@ public:
 private:
     bool isLinear() const { return trace_.interpolation == INTERPOLATION_METHOD::LINEAR; }
 
-    void appendLinear(const TimedPoint<T>& point) {
+    [[gnu::always_inline]] void appendLinear(const TimedPoint<T>& point) {
         if (previous_ != nullptr && sameValue(previous_->valueAt(point.time), point.value)) {
             *last_ = point;
             return;
