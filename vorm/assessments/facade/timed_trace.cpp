@@ -1,6 +1,7 @@
 #include "timed_trace.hpp"
 
 #include <vorm/assessments/errors/type_exceptions.hpp>
+#include <vorm/assessments/operators/error_lists.hpp>
 #include <vorm/assessments/operators/relation.hpp>
 #include <vorm/assessments/value_families.hpp>
 
@@ -102,12 +103,14 @@ TimedTrace TimedTrace::ConvertToResult(double startTime, double endTime) const {
 }
 
 std::list<VORM_Interval> TimedTrace::getErrorIntervalList() const {
-    std::list<VORM_Interval> intervals;
-    for (const auto& interval :
-         visit([](const auto& trace) { return trace.getErrorIntervalList(); })) {
-        intervals.push_back({interval[0], interval[1]});
-    }
-    return intervals;
+    const auto list = [](const TimedTrace_T<bool>& trace) {
+        std::list<VORM_Interval> intervals;
+        detail::forEachFailingInterval(trace, [&](double start, double end) {
+            intervals.push_back({start, end});
+        });
+        return intervals;
+    };
+    return visit([&](const auto& trace) { return detail::listOfFailures(trace, list); });
 }
 
 std::vector<double> TimedTrace::getErrorTimeList() const {

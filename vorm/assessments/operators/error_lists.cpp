@@ -1,9 +1,8 @@
 // The times and intervals at which a trace fails.
 
-#include <vorm/assessments/operators/combine.hpp>
-#include <vorm/assessments/operators/comparison.hpp>
+#include <vorm/assessments/operators/error_lists.hpp>
 
-#include <algorithm>
+#include <initializer_list>
 
 namespace vorm::assessments {
 namespace {
@@ -19,49 +18,24 @@ std::vector<double> failingTimes(const TimedTrace_T<bool>& trace) {
 }
 
 std::vector<std::vector<double>> failingIntervals(const TimedTrace_T<bool>& trace) {
-    const double known = trace.lastKnownTime;
-    const auto holds = [](const TimedPoint<bool>& point) { return point.value; };
     std::vector<std::vector<double>> intervals;
-    auto point = trace.points.begin();
-    while (point != trace.points.end() && !(point->time > known)) {
-        if (point->value) {
-            ++point;
-            continue;
-        }
-        const double start = point->time;
-        point = std::find_if(point, trace.points.end(), holds);
-        const double end = point == trace.points.end() ? known : std::min(point->time, known);
-        intervals.push_back({start, end});
-    }
+    intervals.reserve((trace.points.size() + 1) / 2);
+    detail::forEachFailingInterval(trace, [&](double start, double end) {
+        intervals.emplace_back(std::initializer_list<double>{start, end});
+    });
     return intervals;
-}
-
-// What `list` finds in the bool trace that tells where `trace` does not fail.
-template <class T, class List>
-List listFailures(const TimedTrace_T<T>& trace, List (*list)(const TimedTrace_T<bool>&)) {
-    if constexpr (support::isBool<T>) {
-        return list(trace);
-    } else if constexpr (support::isReal<T> || support::isInteger<T>) {
-        const TimedTrace_T<T> zero(T{});
-        trace.throwExceptionIfEnum(zero, true);
-        return list(trace.template combine<bool>(zero, ValueGreater()));
-    } else if constexpr (support::isHalf<T> || support::isFixedPoint<T> || support::isVerdict<T>) {
-        throw AssessmentTypeException(trace.errorType());
-    } else {
-        static_assert(support::isForgotten<T>, "A value type that can fail or not.");
-    }
 }
 
 }  // namespace
 
 template <class T>
 std::vector<double> TimedTrace_T<T>::getErrorTimeList() const {
-    return listFailures(*this, failingTimes);
+    return detail::listOfFailures(*this, failingTimes);
 }
 
 template <class T>
 std::vector<std::vector<double>> TimedTrace_T<T>::getErrorIntervalList() const {
-    return listFailures(*this, failingIntervals);
+    return detail::listOfFailures(*this, failingIntervals);
 }
 
 #define VORM_VALUE_TYPE(T)                                                  \
