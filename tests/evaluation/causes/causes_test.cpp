@@ -117,6 +117,10 @@ TEST(SufficientCauses, OfUntilAreTheGoalOrAllThatBreaksBeforeIt) {
     EXPECT_EQ(blamed("b == 0 until[0, 2] a == 1", 7), "a == 1 at 7 to 9");
     EXPECT_EQ(blamed("c == 1 until[0, 10] d == 0", 9),
               "c == 1 at 10 to 10.5, c == 1 at 12 to 12.5, or 1 more");
+    // To the end of the recording, where a shifted signal is known for longer.
+    EXPECT_EQ(blamed("a == 0 until[0, end] Shift[-5](b == 1)", 12), "b == 1 at 7 to 15");
+    EXPECT_EQ(blamed("~(Shift[-5](a == 0) until[0, end] Shift[-16](b == 1))", 17),
+              "b == 1 at 3 to 4, or 1 more");
 }
 
 // A literal is what it is as far as a window without an end looks.

@@ -162,9 +162,14 @@ private:
         return search_.ways(question_.node.operands[index], inTime(times), value);
     }
 
+    // The times that the windows from there look at.
+    TimeSet seenFrom(const TimeSet& times) const {
+        return inTime(inTime(times.plus(a_, b_)).within(question_.node.seen));
+    }
+
     // Where the goal is reached, or may be, what breaks before it; elsewhere that it is not.
     Ways isNotFalse() const {
-        const TimeSet seen = inTime(inTime(times_.plus(a_, b_)).within(question_.node.seen));
+        const TimeSet seen = seenFrom(times_);
         const TimeSet goal = seen.where(goal_, isOpen).joined(seen.where(goal_, certainlyTrue));
         const UntilWaits found(times_, goal, a_, b_);
         const Ways ways =
@@ -183,7 +188,7 @@ private:
         if (!extends) {
             return atGoalAtOnce(times);
         }
-        const Ways ways = operand(1, times.plus(a_, b_), false);
+        const Ways ways = operand(1, seenFrom(times), false);
         return a_ < b_ ? ways : withSpare(ways);
     }
     Ways atGoalAtOnce(const TimeSet& times) const {
@@ -195,7 +200,7 @@ private:
         const TimeSet kept = times_.plus(0, b_).where(condition_, certainlyTrue);
         std::vector<CountedSpan> reached;
         for (const CountedSpan& span : kept.spans()) {
-            const TimeSet goals = times_.within(span).plus(a_, b_);
+            const TimeSet goals = seenFrom(times_.within(span));
             for (const CountedSpan& goal :
                  goals.within({-assessments::support::infinity, nextTime(span.last)}).spans()) {
                 reached.push_back(goal);
