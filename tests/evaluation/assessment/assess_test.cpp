@@ -50,6 +50,18 @@ TEST(Assess, LooksFarBesideAShortRecording) {
     EXPECT_EQ(verdictText(outcome.assessments[1]), "PASS");
 }
 
+// A window that reaches into a hole is open, also where the hole follows NaN and is shorter than the
+// unit that times are counted in.
+TEST(Assess, HasHolesShorterThanItsResolution) {
+    const AssessmentFile file = fileWith(R"toml(
+        recording = { resolution = "s", interpolation = "linear", max_gap = "100 ms" }
+        assessment = [{ name = "a", formula = "min[0, 0.2 s](x) > 0", from = "0.2 s" }])toml");
+    const Recording recording =
+        test::read("t,x\n0,1\n0.05,1\n0.1,nan\n0.15,nan\n0.4,1\n0.5,1\n", file.layout);
+    const RecordingOutcome outcome = assess(file, recording);
+    EXPECT_EQ(verdictText(outcome.assessments[0]), "NO_RESULT");
+}
+
 TEST(Assess, JudgesARecording) {
     const RecordingOutcome outcome = assess(threeAssessments(), twoSignals());
     EXPECT_EQ(outcome.recording, "r.csv");

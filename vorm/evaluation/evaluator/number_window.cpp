@@ -19,10 +19,12 @@ bool isNan(const TimedTrace& piece) {
         [](const auto& typed) { return support::isNan(typed.points.front().value); });
 }
 
-// A hole is as long as a tick at least, and so is not what rounding of moved times leaves.
+// NaN begins a step of time after a sample, and moved times round by another one. A hole is longer.
 bool isBeside(const TimedTrace& piece, const TimedTrace& next) {
-    constexpr double tick = 1;
-    return next.getStartTime() - piece.getLastKnownTime() < tick && isNan(piece) != isNan(next);
+    constexpr double steps = 4;
+    const double end = piece.getLastKnownTime();
+    return next.getStartTime() - end < steps * (support::nextTime(end) - end) &&
+           isNan(piece) != isNan(next);
 }
 
 // The first value of a piece, held.
