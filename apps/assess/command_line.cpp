@@ -1,5 +1,6 @@
 #include "command_line.hpp"
 
+#include "commands.hpp"
 #include "option_table.hpp"
 
 #include <vorm/evaluation/text/nearest_names.hpp>
@@ -45,6 +46,8 @@ public:
             refuseLists(argc, argv);
             app_.parse(argc, argv);
             requireOneStandardInput();
+            takeListedRecordings(options_);
+            requireRecordings();
             refuseOverwriting(options_);
         } catch (const CLI::ParseError& error) {
             const int code = app_.exit(error, std::cout, std::cerr);
@@ -89,7 +92,7 @@ private:
         if (valueText(entry).empty()) {
             return;
         }
-        option.type_name(valueText(entry))->required(isPositional(entry));
+        option.type_name(valueText(entry))->required(isPositional(entry) && !entry.mayBeMissing);
         if (entry.occurrence != Occurrence::Several) {
             // Else a value in square brackets would be taken apart as a list.
             option.expected(1)->allow_extra_args(false);
@@ -168,6 +171,7 @@ private:
     static void refuseOverwriting(const Options& options) {
         std::vector<std::filesystem::path> inputs(options.recordings.begin(),
                                                   options.recordings.end());
+        inputs.emplace_back(options.recordingList);
         inputs.emplace_back(options.assessments);
         inputs.emplace_back(options.baseline);
         refuseInput(inputs, "--output", options.output);
@@ -196,9 +200,16 @@ private:
         }
     }
 
+    void requireRecordings() const {
+        if (options_.recordings.empty() && app_.got_subcommand("run")) {
+            throw CLI::RequiredError("RECORDING or --recordings");
+        }
+    }
+
     void requireOneStandardInput() const {
         const auto uses = std::count(options_.recordings.begin(), options_.recordings.end(), "-") +
-                          (options_.assessments == "-" ? 1 : 0);
+                          (options_.assessments == "-" ? 1 : 0) +
+                          (options_.recordingList == "-" ? 1 : 0);
         if (uses > 1) {
             throw CLI::ValidationError("standard input (-) can be read only once");
         }

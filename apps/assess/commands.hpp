@@ -35,9 +35,13 @@ vorm::evaluation::AssessmentFile assessmentsOf(const Options& options);
 /// The same as far as it can be read, with all that is wrong in it.
 vorm::evaluation::PartlyReadFile partlyReadAssessmentsOf(const Options& options);
 
+/// Adds the recordings of the list that the options name, if they do, to those of the command line.
+/// Throws InputError for a list that cannot be read, has an empty line, or names none.
+void takeListedRecordings(Options& options);
+
 /// The recordings that the command line names: each path one, or all of them together. Paths in the
-/// order of their characters, as a shell's pattern gives them, come in natural order; others as
-/// they are given.
+/// order of their characters, as a shell's pattern gives them, come in natural order; others, and
+/// those of a list, as they are given.
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options);
 
 /// How they are to be read: as the assessment file says, if there is one, but for what the options

@@ -60,6 +60,10 @@ Entries programOptions() {
     };
 }
 
+constexpr const char* meaningOfRecordings =
+    "Recordings: CSV files or JSON lines, folders whose files are one recording, or - for standard "
+    "input";
+
 Entries inputs() {
     return {
         {.names = "ASSESSMENTS",
@@ -83,13 +87,30 @@ Entries inputs() {
          .help = "The name of the assessment",
          .store = &Options::name},
         {.names = "RECORDING",
-         .commands = {Run, Signals, Init, Show},
+         .commands = {Run},
+         .value = "PATH",
+         .isPath = true,
+         .mayBeMissing = true,
+         .occurrence = Occurrence::Several,
+         .help = meaningOfRecordings,
+         .store = &Options::recordings},
+        {.names = "RECORDING",
+         .commands = {Signals, Init, Show},
          .value = "PATH",
          .isPath = true,
          .occurrence = Occurrence::Several,
-         .help = "Recordings: CSV files or JSON lines, folders whose files are one recording, or - "
-                 "for standard input",
+         .help = meaningOfRecordings,
          .store = &Options::recordings},
+        {.names = "--recordings",
+         .commands = {Run},
+         .value = "FILE",
+         .isPath = true,
+         .help = "A list of recordings, more than a command line takes: a path a line; - for "
+                 "standard input",
+         .more = "Paths in which there are line ends are separated by zero bytes, as find -print0 "
+                 "does. The recordings of the command line come first.",
+         .check = pathProblem,
+         .store = &Options::recordingList},
         {.names = "--together",
          .commands = {Run, Check, Signals, Init, Show},
          .help = "All the files given are one recording",

@@ -41,6 +41,7 @@ struct OptionEntry {
     std::vector<std::string> choices{};      ///< in the place of `value`: nothing else is taken
     std::vector<std::string> suggestions{};  ///< what completions offer, where more is taken
     bool isPath = false;                     ///< whether completions offer files
+    bool mayBeMissing = false;               ///< of what has a place of its own
     Occurrence occurrence = Occurrence::Once;
     OptionGroup group = OptionGroup::Own;
     std::string help;    ///< one clause without a full stop; completions show it up to a `;` or `:`

@@ -30,6 +30,7 @@ struct Options {
 
     std::string assessments;              ///< path; `-` is standard input
     std::vector<std::string> recordings;  ///< paths; `-` is standard input
+    std::string recordingList;            ///< path of a list of more of them; or empty
     std::string name;                     ///< of the assessment to show
     std::vector<std::string> only;        ///< the assessments to run; empty: all
     std::vector<std::string> skip;        ///< those to leave out

@@ -1,13 +1,59 @@
 #include "commands.hpp"
 
 #include <vorm/evaluation/assessment/assessment_file.hpp>
+#include <vorm/evaluation/text/file_text.hpp>
 #include <vorm/evaluation/text/natural_order.hpp>
 
 #include <algorithm>
+#include <string_view>
 
 namespace assess {
 
 using vorm::evaluation::isNaturallyBefore;
+
+namespace {
+
+std::vector<std::string> pathsIn(std::string_view text, const std::string& list) {
+    if (text.starts_with("\xEF\xBB\xBF")) {
+        text.remove_prefix(3);
+    }
+    const bool hasZeros = text.find('\0') != std::string_view::npos;
+    const char separator = hasZeros ? '\0' : '\n';
+    std::vector<std::string> paths;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        std::string_view path = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (!hasZeros && path.ends_with('\r')) {
+            path.remove_suffix(1);
+        }
+        if (path.empty()) {
+            vorm::evaluation::failAt({list, paths.size() + 1}, "names no recording",
+                                     hasZeros ? "the paths are separated by one zero byte each"
+                                              : "each line is the path of a recording");
+        }
+        paths.emplace_back(path);
+    }
+    return paths;
+}
+
+}  // namespace
+
+void takeListedRecordings(Options& options) {
+    if (options.recordingList.empty()) {
+        return;
+    }
+    const bool isStandardInput = options.recordingList == "-";
+    const std::string name = isStandardInput ? "standard input" : options.recordingList;
+    const auto paths = pathsIn(vorm::evaluation::readFile(options.recordingList), name);
+    if (paths.empty()) {
+        vorm::evaluation::failAt({name}, "names no recording", "write a path on each line");
+    }
+    if (std::find(paths.begin(), paths.end(), "-") != paths.end()) {
+        vorm::evaluation::failAt({name}, "names standard input", "give it on the command line");
+    }
+    options.recordings.insert(options.recordings.end(), paths.begin(), paths.end());
+}
 
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options) {
     if (options.together) {
@@ -18,7 +64,8 @@ std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& optio
         recordings.push_back({{path}});
     }
     // A shell's pattern gives run10 before run2.
-    if (std::is_sorted(options.recordings.begin(), options.recordings.end())) {
+    if (options.recordingList.empty() &&
+        std::is_sorted(options.recordings.begin(), options.recordings.end())) {
         std::stable_sort(recordings.begin(), recordings.end(),
                          [](const auto& one, const auto& other) {
                              return isNaturallyBefore(one.name(), other.name());

@@ -430,6 +430,46 @@ TEST_F(Assess, OnlyAndTogetherSelect) {
     EXPECT_EQ(assess("run a.toml speed.csv brake.csv --together").exitCode, 0);
 }
 
+TEST_F(Assess, ListsNameRecordings) {
+    EXPECT_EQ(shell("cp d.csv run10.csv && cp d.csv run2.csv && cp d.csv 'a\nb c.csv'").exitCode,
+              0);
+    const auto recordings = [&](const std::string& arguments) {
+        std::string names;
+        const auto all = report("run a.toml " + arguments)["recordings"];
+        for (const auto& recording : all) {
+            names += recording["recording"].get<std::string>() + ";";
+        }
+        return names;
+    };
+    EXPECT_EQ(recordings("run10.csv run2.csv"), "run2.csv;run10.csv;");
+    write("list.txt", "\xEF\xBB\xBFrun10.csv\r\nrun2.csv");
+    EXPECT_EQ(recordings("--recordings list.txt"), "run10.csv;run2.csv;") << "as they are listed";
+    EXPECT_EQ(recordings("d.csv --recordings list.txt"), "d.csv;run10.csv;run2.csv;");
+    EXPECT_EQ(recordings("--recordings - < list.txt"), "run10.csv;run2.csv;");
+    EXPECT_EQ(shell("printf 'a\nb c.csv\\0d.csv\\0' > zeros").exitCode, 0);
+    EXPECT_EQ(recordings("--recordings zeros"), "a\nb c.csv;d.csv;");
+}
+
+TEST_F(Assess, RefusesListsThatNameNoRecording) {
+    const auto refusal = [&](const std::string& list) {
+        write("list.txt", list);
+        const ProgramResult refused = assess("run a.toml --recordings list.txt");
+        EXPECT_EQ(refused.exitCode, 3) << list;
+        return refused.err;
+    };
+    EXPECT_TRUE(has(refusal("d.csv\n\nd.csv\n"), "list.txt:2: names no recording"));
+    EXPECT_TRUE(has(refusal(""), "list.txt: names no recording"));
+    EXPECT_TRUE(has(refusal("-\n"), "names standard input"));
+    EXPECT_TRUE(has(assess("run a.toml --recordings nowhere").err, "cannot read 'nowhere'"));
+    EXPECT_EQ(assess("run a.toml").exitCode, 2);
+    EXPECT_EQ(assess("run - --recordings - < a.toml").exitCode, 2);
+    EXPECT_EQ(assess("run a.toml --recordings list.txt -o list.txt").exitCode, 3);
+    write("list.txt", "d.csv\n");
+    EXPECT_EQ(assess("run a.toml --recordings list.txt -o list.txt").exitCode, 2);
+    EXPECT_EQ(assess("run a.toml --recordings list.txt -f json=d.csv").exitCode, 2);
+    EXPECT_EQ(contentOf(folder() / "list.txt"), "d.csv\n");
+}
+
 TEST_F(Assess, OutputReplacesWhatALinkPointsAtAndKeepsItsRights) {
     EXPECT_EQ(shell("touch real.txt && chmod 600 real.txt && ln -s real.txt link.txt").exitCode, 0);
     EXPECT_EQ(assess("run a.toml ok.csv -o link.txt").exitCode, 0);

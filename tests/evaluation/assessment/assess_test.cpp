@@ -50,8 +50,8 @@ TEST(Assess, LooksFarBesideAShortRecording) {
     EXPECT_EQ(verdictText(outcome.assessments[1]), "PASS");
 }
 
-// A window that reaches into a hole is open, also where the hole follows NaN and is shorter than the
-// unit that times are counted in.
+// A window that reaches into a hole is open, also where the hole follows NaN and is shorter than
+// the unit that times are counted in.
 TEST(Assess, HasHolesShorterThanItsResolution) {
     const AssessmentFile file = fileWith(R"toml(
         recording = { resolution = "s", interpolation = "linear", max_gap = "100 ms" }
