@@ -146,8 +146,10 @@ Entries outputs() {
          .suggestions = suggestedReports(),
          .occurrence = Occurrence::Repeatable,
          .help = "The form of the results; with =FILE they go there, besides those that are shown",
-         .more = "The file is written whole or not at all. html is a page of its own that shows "
-                 "the signals where an assessment fails; the run explains then.",
+         .more =
+             "The file is written whole or not at all; of jsonl, an object a line, a line comes "
+             "as soon as a recording is done. html is a page of its own that shows the signals "
+             "where an assessment fails; the run explains then.",
          .check = reportProblem,
          .store = takeReports},
         {.names = "-f,--format",

@@ -1,4 +1,5 @@
 #include "commands.hpp"
+#include "json_lines.hpp"
 #include "terminal.hpp"
 
 #include <vorm/evaluation/assessment/run.hpp>
@@ -33,7 +34,7 @@ struct Results {
 
 struct Format {
     const char* name;
-    std::string (*report)(const Results&, const Options&);
+    std::string (*report)(const Results&, const Options&);  // null for what comes in lines
     bool hasPlots = false;
     bool isOfOne = false;  // of one assessment on one recording
 };
@@ -55,13 +56,16 @@ std::string table(const Results& results, const Options& options) {
            (results.comparison ? baselineReport(*results.comparison, style) : "");
 }
 
+// A run without its recordings.
+RunOutcome aboutRun(const AssessmentFile& file, const Options& options) {
+    return {file.name, file.title, {}, options.strict, file.parameters};
+}
+
 // The table on standard output, recording by recording as they are done.
 class TableOnOutput {
 public:
     TableOnOutput(const AssessmentFile& file, const Options& options, ProgressLine& progress)
-        : about_{file.name, file.title, {}, options.strict, file.parameters},
-          options_(options),
-          progress_(progress) {}
+        : about_(aboutRun(file, options)), options_(options), progress_(progress) {}
 
     void add(const RecordingOutcome& recording, std::size_t count) {
         begin(count);
@@ -134,6 +138,7 @@ std::string junit(const Results& results, const Options&) {
 constexpr auto formats = std::to_array<Format>({
     {"table", table},
     {"json", json},
+    {"jsonl", nullptr},
     {"junit", junit},
     {"html", page, true},
     {"svg", picture, true, true},
@@ -152,9 +157,11 @@ bool wantsPlots(const Options& options) {
 
 void writeReports(const Results& results, const Options& options) {
     for (const auto& [format, path] : options.reports) {
-        writeFile(path, formatOf(format).report(results, options));
+        if (!comesInLines(format)) {
+            writeFile(path, formatOf(format).report(results, options));
+        }
     }
-    if (!showsTable(options)) {
+    if (!showsTable(options) && !comesInLines(options.format)) {
         writeResults(options, formatOf(options.format).report(results, options));
     }
 }
@@ -253,11 +260,14 @@ ExitCode runAssessments(const Options& options) {
         };
     }
     TableOnOutput shown(results.file, options, progress);
-    if (showsTable(options)) {
-        run.done = [&](const RecordingOutcome& recording, std::size_t count) {
+    const RunOutcome about = aboutRun(results.file, options);
+    JsonLines lines(about, options, progress);
+    run.done = [&](const RecordingOutcome& recording, std::size_t count) {
+        lines.add(recording);
+        if (showsTable(options)) {
             shown.add(recording, count);
-        };
-    }
+        }
+    };
     results.outcome = vorm::evaluation::run(results.file, recordingsOf(options), run);
     const RunOutcome& outcome = results.outcome;
     progress.clear();

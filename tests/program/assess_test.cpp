@@ -450,6 +450,36 @@ TEST_F(Assess, ListsNameRecordings) {
     EXPECT_EQ(recordings("--recordings zeros"), "a\nb c.csv;d.csv;");
 }
 
+TEST_F(Assess, WritesALineForEachRecording) {
+    write("bad.csv", "time,speed\n0,x\n");
+    const std::string run = "run a.toml d.csv bad.csv ok.csv --explain --strict";
+    const auto whole = report(run);
+    const auto linesOf = [](const std::string& text) {
+        std::istringstream in(text);
+        std::vector<nlohmann::json> lines;
+        for (std::string line; std::getline(in, line);) {
+            lines.push_back(nlohmann::json::parse(line));
+        }
+        return lines;
+    };
+    for (const char* const form : {"-f jsonl", "-f jsonl -o lines", "-f jsonl=lines"}) {
+        write("lines", "old");
+        const ProgramResult result = assess(run + " " + form);
+        EXPECT_EQ(result.exitCode, 3) << "one recording is bad";
+        const bool isShown = std::string(form) == "-f jsonl";
+        const auto lines = linesOf(isShown ? result.out : contentOf(folder() / "lines"));
+        ASSERT_EQ(lines.size(), 3U) << form;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            EXPECT_TRUE(matches(lines[i], whole["recordings"][i].dump()));
+            EXPECT_TRUE(matches(lines[i], R"({"file": "a.toml", "strict": true})"));
+        }
+    }
+    write("lines", "old");
+    EXPECT_EQ(assess("run a.toml d.csv --only nothing -f jsonl=lines").exitCode, 3);
+    EXPECT_EQ(contentOf(folder() / "lines"), "old") << "nothing has taken its place";
+    EXPECT_TRUE(has(assess("run a.toml d.csv -f jsonl=/dev/full").err, "cannot write '/dev/full'"));
+}
+
 TEST_F(Assess, RefusesListsThatNameNoRecording) {
     const auto refusal = [&](const std::string& list) {
         write("list.txt", list);

@@ -200,6 +200,18 @@ Json comparisonOf(const BaselineComparison& comparison) {
     return {{"file", comparison.baseline}, {"changes", std::move(changes)}};
 }
 
+Json aboutRun(const RunOutcome& run) {
+    return {{"file", run.file},
+            {"title", textOrNull(run.title)},
+            {"strict", run.strict},
+            {"parameters", parametersOf(run.parameters)}};
+}
+
+// Names come from files, which need not be in UTF-8.
+std::string textOf(const Json& json, int indentation) {
+    return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace
 
 std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparison) {
@@ -208,23 +220,23 @@ std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparis
         recordings.push_back(recordingOf(recording));
     }
     const VerdictCounts counts = countVerdicts(run);
-    const Json report = {
-        {"file", run.file},
-        {"title", textOrNull(run.title)},
-        {"strict", run.strict},
-        {"parameters", parametersOf(run.parameters)},
-        {"summary",
-         {{"passed", counts.passed},
-          {"failed", counts.failed},
-          {"failed_warnings", counts.warnings},
-          {"failed_infos", counts.infos},
-          {"open", counts.open},
-          {"no_result", counts.noResult},
-          {"errors", counts.errors}}},
-        {"baseline", comparison == nullptr ? Json(nullptr) : comparisonOf(*comparison)},
-        {"recordings", std::move(recordings)}};
-    // Names come from files, which need not be in UTF-8.
-    return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    Json report = aboutRun(run);
+    report["summary"] = {{"passed", counts.passed},
+                         {"failed", counts.failed},
+                         {"failed_warnings", counts.warnings},
+                         {"failed_infos", counts.infos},
+                         {"open", counts.open},
+                         {"no_result", counts.noResult},
+                         {"errors", counts.errors}};
+    report["baseline"] = comparison == nullptr ? Json(nullptr) : comparisonOf(*comparison);
+    report["recordings"] = std::move(recordings);
+    return textOf(report, 2);
+}
+
+std::string jsonLine(const RunOutcome& run, const RecordingOutcome& recording) {
+    Json line = aboutRun(run);
+    line.update(recordingOf(recording));
+    return textOf(line, -1);
 }
 
 }  // namespace vorm::evaluation

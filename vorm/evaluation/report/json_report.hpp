@@ -11,4 +11,8 @@ namespace vorm::evaluation {
 /// same doubles; what is not known or not finite is null.
 std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparison = nullptr);
 
+/// A recording of the run as one JSON object in one line: what the report has of it, and of the run
+/// but for its other recordings.
+std::string jsonLine(const RunOutcome& run, const RecordingOutcome& recording);
+
 }  // namespace vorm::evaluation

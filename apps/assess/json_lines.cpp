@@ -1,0 +1,66 @@
+#include "json_lines.hpp"
+
+#include <vorm/evaluation/report/json_report.hpp>
+
+#include <cerrno>
+#include <system_error>
+
+namespace assess {
+namespace {
+
+[[noreturn]] void failToWrite(const std::string& path, int error) {
+    vorm::evaluation::InputProblem problem;
+    problem.message = "cannot write '" + path + "': " + std::generic_category().message(error);
+    problem.advice = "give another path, or make room on the disk";
+    throw vorm::evaluation::InputError(std::move(problem));
+}
+
+}  // namespace
+
+JsonLines::JsonLines(const vorm::evaluation::RunOutcome& about, const Options& options,
+                     ProgressLine& progress)
+    : about_(about),
+      options_(options),
+      progress_(progress),
+      isShown_(comesInLines(options.format) && options.output.empty()) {
+    if (comesInLines(options.format) && !isShown_) {
+        paths_.push_back(options.output);
+    }
+    for (const auto& [format, path] : options.reports) {
+        if (comesInLines(format)) {
+            paths_.push_back(path);
+        }
+    }
+}
+
+void JsonLines::begin(const std::string& path) {
+    errno = 0;
+    files_.push_back({path, std::ofstream(path, std::ios::binary)});
+    if (!files_.back().stream) {
+        failToWrite(path, errno);
+    }
+}
+
+void JsonLines::add(const vorm::evaluation::RecordingOutcome& recording) {
+    if (!isShown_ && paths_.empty()) {
+        return;
+    }
+    // Not before there is something to take the place of what the files hold.
+    while (files_.size() < paths_.size()) {
+        begin(paths_[files_.size()]);
+    }
+    const std::string line = vorm::evaluation::jsonLine(about_, recording);
+    if (isShown_) {
+        progress_.clear();
+        writeResults(options_, line);
+    }
+    for (File& file : files_) {
+        errno = 0;
+        file.stream << line << std::flush;
+        if (!file.stream) {
+            failToWrite(file.path, errno);
+        }
+    }
+}
+
+}  // namespace assess

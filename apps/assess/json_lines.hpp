@@ -1,0 +1,46 @@
+#pragma once
+
+#include "options.hpp"
+#include "terminal.hpp"
+
+#include <vorm/evaluation/assessment/outcome.hpp>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace assess {
+
+/// Whether results of that format are written recording by recording, as these are done.
+inline bool comesInLines(const std::string& format) {
+    return format == "jsonl";
+}
+
+/// Writes a line of JSON for each recording of a run to where the options ask for lines.
+class JsonLines {
+public:
+    /// `about` tells of the run and needs no recordings; all outlive the object.
+    JsonLines(const vorm::evaluation::RunOutcome& about, const Options& options,
+              ProgressLine& progress);
+
+    /// The first one takes the place of what is in the files. Throws InputError where it cannot be
+    /// written.
+    void add(const vorm::evaluation::RecordingOutcome& recording);
+
+private:
+    struct File {
+        std::string path;
+        std::ofstream stream;
+    };
+
+    void begin(const std::string& path);
+
+    const vorm::evaluation::RunOutcome& about_;
+    const Options& options_;
+    ProgressLine& progress_;
+    bool isShown_;  // on standard output
+    std::vector<std::string> paths_;
+    std::vector<File> files_;  // as many, once there is a line
+};
+
+}  // namespace assess
