@@ -31,7 +31,7 @@ void RowBatch::add(std::size_t column, double time, const Cell& cell) {
     // A text that had quotes or a decimal comma taken out of it does not stand in the row.
     const auto isInRow = [&row](const char* position) {
         return !std::less<>()(position, row.original) &&
-               !std::less<>()(row.original + row.text.size(), position);
+               std::less<>()(position, row.original + row.text.size());
     };
     const auto moved = [&row](const char* position) {
         return row.text.data() + (position - row.original);
