@@ -1,6 +1,7 @@
 #include "command_line.hpp"
 
 #include "commands.hpp"
+#include "json_lines.hpp"
 #include "option_table.hpp"
 
 #include <vorm/evaluation/text/nearest_names.hpp>
@@ -174,23 +175,29 @@ private:
         inputs.emplace_back(options.recordingList);
         inputs.emplace_back(options.assessments);
         inputs.emplace_back(options.baseline);
-        refuseInput(inputs, "--output", options.output);
-        std::set<std::string> outputs{options.output};
+        refuseInput(inputs, "--output", options.output, comesInLines(options.format));
+        const auto plain = [](const std::string& path) {
+            std::error_code ignored;
+            return std::filesystem::weakly_canonical(path, ignored);
+        };
+        std::set<std::filesystem::path> outputs{plain(options.output)};
         for (const auto& [format, path] : options.reports) {
-            refuseInput(inputs, "--format " + format, path);
-            if (!outputs.insert(path).second) {
+            refuseInput(inputs, "--format " + format, path, comesInLines(format));
+            if (!outputs.insert(plain(path)).second) {
                 throw CLI::ValidationError("two results go to '" + path + "'",
                                            "give each a file of its own");
             }
         }
     }
 
+    // What comes in lines is there while folders are still to be read.
     static void refuseInput(const std::vector<std::filesystem::path>& inputs,
-                            const std::string& option, const std::filesystem::path& output) {
+                            const std::string& option, const std::filesystem::path& output,
+                            bool comesEarly) {
         std::error_code ignored;
         for (const auto& input : inputs) {
             const bool isInFolder =
-                std::filesystem::exists(output, ignored) &&
+                !output.empty() && (comesEarly || std::filesystem::exists(output, ignored)) &&
                 std::filesystem::equivalent(
                     std::filesystem::absolute(output, ignored).parent_path(), input, ignored);
             if (isInFolder || std::filesystem::equivalent(output, input, ignored)) {

@@ -22,7 +22,7 @@ JsonLines::JsonLines(const vorm::evaluation::RunOutcome& about, const Options& o
     : about_(about),
       options_(options),
       progress_(progress),
-      isShown_(comesInLines(options.format) && options.output.empty()) {
+      isShown_(comesInLines(options.format) && (options.output.empty() || options.output == "-")) {
     if (comesInLines(options.format) && !isShown_) {
         paths_.push_back(options.output);
     }

@@ -17,6 +17,9 @@ std::vector<std::string> pathsIn(std::string_view text, const std::string& list)
     if (text.starts_with("\xEF\xBB\xBF")) {
         text.remove_prefix(3);
     }
+    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
+        vorm::evaluation::failAt({list}, "is in UTF-16", "save it as UTF-8");
+    }
     const bool hasZeros = text.find('\0') != std::string_view::npos;
     const char separator = hasZeros ? '\0' : '\n';
     std::vector<std::string> paths;
@@ -27,10 +30,18 @@ std::vector<std::string> pathsIn(std::string_view text, const std::string& list)
         if (!hasZeros && path.ends_with('\r')) {
             path.remove_suffix(1);
         }
+        const std::size_t number = paths.size() + 1;
+        const auto fail = [&](const std::string& what, const std::string& advice) {
+            vorm::evaluation::failAt(
+                {list, hasZeros ? 0 : number},
+                (hasZeros ? "path " + std::to_string(number) + " " : "") + what, advice);
+        };
         if (path.empty()) {
-            vorm::evaluation::failAt({list, paths.size() + 1}, "names no recording",
-                                     hasZeros ? "the paths are separated by one zero byte each"
-                                              : "each line is the path of a recording");
+            fail("names no recording", hasZeros ? "the paths are separated by one zero byte each"
+                                                : "each line is the path of a recording");
+        }
+        if (path == "-") {
+            fail("names standard input", "give it on the command line");
         }
         paths.emplace_back(path);
     }
@@ -48,9 +59,6 @@ void takeListedRecordings(Options& options) {
     const auto paths = pathsIn(vorm::evaluation::readFile(options.recordingList), name);
     if (paths.empty()) {
         vorm::evaluation::failAt({name}, "names no recording", "write a path on each line");
-    }
-    if (std::find(paths.begin(), paths.end(), "-") != paths.end()) {
-        vorm::evaluation::failAt({name}, "names standard input", "give it on the command line");
     }
     options.recordings.insert(options.recordings.end(), paths.begin(), paths.end());
 }

@@ -430,6 +430,14 @@ TEST_F(Assess, OnlyAndTogetherSelect) {
     EXPECT_EQ(assess("run a.toml speed.csv brake.csv --together").exitCode, 0);
 }
 
+TEST_F(Assess, FoldersWithoutATableDoNotKeepOthersFromBeingAssessed) {
+    EXPECT_EQ(shell("mkdir empty && : > empty/a.csv && : > empty/b.csv").exitCode, 0);
+    const auto recordings = report("run a.toml d.csv empty")["recordings"];
+    ASSERT_EQ(recordings.size(), 2U);
+    EXPECT_TRUE(recordings[0]["error"].is_null());
+    EXPECT_TRUE(has(recordings[1].dump(), "is empty")) << recordings[1];
+}
+
 TEST_F(Assess, ListsNameRecordings) {
     EXPECT_EQ(shell("cp d.csv run10.csv && cp d.csv run2.csv && cp d.csv 'a\nb c.csv'").exitCode,
               0);
@@ -474,6 +482,11 @@ TEST_F(Assess, WritesALineForEachRecording) {
             EXPECT_TRUE(matches(lines[i], R"({"file": "a.toml", "strict": true})"));
         }
     }
+    EXPECT_EQ(assess("run a.toml d.csv -f jsonl -o -").out,
+              assess("run a.toml d.csv -f jsonl").out);
+    EXPECT_EQ(shell("mkdir drive && cp d.csv drive").exitCode, 0);
+    EXPECT_EQ(assess("run a.toml drive -f jsonl=drive/lines.jsonl").exitCode, 2)
+        << "it would be a file of the recording";
     write("lines", "old");
     EXPECT_EQ(assess("run a.toml d.csv --only nothing -f jsonl=lines").exitCode, 3);
     EXPECT_EQ(contentOf(folder() / "lines"), "old") << "nothing has taken its place";
@@ -489,7 +502,12 @@ TEST_F(Assess, RefusesListsThatNameNoRecording) {
     };
     EXPECT_TRUE(has(refusal("d.csv\n\nd.csv\n"), "list.txt:2: names no recording"));
     EXPECT_TRUE(has(refusal(""), "list.txt: names no recording"));
-    EXPECT_TRUE(has(refusal("-\n"), "names standard input"));
+    EXPECT_TRUE(has(refusal("d.csv\n-\n"), "list.txt:2: names standard input"));
+    EXPECT_TRUE(has(refusal(std::string("d.csv\0\0", 7)), "list.txt: path 2 names no recording"));
+    EXPECT_TRUE(has(refusal(std::string("\xFF\xFE"
+                                        "d\0",
+                                        4)),
+                    "is in UTF-16"));
     EXPECT_TRUE(has(assess("run a.toml --recordings nowhere").err, "cannot read 'nowhere'"));
     EXPECT_EQ(assess("run a.toml").exitCode, 2);
     EXPECT_EQ(assess("run - --recordings - < a.toml").exitCode, 2);

@@ -10,9 +10,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <set>
+#include <thread>
 
 namespace vorm::evaluation {
 namespace {
@@ -155,6 +158,22 @@ TEST(Assess, WhatTheCallerThrowsEndsTheRun) {
     RunOptions options;
     options.assessed = [](const AssessedRecording&) { failAt({}, "enough"); };
     EXPECT_THROW(assess(threeAssessments(), twoSignals(), options), InputError);
+}
+
+// Recordings that are on the way when the call throws are done, too: the time it takes lets them.
+TEST(Assess, TellsNoRecordingTwiceWhereTheCallerThrows) {
+    const std::vector<RecordingSource> missing(50, RecordingSource{{"nowhere.csv"}});
+    for (int i = 0; i < 10; ++i) {
+        RunOptions options;
+        options.jobs = 4;
+        std::set<const RecordingOutcome*> told;
+        options.done = [&](const RecordingOutcome& recording, std::size_t) {
+            EXPECT_TRUE(told.insert(&recording).second);
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            failAt({}, "no room");
+        };
+        EXPECT_THROW(run(threeAssessments(), missing, options), InputError);
+    }
 }
 
 }  // namespace

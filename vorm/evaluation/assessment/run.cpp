@@ -59,9 +59,11 @@ public:
         const std::lock_guard lock(mutex_);
         isDone_[number] = true;
         ++doneCount_;
-        for (; next_ < isDone_.size() && isDone_[next_]; ++next_) {
+        while (next_ < isDone_.size() && isDone_[next_]) {
+            // None is told twice, also where the call throws.
+            const RecordingOutcome& outcome = outcomes_[next_++];
             if (options_.done) {
-                options_.done(outcomes_[next_], outcomes_.size());
+                options_.done(outcome, outcomes_.size());
             }
         }
     }

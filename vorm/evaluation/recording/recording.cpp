@@ -73,7 +73,7 @@ Recording readRecordingFiles(const std::string& name, const std::vector<Recordin
     const Timeline counting = countingFor(recording, layout);
     std::vector<TableSignals> signals(recording.tables.size());
     ReadingOptions ofTable = options;
-    ofTable.jobs = std::max(1U, options.jobs / static_cast<unsigned>(signals.size()));
+    ofTable.jobs = std::max(1U, options.jobs / std::max(1U, static_cast<unsigned>(signals.size())));
     forEachIndex(signals.size(), options.jobs, [&](std::size_t i) {
         Table& table = recording.tables[i];
         if (!recording.mayBeWanted(table)) {
