@@ -178,7 +178,9 @@ private:
         refuseInput(inputs, "--output", options.output, comesInLines(options.format));
         const auto plain = [](const std::string& path) {
             std::error_code ignored;
-            return std::filesystem::weakly_canonical(path, ignored);
+            return path.empty() ? std::filesystem::path()
+                                : std::filesystem::weakly_canonical(
+                                      std::filesystem::absolute(path, ignored), ignored);
         };
         std::set<std::filesystem::path> outputs{plain(options.output)};
         for (const auto& [format, path] : options.reports) {

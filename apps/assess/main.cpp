@@ -2,11 +2,13 @@
 #include "commands.hpp"
 #include "terminal.hpp"
 
-#include <malloc.h>
-
 #include <exception>
 #include <iostream>
 #include <new>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace assess {
 namespace {

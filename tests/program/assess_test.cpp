@@ -487,6 +487,8 @@ TEST_F(Assess, WritesALineForEachRecording) {
     EXPECT_EQ(shell("mkdir drive && cp d.csv drive").exitCode, 0);
     EXPECT_EQ(assess("run a.toml drive -f jsonl=drive/lines.jsonl").exitCode, 2)
         << "it would be a file of the recording";
+    EXPECT_EQ(assess("run a.toml d.csv -f json -o new -f jsonl=./new").exitCode, 2)
+        << "they are one file";
     write("lines", "old");
     EXPECT_EQ(assess("run a.toml d.csv --only nothing -f jsonl=lines").exitCode, 3);
     EXPECT_EQ(contentOf(folder() / "lines"), "old") << "nothing has taken its place";

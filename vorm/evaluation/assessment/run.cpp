@@ -59,11 +59,11 @@ public:
         const std::lock_guard lock(mutex_);
         isDone_[number] = true;
         ++doneCount_;
-        while (next_ < isDone_.size() && isDone_[next_]) {
-            // None is told twice, also where the call throws.
-            const RecordingOutcome& outcome = outcomes_[next_++];
+        for (; !hasFailed_ && next_ < isDone_.size() && isDone_[next_]; ++next_) {
             if (options_.done) {
-                options_.done(outcome, outcomes_.size());
+                hasFailed_ = true;  // unless the call returns
+                options_.done(outcomes_[next_], outcomes_.size());
+                hasFailed_ = false;
             }
         }
     }
@@ -81,6 +81,7 @@ private:
     std::vector<bool> isDone_;
     std::size_t doneCount_ = 0;
     std::size_t next_ = 0;  // to be told
+    bool hasFailed_ = false;
     std::mutex mutex_;
 };
 
