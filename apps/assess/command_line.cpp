@@ -47,14 +47,14 @@ public:
             refuseLists(argc, argv);
             app_.parse(argc, argv);
             requireOneStandardInput();
-            takeListedRecordings(options_);
+            arrangeRecordings(options_);
             requireRecordings();
             refuseOverwriting(options_);
         } catch (const CLI::ParseError& error) {
             const int code = app_.exit(error, std::cout, std::cerr);
             return code == 0 ? ExitCode::NothingFailed : ExitCode::WrongUsage;
         }
-        return options_;
+        return std::move(options_);
     }
 
 private:
@@ -170,12 +170,7 @@ private:
 
     // An input that the results would take the place of is lost, however good they are.
     static void refuseOverwriting(const Options& options) {
-        std::vector<std::filesystem::path> inputs(options.recordings.begin(),
-                                                  options.recordings.end());
-        inputs.emplace_back(options.recordingList);
-        inputs.emplace_back(options.assessments);
-        inputs.emplace_back(options.baseline);
-        refuseInput(inputs, "--output", options.output, comesInLines(options.format));
+        refuseInput(options, "--output", options.output, comesInLines(options.format));
         const auto plain = [](const std::string& path) {
             std::error_code ignored;
             return path.empty() ? std::filesystem::path()
@@ -184,7 +179,7 @@ private:
         };
         std::set<std::filesystem::path> outputs{plain(options.output)};
         for (const auto& [format, path] : options.reports) {
-            refuseInput(inputs, "--format " + format, path, comesInLines(format));
+            refuseInput(options, "--format " + format, path, comesInLines(format));
             if (!outputs.insert(plain(path)).second) {
                 throw CLI::ValidationError("two results go to '" + path + "'",
                                            "give each a file of its own");
@@ -193,20 +188,26 @@ private:
     }
 
     // What comes in lines is there while folders are still to be read.
-    static void refuseInput(const std::vector<std::filesystem::path>& inputs,
-                            const std::string& option, const std::filesystem::path& output,
-                            bool comesEarly) {
+    static void refuseInput(const Options& options, const std::string& option,
+                            const std::filesystem::path& output, bool comesEarly) {
+        if (output.empty()) {
+            return;
+        }
         std::error_code ignored;
-        for (const auto& input : inputs) {
+        const bool exists = std::filesystem::exists(output, ignored);
+        const auto folder = std::filesystem::absolute(output, ignored).parent_path();
+        const auto refuse = [&](const std::filesystem::path& input) {
             const bool isInFolder =
-                !output.empty() && (comesEarly || std::filesystem::exists(output, ignored)) &&
-                std::filesystem::equivalent(
-                    std::filesystem::absolute(output, ignored).parent_path(), input, ignored);
-            if (isInFolder || std::filesystem::equivalent(output, input, ignored)) {
+                (comesEarly || exists) && std::filesystem::equivalent(folder, input, ignored);
+            if (isInFolder || (exists && std::filesystem::equivalent(output, input, ignored))) {
                 throw CLI::ValidationError(option + " '" + output.string() + "' is an input",
                                            "give another path");
             }
-        }
+        };
+        std::for_each(options.recordings.begin(), options.recordings.end(), refuse);
+        refuse(options.recordingList);
+        refuse(options.assessments);
+        refuse(options.baseline);
     }
 
     void requireRecordings() const {

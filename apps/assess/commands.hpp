@@ -35,13 +35,20 @@ vorm::evaluation::AssessmentFile assessmentsOf(const Options& options);
 /// The same as far as it can be read, with all that is wrong in it.
 vorm::evaluation::PartlyReadFile partlyReadAssessmentsOf(const Options& options);
 
-/// Adds the recordings of the list that the options name, if they do, to those of the command line.
-/// Throws InputError for a list that cannot be read, has an empty line, or names none.
-void takeListedRecordings(Options& options);
+/// Whether some results of a run can only be made when all its recordings are done: not the table
+/// on standard output and JSON lines.
+bool needsAllOutcomes(const Options& options);
 
-/// The recordings that the command line names: each path one, or all of them together. Paths in the
-/// order of their characters, as a shell's pattern gives them, come in natural order; others, and
-/// those of a list, as they are given.
+/// Adds the recordings of the list that the options name, if they do, to those of the command line.
+/// Throws InputError for a list that cannot be read, has an empty line, or names none. Without a
+/// list, paths that are one recording each and come in the order of their characters, as a shell's
+/// pattern gives them, get their natural order.
+void arrangeRecordings(Options& options);
+
+/// How many recordings the command line names: each path one, or all of them together.
+std::size_t recordingCount(const Options& options);
+vorm::evaluation::RecordingSource recordingAt(const Options& options, std::size_t number);
+/// All of them.
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options);
 
 /// How they are to be read: as the assessment file says, if there is one, but for what the options

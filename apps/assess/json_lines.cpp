@@ -3,6 +3,7 @@
 #include <vorm/evaluation/report/json_report.hpp>
 
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 
 namespace assess {
@@ -15,27 +16,46 @@ namespace {
     throw vorm::evaluation::InputError(std::move(problem));
 }
 
+bool showsLines(const Options& options) {
+    return comesInLines(options.format) && (options.output.empty() || options.output == "-");
+}
+
 }  // namespace
 
-JsonLines::JsonLines(const vorm::evaluation::RunOutcome& about, const Options& options,
-                     ProgressLine& progress)
-    : about_(about),
-      options_(options),
-      progress_(progress),
-      isShown_(comesInLines(options.format) && (options.output.empty() || options.output == "-")) {
-    if (comesInLines(options.format) && !isShown_) {
-        paths_.push_back(options.output);
+std::vector<std::string> jsonLineFiles(const Options& options) {
+    std::vector<std::string> paths;
+    if (comesInLines(options.format) && !showsLines(options)) {
+        paths.push_back(options.output);
     }
     for (const auto& [format, path] : options.reports) {
         if (comesInLines(format)) {
-            paths_.push_back(path);
+            paths.push_back(path);
         }
     }
+    return paths;
 }
 
+JsonLines::JsonLines(const vorm::evaluation::RunOutcome& about, const Options& options,
+                     const EarlierRun& earlier, ProgressLine& progress)
+    : about_(about),
+      options_(options),
+      earlier_(earlier),
+      progress_(progress),
+      isShown_(showsLines(options)),
+      paths_(jsonLineFiles(options)) {}
+
 void JsonLines::begin(const std::string& path) {
+    std::ios::openmode mode = std::ios::binary;
+    if (earlier_.count() > 0) {
+        std::error_code error;
+        std::filesystem::resize_file(path, earlier_.bytes(), error);
+        if (error) {
+            failToWrite(path, error.value());
+        }
+        mode |= std::ios::app;
+    }
     errno = 0;
-    files_.push_back({path, std::ofstream(path, std::ios::binary)});
+    files_.push_back({path, std::ofstream(path, mode)});
     if (!files_.back().stream) {
         failToWrite(path, errno);
     }

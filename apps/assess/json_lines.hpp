@@ -1,5 +1,6 @@
 #pragma once
 
+#include "earlier_run.hpp"
 #include "options.hpp"
 #include "terminal.hpp"
 
@@ -16,15 +17,18 @@ inline bool comesInLines(const std::string& format) {
     return format == "jsonl";
 }
 
+/// The files that lines go to, without standard output.
+std::vector<std::string> jsonLineFiles(const Options& options);
+
 /// Writes a line of JSON for each recording of a run to where the options ask for lines.
 class JsonLines {
 public:
     /// `about` tells of the run and needs no recordings; all outlive the object.
     JsonLines(const vorm::evaluation::RunOutcome& about, const Options& options,
-              ProgressLine& progress);
+              const EarlierRun& earlier, ProgressLine& progress);
 
-    /// The first one takes the place of what is in the files. Throws InputError where it cannot be
-    /// written.
+    /// The first one takes the place of what is in the files, but for the lines of the earlier run.
+    /// Throws InputError where it cannot be written.
     void add(const vorm::evaluation::RecordingOutcome& recording);
 
 private:
@@ -37,6 +41,7 @@ private:
 
     const vorm::evaluation::RunOutcome& about_;
     const Options& options_;
+    const EarlierRun& earlier_;
     ProgressLine& progress_;
     bool isShown_;  // on standard output
     std::vector<std::string> paths_;

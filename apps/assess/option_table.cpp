@@ -170,6 +170,15 @@ Entries outputs() {
          .help = "Write the results to this file, whole or not at all",
          .check = pathProblem,
          .store = &Options::output},
+        {.names = "--resume",
+         .commands = {Run},
+         .help = "Go on with a run that was interrupted: after the lines that --format jsonl=FILE "
+                 "has written",
+         .more =
+             "Recordings that have a line are not looked at again, but count in the summary and "
+             "the exit code. Lines that other requirements, parameters or options have "
+             "written are refused.",
+         .store = &Options::resume},
         {.names = "--report-size",
          .commands = {Run},
          .value = "MB",

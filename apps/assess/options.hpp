@@ -42,6 +42,7 @@ struct Options {
     bool explain = false;
     std::string baseline;         ///< path of an earlier report in JSON to compare with; or empty
     bool failsOnNewOnly = false;  ///< whether only what did not fail in the baseline fails the run
+    bool resume = false;          ///< whether to go on after the lines that a file has
     bool strict = false;          ///< whether what is open at some time has not passed
 
     std::string format = "table";  ///< of the results: one of those of the sub-command

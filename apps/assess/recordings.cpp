@@ -5,6 +5,7 @@
 #include <vorm/evaluation/text/natural_order.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace assess {
@@ -48,36 +49,42 @@ std::vector<std::string> pathsIn(std::string_view text, const std::string& list)
     return paths;
 }
 
-}  // namespace
-
-void takeListedRecordings(Options& options) {
-    if (options.recordingList.empty()) {
-        return;
-    }
-    const bool isStandardInput = options.recordingList == "-";
-    const std::string name = isStandardInput ? "standard input" : options.recordingList;
-    const auto paths = pathsIn(vorm::evaluation::readFile(options.recordingList), name);
+void addListed(const std::string& list, std::vector<std::string>& recordings) {
+    const std::string name = list == "-" ? "standard input" : list;
+    std::vector<std::string> paths = pathsIn(vorm::evaluation::readFile(list), name);
     if (paths.empty()) {
         vorm::evaluation::failAt({name}, "names no recording", "write a path on each line");
     }
-    options.recordings.insert(options.recordings.end(), paths.begin(), paths.end());
+    std::move(paths.begin(), paths.end(), std::back_inserter(recordings));
+}
+
+}  // namespace
+
+void arrangeRecordings(Options& options) {
+    std::vector<std::string>& recordings = options.recordings;
+    if (!options.recordingList.empty()) {
+        addListed(options.recordingList, recordings);
+    } else if (!options.together && std::is_sorted(recordings.begin(), recordings.end())) {
+        // A shell's pattern gives run10 before run2.
+        std::stable_sort(recordings.begin(), recordings.end(), isNaturallyBefore);
+    }
+}
+
+std::size_t recordingCount(const Options& options) {
+    return options.together ? 1 : options.recordings.size();
+}
+
+vorm::evaluation::RecordingSource recordingAt(const Options& options, std::size_t number) {
+    if (options.together) {
+        return {options.recordings};
+    }
+    return {{options.recordings[number]}};
 }
 
 std::vector<vorm::evaluation::RecordingSource> recordingsOf(const Options& options) {
-    if (options.together) {
-        return {{options.recordings}};
-    }
     std::vector<vorm::evaluation::RecordingSource> recordings;
-    for (const std::string& path : options.recordings) {
-        recordings.push_back({{path}});
-    }
-    // A shell's pattern gives run10 before run2.
-    if (options.recordingList.empty() &&
-        std::is_sorted(options.recordings.begin(), options.recordings.end())) {
-        std::stable_sort(recordings.begin(), recordings.end(),
-                         [](const auto& one, const auto& other) {
-                             return isNaturallyBefore(one.name(), other.name());
-                         });
+    for (std::size_t i = 0; i < recordingCount(options); ++i) {
+        recordings.push_back(recordingAt(options, i));
     }
     return recordings;
 }

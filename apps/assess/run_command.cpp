@@ -1,4 +1,5 @@
 #include "commands.hpp"
+#include "earlier_run.hpp"
 #include "json_lines.hpp"
 #include "terminal.hpp"
 
@@ -7,15 +8,18 @@
 #include <vorm/evaluation/report/html_report.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
 #include <vorm/evaluation/report/junit_report.hpp>
+#include <vorm/evaluation/report/run_summary.hpp>
 #include <vorm/evaluation/report/svg_report.hpp>
 #include <vorm/evaluation/report/table_report.hpp>
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/fingerprint.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace assess {
 namespace {
@@ -25,7 +29,7 @@ using namespace vorm::evaluation;
 // What reports are made of.
 struct Results {
     AssessmentFile file;
-    RunOutcome outcome;
+    RunOutcome outcome;                      // with its recordings where a report needs them
     std::vector<RecordingDrawing> drawings;  // where a format wants them
     std::optional<BaselineComparison> comparison;
 
@@ -56,27 +60,32 @@ std::string table(const Results& results, const Options& options) {
            (results.comparison ? baselineReport(*results.comparison, style) : "");
 }
 
-// A run without its recordings.
-RunOutcome aboutRun(const AssessmentFile& file, const Options& options) {
-    return {file.name, file.title, {}, options.strict, file.parameters};
+bool showsTable(const Options& options) {
+    return options.format == "table" && options.output.empty();
 }
 
-// The table on standard output, recording by recording as they are done.
+// The table on standard output, recording by recording as they are done, if the options ask for it.
 class TableOnOutput {
 public:
-    TableOnOutput(const AssessmentFile& file, const Options& options, ProgressLine& progress)
-        : about_(aboutRun(file, options)), options_(options), progress_(progress) {}
+    /// `about` needs no recordings.
+    TableOnOutput(const RunOutcome& about, const Options& options, ProgressLine& progress)
+        : about_(about), options_(options), progress_(progress) {}
 
     void add(const RecordingOutcome& recording, std::size_t count) {
-        begin(count);
-        write(report_->recording(recording));
+        if (showsTable(options_)) {
+            begin(count);
+            write(report_->recording(recording));
+        }
     }
 
-    void end(const Results& results) {
-        begin(results.outcome.recordings.size());
-        write(report_->end(results.outcome));
-        if (results.comparison) {
-            write(baselineReport(*results.comparison, tableStyle(options_)));
+    void end(const RunSummary& summary, const BaselineComparison* comparison) {
+        if (!showsTable(options_)) {
+            return;
+        }
+        begin(summary.recordings());
+        write(report_->end(summary));
+        if (comparison != nullptr) {
+            write(baselineReport(*comparison, tableStyle(options_)));
         }
     }
 
@@ -93,15 +102,11 @@ private:
         writeResults(options_, text);
     }
 
-    const RunOutcome about_;
+    const RunOutcome& about_;
     const Options& options_;
     ProgressLine& progress_;
     std::optional<TableReport> report_;
 };
-
-bool showsTable(const Options& options) {
-    return options.format == "table" && options.output.empty();
-}
 
 std::string page(const Results& results, const Options& options) {
     HtmlStyle style;
@@ -168,33 +173,23 @@ void writeReports(const Results& results, const Options& options) {
 
 // The assessments that were never triggered, each as a note names it: with the number of recordings
 // where others did trigger it.
-std::vector<std::string> neverTriggered(const RunOutcome& run) {
-    std::vector<const RecordingOutcome*> usable;
-    for (const RecordingOutcome& recording : run.recordings) {
-        if (!recording.error) {
-            usable.push_back(&recording);
-        }
-    }
+std::vector<std::string> neverTriggered(const RunSummary& run) {
     std::vector<std::string> names;
-    const std::size_t assessments = usable.empty() ? 0 : usable.front()->assessments.size();
-    for (std::size_t i = 0; i < assessments; ++i) {
-        const auto count = static_cast<std::size_t>(
-            std::count_if(usable.begin(), usable.end(), [i](const RecordingOutcome* recording) {
-                return recording->assessments[i].neverTriggered;
-            }));
+    for (const AssessmentSummary& assessment : run.assessments()) {
+        const std::size_t count = assessment.neverTriggered;
         if (count > 0) {
-            names.push_back("'" + withoutControls(usable.front()->assessments[i].name) + "'");
+            names.push_back("'" + withoutControls(assessment.name) + "'");
         }
-        if (count > 0 && count < usable.size()) {
+        if (count > 0 && count < run.usable()) {
             names.back() += " (in " + std::to_string(count) + " of " +
-                            std::to_string(usable.size()) + " recordings)";
+                            std::to_string(run.usable()) + " recordings)";
         }
     }
     return names;
 }
 
 // What passes without having been put to the test is easily taken for a success.
-void noteNeverTriggered(const RunOutcome& run) {
+void noteNeverTriggered(const RunSummary& run) {
     const std::vector<std::string> names = neverTriggered(run);
     if (names.empty()) {
         return;
@@ -209,18 +204,151 @@ void noteNeverTriggered(const RunOutcome& run) {
 }
 
 // That some input cannot be used is told by the exit code, and must not hide that others fail.
-void noteFailuresBesideErrors(const RunOutcome& run) {
-    std::vector<std::string> failing;
-    for (const RecordingOutcome& recording : run.recordings) {
-        if (recording.hasFailures(run.strict)) {
-            failing.push_back(recording.recording);
-        }
-    }
-    if (run.hasErrors() && !failing.empty()) {
+void noteFailuresBesideErrors(const RunSummary& run) {
+    if (run.hasErrors() && run.hasFailures()) {
         note("note", "not all input could be used, and of what could be, assessments failed on " +
-                         quotedList(failing));
+                         quotedListOf(run.failingCount(), run.failing()));
     }
 }
+
+void noteEarlierRun(const EarlierRun& earlier) {
+    if (earlier.count() > 0) {
+        note("note", std::to_string(earlier.count()) +
+                         (earlier.count() == 1 ? " recording was" : " recordings were") +
+                         " done before, and not looked at again");
+    }
+}
+
+RunOptions runOptions(const Options& options) {
+    RunOptions run;
+    run.jobs = options.jobs;
+    run.robustness = options.robustness;
+    run.strict = options.strict;
+    run.explain = options.explain || wantsPlots(options);
+    run.only = options.only;
+    run.skip = options.skip;
+    return run;
+}
+
+// Of all that the outcome of a recording depends on beside it.
+std::string fingerprintOf(const AssessmentFile& file, const Options& options) {
+    Fingerprint fingerprint;
+    fingerprint.add(VORM_VERSION).add(file.fingerprint);
+    for (const ParameterSetting& setting : options.parameters) {
+        fingerprint.add("parameter").add(setting.name).add(setting.value);
+    }
+    const RunOptions run = runOptions(options);
+    for (const std::string& name : run.only) {
+        fingerprint.add("only").add(name);
+    }
+    for (const std::string& name : run.skip) {
+        fingerprint.add("skip").add(name);
+    }
+    for (const bool choice : {run.robustness, run.strict, run.explain, options.together}) {
+        fingerprint.add(choice ? "yes" : "no");
+    }
+    return fingerprint.text();
+}
+
+// One run of the command.
+class AssessmentRun {
+public:
+    explicit AssessmentRun(const Options& options)
+        : options_(options), results_{assessmentsOf(options), {}, {}, {}} {
+        const AssessmentFile& file = results_.file;
+        results_.outcome = {file.name,      file.title,      {},
+                            options.strict, file.parameters, fingerprintOf(file, options)};
+        const std::string resumed = fileToResume(options);
+        if (!options.baseline.empty()) {
+            baseline_ = readBaseline(options.baseline);
+        }
+        if (!resumed.empty()) {
+            earlier_ = EarlierRun(resumed, results_.outcome.fingerprint,
+                                  [&](const RecordingOutcome& done) { summary_.add(done); });
+        }
+    }
+
+    ExitCode run() {
+        assessAll();
+        compareWithBaseline();
+        shown_.end(summary_, results_.compared());
+        writeReports(results_, options_);
+        if (!options_.quiet) {
+            noteNeverTriggered(summary_);
+            noteFailuresBesideErrors(summary_);
+            noteEarlierRun(earlier_);
+        }
+        return exitCode();
+    }
+
+private:
+    void assessAll() {
+        RunOptions run = runOptions(options_);
+        run.progress = [this](const std::string& text) { progress_.show(text); };
+        if (wantsPlots(options_)) {
+            DrawingOptions drawing;
+            drawing.drawsAll = options_.plotsAll;
+            drawing.strict = options_.strict;
+            run.assessed = [this, drawing](const AssessedRecording& assessed) {
+                results_.drawings.push_back(drawRecording(results_.file, assessed, drawing));
+            };
+        }
+        RecordingQueue queue{recordingCount(options_),
+                             [this](std::size_t i) { return recordingAt(options_, i); },
+                             {}};
+        if (earlier_.count() > 0) {
+            queue.isLeftOut = [this](const RecordingSource& source) {
+                return earlier_.hasDone(source);
+            };
+        }
+        runEach(results_.file, queue, run, [this](RecordingOutcome&& recording, std::size_t count) {
+            earlier_.requireAllAsked();
+            take(std::move(recording), count + earlier_.count());
+        });
+        earlier_.requireAllAsked();
+        progress_.clear();
+    }
+
+    void take(RecordingOutcome&& recording, std::size_t count) {
+        lines_.add(recording);
+        summary_.add(recording);
+        shown_.add(recording, count);
+        progress_.clear();
+        noteReading(recording.remarks, recording.warnings, options_);
+        if (needsAllOutcomes(options_)) {
+            results_.outcome.recordings.push_back(std::move(recording));
+        }
+    }
+
+    void compareWithBaseline() {
+        if (!baseline_) {
+            return;
+        }
+        results_.comparison = compare(*baseline_, results_.file, results_.outcome);
+        if (!results_.comparison->hasCommonRecording) {
+            note("warning", "no recording of the run is in " + options_.baseline +
+                                ": recordings are compared by their paths as they are given");
+        }
+    }
+
+    ExitCode exitCode() const {
+        if (summary_.hasErrors()) {
+            return ExitCode::UnusableInput;
+        }
+        const bool hasFailed =
+            options_.failsOnNewOnly ? results_.comparison->hasNewFailure() : summary_.hasFailures();
+        return hasFailed ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
+    }
+
+    const Options& options_;
+    Results results_;
+    std::optional<Baseline> baseline_;
+    RunSummary summary_ = summaryFor(options_.strict, tableStyle(options_));
+    EarlierRun earlier_;
+    ProgressLine progress_{options_};
+    TableOnOutput shown_{results_.outcome, options_, progress_};
+    JsonLines lines_{results_.outcome, options_, earlier_, progress_};
+};
 
 }  // namespace
 
@@ -234,67 +362,19 @@ std::vector<std::string> runFormats() {
     return names;
 }
 
+bool needsAllOutcomes(const Options& options) {
+    const bool hasReports =
+        std::any_of(options.reports.begin(), options.reports.end(),
+                    [](const auto& report) { return !comesInLines(report.first); });
+    return hasReports || !options.baseline.empty() ||
+           !(showsTable(options) || comesInLines(options.format));
+}
+
 ExitCode runAssessments(const Options& options) {
     if (options.failsOnNewOnly && options.baseline.empty()) {
         throw WrongUsage("--fail-on new needs what is not new: --baseline FILE");
     }
-    Results results{assessmentsOf(options), {}, {}, {}};
-    const auto baseline =
-        options.baseline.empty() ? std::nullopt : std::optional(readBaseline(options.baseline));
-    ProgressLine progress(options);
-    RunOptions run;
-    run.jobs = options.jobs;
-    run.robustness = options.robustness;
-    run.strict = options.strict;
-    run.explain = options.explain;
-    run.only = options.only;
-    run.skip = options.skip;
-    run.progress = [&](const std::string& text) { progress.show(text); };
-    if (wantsPlots(options)) {
-        run.explain = true;
-        DrawingOptions drawing;
-        drawing.drawsAll = options.plotsAll;
-        drawing.strict = options.strict;
-        run.assessed = [&results, drawing](const AssessedRecording& assessed) {
-            results.drawings.push_back(drawRecording(results.file, assessed, drawing));
-        };
-    }
-    TableOnOutput shown(results.file, options, progress);
-    const RunOutcome about = aboutRun(results.file, options);
-    JsonLines lines(about, options, progress);
-    run.done = [&](const RecordingOutcome& recording, std::size_t count) {
-        lines.add(recording);
-        if (showsTable(options)) {
-            shown.add(recording, count);
-        }
-    };
-    results.outcome = vorm::evaluation::run(results.file, recordingsOf(options), run);
-    const RunOutcome& outcome = results.outcome;
-    progress.clear();
-    if (baseline) {
-        results.comparison = compare(*baseline, results.file, outcome);
-        if (!results.comparison->hasCommonRecording) {
-            note("warning", "no recording of the run is in " + options.baseline +
-                                ": recordings are compared by their paths as they are given");
-        }
-    }
-    if (showsTable(options)) {
-        shown.end(results);
-    }
-    writeReports(results, options);
-    if (!options.quiet) {
-        for (const RecordingOutcome& recording : outcome.recordings) {
-            noteReading(recording.remarks, recording.warnings, options);
-        }
-        noteNeverTriggered(outcome);
-        noteFailuresBesideErrors(outcome);
-    }
-    if (outcome.hasErrors()) {
-        return ExitCode::UnusableInput;
-    }
-    const bool hasFailed =
-        options.failsOnNewOnly ? results.comparison->hasNewFailure() : outcome.hasFailures();
-    return hasFailed ? ExitCode::SomethingFailed : ExitCode::NothingFailed;
+    return AssessmentRun(options).run();
 }
 
 }  // namespace assess

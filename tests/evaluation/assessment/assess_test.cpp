@@ -9,7 +9,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -159,19 +161,44 @@ TEST(Assess, WhatTheCallerThrowsEndsTheRun) {
     EXPECT_THROW(assess(threeAssessments(), twoSignals(), options), InputError);
 }
 
+// What waits for a recording that takes long does not pile up.
+TEST(Assess, RunsOnlySoFarAheadOfARecordingThatTakesLong) {
+    std::atomic<std::size_t> furthest = 0;
+    RecordingQueue recordings;
+    recordings.count = 3000;
+    recordings.at = [&](std::size_t number) {
+        furthest = std::max<std::size_t>(furthest, number);
+        if (number == 0) {
+            for (int i = 0; furthest < 999 && i < 10'000; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            EXPECT_EQ(furthest, 999U);
+        }
+        return RecordingSource{{"nowhere.csv"}};
+    };
+    RunOptions options;
+    options.jobs = 2;
+    std::size_t taken = 0;
+    runEach(threeAssessments(), recordings, options,
+            [&](RecordingOutcome&&, std::size_t) { ++taken; });
+    EXPECT_EQ(taken, 3000U);
+}
+
 // Recordings that are on the way when the call throws are done, too: the time it takes lets them.
 TEST(Assess, TellsNothingMoreWhenTheCallerHasThrown) {
-    const std::vector<RecordingSource> missing(50, RecordingSource{{"nowhere.csv"}});
+    const RecordingQueue missing{
+        50, [](std::size_t) { return RecordingSource{{"nowhere.csv"}}; }, {}};
     for (int i = 0; i < 10; ++i) {
         RunOptions options;
         options.jobs = 4;
         int told = 0;
-        options.done = [&](const RecordingOutcome&, std::size_t) {
+        const auto take = [&](RecordingOutcome&&, std::size_t) {
             EXPECT_EQ(++told, 1);
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
             failAt({}, "no room");
         };
-        EXPECT_THROW(run(threeAssessments(), missing, options), InputError);
+        EXPECT_THROW(runEach(threeAssessments(), missing, options, take), InputError);
     }
 }
 

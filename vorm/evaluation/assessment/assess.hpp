@@ -38,9 +38,6 @@ struct RunOptions {
     /// pieces of signals and truths are shared and live while somebody holds them, and without this
     /// function no truth outlives its assessment. What it throws ends the run.
     std::function<void(const AssessedRecording&)> assessed;
-    /// For who shows results as they come: called for each recording of a run in their order, when
-    /// it and all before it are done, with the number of all, from any thread.
-    std::function<void(const RecordingOutcome&, std::size_t count)> done;
 };
 
 /// Assesses a recording. An assessment whose formula cannot be used is an error in the outcome and

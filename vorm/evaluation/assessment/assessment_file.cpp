@@ -7,6 +7,7 @@
 #include <vorm/evaluation/assessment/toml_table.hpp>
 #include <vorm/evaluation/formula/token.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/fingerprint.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
 
 #include <algorithm>
@@ -31,6 +32,7 @@ public:
           faults_(collectsFaults ? &result.errors : nullptr),
           declarations_(document) {
         file_.name = document.name;
+        file_.fingerprint = Fingerprint().add(document.text).text();
     }
 
     void read(const std::vector<ParameterSetting>& settings) {

@@ -34,8 +34,9 @@ struct Assessment {
 
 /// Requirements, what their formulas have in common, and how recordings for them are to be read.
 struct AssessmentFile {
-    std::string name;   ///< the path, for messages
-    std::string title;  ///< or empty
+    std::string name;         ///< the path, for messages
+    std::string title;        ///< or empty
+    std::string fingerprint;  ///< of its text
     RecordingLayout layout;
     FormulaParameters parameters;  ///< as the file declares them, or as they were set
     std::map<std::string, SourcedFormula> definitions;

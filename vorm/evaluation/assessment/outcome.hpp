@@ -137,6 +137,8 @@ struct RunOutcome {
     std::vector<RecordingOutcome> recordings;  ///< in the order given
     bool strict = false;                       ///< whether what is open at some time has not passed
     FormulaParameters parameters{};            ///< of the file, with the values that were used
+    /// Of all that outcomes depend on but for the recordings; or empty.
+    std::string fingerprint{};
 
     /// Whether some input could not be used.
     bool hasErrors() const;

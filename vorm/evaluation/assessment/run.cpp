@@ -6,6 +6,8 @@
 #include <vorm/evaluation/recording/recording_parts.hpp>
 
 #include <algorithm>
+#include <condition_variable>
+#include <map>
 #include <mutex>
 #include <utility>
 
@@ -23,16 +25,17 @@ RecordingOutcome runOne(const AssessmentFile& file, const RecordingSource& sourc
     return assess(file, recording, options);
 }
 
-// Calls what the options ask for, one call at a time, for recordings that are assessed at the same
-// time by threads of their own.
+// Hands outcomes over in the order of their recordings, and calls what the options ask for, one
+// call at a time, for recordings that are assessed at the same time by threads of their own.
 class RunReporter {
 public:
-    RunReporter(const RunOptions& options, unsigned atATime,
-                const std::vector<RecordingOutcome>& outcomes)
+    using Take = std::function<void(RecordingOutcome&&, std::size_t)>;
+
+    RunReporter(const RunOptions& options, unsigned atATime, std::size_t count, const Take& take)
         : options_(options),
           jobs_(std::max(1U, options.jobs / atATime)),
-          outcomes_(outcomes),
-          isDone_(outcomes.size()) {}
+          count_(count),
+          take_(take) {}
 
     /// Refers to this object.
     RunOptions forRecording(std::size_t number) {
@@ -54,55 +57,115 @@ public:
         return options;
     }
 
-    // Recordings are done in any order, and told in their own.
-    void done(std::size_t number) {
+    /// Waits while too many outcomes wait for one before them. Whether the recording is still to be
+    /// assessed: not when the run has failed.
+    bool awaitTurn(std::size_t number) {
+        std::unique_lock lock(mutex_);
+        moved_.wait(lock, [&] { return hasFailed_ || number < next_ + mostWaiting; });
+        return !hasFailed_;
+    }
+
+    void done(std::size_t number, RecordingOutcome outcome) {
         const std::lock_guard lock(mutex_);
-        isDone_[number] = true;
+        waiting_.emplace(number, std::move(outcome));
         ++doneCount_;
-        for (; !hasFailed_ && next_ < isDone_.size() && isDone_[next_]; ++next_) {
-            if (options_.done) {
-                hasFailed_ = true;  // unless the call returns
-                options_.done(outcomes_[next_], outcomes_.size());
-                hasFailed_ = false;
-            }
+        // One whose call throws stays the next one, and nothing follows it.
+        while (!hasFailed_ && !waiting_.empty() && waiting_.begin()->first == next_) {
+            take_(std::move(waiting_.extract(waiting_.begin()).mapped()), count_);
+            ++next_;
         }
+        moved_.notify_all();
+    }
+
+    /// Nothing is handed over any more, and nobody waits.
+    void fail() {
+        const std::lock_guard lock(mutex_);
+        hasFailed_ = true;
+        moved_.notify_all();
     }
 
 private:
+    static constexpr std::size_t mostWaiting = 1000;
+
     std::string share() const {
-        return outcomes_.size() < 2 ? ""
-                                    : std::to_string(doneCount_) + " of " +
-                                          std::to_string(outcomes_.size()) + " done, ";
+        return count_ < 2
+                   ? ""
+                   : std::to_string(doneCount_) + " of " + std::to_string(count_) + " done, ";
     }
 
     const RunOptions& options_;
     const unsigned jobs_;
-    const std::vector<RecordingOutcome>& outcomes_;
-    std::vector<bool> isDone_;
-    std::size_t doneCount_ = 0;
-    std::size_t next_ = 0;  // to be told
-    bool hasFailed_ = false;
+    const std::size_t count_;
+    const Take& take_;
     std::mutex mutex_;
+    std::condition_variable moved_;
+    std::map<std::size_t, RecordingOutcome> waiting_;  // by the numbers of their recordings
+    std::size_t doneCount_ = 0;
+    std::size_t next_ = 0;  // to be handed over
+    bool hasFailed_ = false;
 };
 
-// What cannot be split is told where it is read.
-std::vector<RecordingSource> allParts(const RecordingLayout& layout,
-                                      const std::vector<RecordingSource>& recordings,
-                                      std::vector<std::optional<InputError>>& errors) {
-    std::vector<RecordingSource> all;
-    for (const RecordingSource& recording : recordings) {
-        try {
-            for (RecordingSource& part : partsOf(recording, layout)) {
-                all.push_back(std::move(part));
-            }
-            errors.resize(all.size());
-        } catch (const InputError& error) {
-            all.push_back(recording);
-            errors.emplace_back(error);
+// What is to be assessed of a queue: recordings, or parts of them where the layout splits.
+class QueuedParts {
+public:
+    QueuedParts(const RecordingLayout& layout, const RecordingQueue& queue) : queue_(queue) {
+        if (layout.time.timesBack != TimesBack::Split && !queue.isLeftOut) {
+            return;
+        }
+        places_.emplace();
+        for (std::size_t i = 0; i < queue.count; ++i) {
+            addPartsOf(i, layout);
         }
     }
-    return all;
-}
+
+    std::size_t size() const { return places_ ? places_->size() : queue_.count; }
+
+    RecordingSource at(std::size_t number) const {
+        if (!places_) {
+            return queue_.at(number);
+        }
+        RecordingSource source = queue_.at((*places_)[number].recording);
+        source.part = (*places_)[number].part;
+        return source;
+    }
+
+    /// Why it cannot be split, which is told where it would be read.
+    std::optional<InputError> errorOf(std::size_t number) const {
+        const auto found = errors_.find(number);
+        return found == errors_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
+    struct Place {
+        std::size_t recording;
+        std::size_t part;
+    };
+
+    void addPartsOf(std::size_t recording, const RecordingLayout& layout) {
+        const RecordingSource source = queue_.at(recording);
+        try {
+            for (const RecordingSource& part : partsOf(source, layout)) {
+                add({recording, part.part}, part);
+            }
+        } catch (const InputError& error) {
+            if (add({recording, 0}, source)) {
+                errors_.emplace(places_->size() - 1, error);
+            }
+        }
+    }
+
+    bool add(Place place, const RecordingSource& source) {
+        const bool isLeftOut = queue_.isLeftOut && queue_.isLeftOut(source);
+        if (!isLeftOut) {
+            places_->push_back(place);
+        }
+        return !isLeftOut;
+    }
+
+    const RecordingQueue& queue_;
+    std::optional<std::vector<Place>> places_;  // none: all recordings as they are
+    std::map<std::size_t, InputError> errors_;
+};
 
 }  // namespace
 
@@ -128,20 +191,35 @@ Recording readRecordingFor(const AssessmentFile& file, const RecordingSource& so
 
 RunOutcome run(const AssessmentFile& file, const std::vector<RecordingSource>& recordings,
                const RunOptions& options) {
-    chosenAssessments(file, options);
-    std::vector<std::optional<InputError>> errors;
-    const std::vector<RecordingSource> parts = allParts(file.layout, recordings, errors);
     RunOutcome outcome{file.name, file.title, {}, options.strict, file.parameters};
-    outcome.recordings.resize(parts.size());
+    runEach(file, {recordings.size(), [&](std::size_t i) { return recordings[i]; }, {}}, options,
+            [&](RecordingOutcome&& recording, std::size_t) {
+                outcome.recordings.push_back(std::move(recording));
+            });
+    return outcome;
+}
+
+void runEach(const AssessmentFile& file, const RecordingQueue& recordings,
+             const RunOptions& options,
+             const std::function<void(RecordingOutcome&&, std::size_t)>& take) {
+    chosenAssessments(file, options);
+    const QueuedParts parts(file.layout, recordings);
     const auto atATime =
         static_cast<unsigned>(std::clamp<std::size_t>(parts.size(), 1, std::max(1U, options.jobs)));
-    RunReporter reporter(options, atATime, outcome.recordings);
+    RunReporter reporter(options, atATime, parts.size(), take);
     forEachIndex(parts.size(), atATime, [&](std::size_t i) {
-        outcome.recordings[i] = errors[i] ? RecordingOutcome{parts[i].name(), errors[i], {}, {}, {}}
-                                          : runOne(file, parts[i], reporter.forRecording(i));
-        reporter.done(i);
+        try {
+            if (reporter.awaitTurn(i)) {
+                const RecordingSource source = parts.at(i);
+                const auto error = parts.errorOf(i);
+                reporter.done(i, error ? RecordingOutcome{source.name(), error, {}, {}, {}}
+                                       : runOne(file, source, reporter.forRecording(i)));
+            }
+        } catch (...) {
+            reporter.fail();
+            throw;
+        }
     });
-    return outcome;
 }
 
 }  // namespace vorm::evaluation

@@ -42,11 +42,8 @@ Baseline::Entry entryOf(const JsonValue& assessment) {
     Baseline::Entry entry;
     entry.verdict = assessment.at("verdict").get<std::string>();
     entry.passesThroughout = assessment.value("passed_strictly", entry.verdict == "PASS");
-    const auto severity = std::find(severityNames.begin(), severityNames.end(),
-                                    assessment.value("severity", std::string("error")));
-    entry.severity = severity == severityNames.end()
-                         ? Severity::Error
-                         : static_cast<Severity>(severity - severityNames.begin());
+    entry.severity =
+        severityNamed(assessment.value("severity", std::string())).value_or(Severity::Error);
     for (const JsonValue& failure : assessment.at("failures")) {
         entry.failures.emplace_back(failure.at("start").get<double>(),
                                     failure.at("end").get<double>());

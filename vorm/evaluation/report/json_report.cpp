@@ -233,8 +233,13 @@ std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparis
     return textOf(report, 2);
 }
 
+std::string nameInJson(const std::string& name) {
+    return Json::parse(textOf(name, -1)).get<std::string>();
+}
+
 std::string jsonLine(const RunOutcome& run, const RecordingOutcome& recording) {
     Json line = aboutRun(run);
+    line["fingerprint"] = textOrNull(run.fingerprint);
     line.update(recordingOf(recording));
     return textOf(line, -1);
 }

@@ -15,4 +15,7 @@ std::string jsonReport(const RunOutcome& run, const BaselineComparison* comparis
 /// but for its other recordings.
 std::string jsonLine(const RunOutcome& run, const RecordingOutcome& recording);
 
+/// A name as it reads back from JSON, which has no place for what is no UTF-8.
+std::string nameInJson(const std::string& name);
+
 }  // namespace vorm::evaluation

@@ -34,4 +34,12 @@ Mark markOf(const AssessmentOutcome& outcome, bool strict) {
     return strict && !outcome.passesThroughout() ? Mark::Open : Mark::Passed;
 }
 
+MarkCounts countMarks(const std::vector<Mark>& marks) {
+    MarkCounts counts{};
+    for (const Mark mark : marks) {
+        ++of(mark, counts);
+    }
+    return counts;
+}
+
 }  // namespace vorm::evaluation

@@ -4,6 +4,8 @@
 #include <vorm/evaluation/report/text_table.hpp>
 
 #include <array>
+#include <cstddef>
+#include <vector>
 
 namespace vorm::evaluation {
 
@@ -13,6 +15,19 @@ enum class Mark { Error, Failed, Warned, NoResult, Open, Informed, Passed };
 inline constexpr std::size_t markCount = 7;
 
 Mark markOf(const AssessmentOutcome& outcome, bool strict);
+
+/// How often each mark is there, by mark.
+using MarkCounts = std::array<std::size_t, markCount>;
+
+constexpr std::size_t& of(Mark mark, MarkCounts& counts) {
+    return counts[static_cast<std::size_t>(mark)];
+}
+
+constexpr std::size_t of(Mark mark, const MarkCounts& counts) {
+    return counts[static_cast<std::size_t>(mark)];
+}
+
+MarkCounts countMarks(const std::vector<Mark>& marks);
 
 /// How reports for terminals show it.
 struct MarkStyle {

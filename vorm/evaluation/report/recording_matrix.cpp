@@ -1,28 +1,16 @@
 #include "recording_matrix.hpp"
 
-#include <vorm/evaluation/report/outcome_mark.hpp>
-#include <vorm/evaluation/report/time_writer.hpp>
 #include <vorm/evaluation/text/characters.hpp>
-#include <vorm/evaluation/text/natural_order.hpp>
 #include <vorm/evaluation/text/text_columns.hpp>
 
 #include <algorithm>
-#include <array>
-#include <numeric>
+#include <functional>
 #include <vector>
 
 namespace vorm::evaluation {
 namespace {
 
-constexpr std::size_t mostRows = 40;
 constexpr std::size_t leastName = 16;
-
-// By mark.
-using MarkCounts = std::array<std::size_t, markCount>;
-
-std::size_t& of(Mark mark, MarkCounts& counts) {
-    return counts[static_cast<std::size_t>(mark)];
-}
 
 std::string countText(std::size_t count, const std::string& one, const std::string& several) {
     return std::to_string(count) + " " + (count == 1 ? one : several);
@@ -30,10 +18,9 @@ std::string countText(std::size_t count, const std::string& one, const std::stri
 
 class RecordingMatrix {
 public:
-    RecordingMatrix(const RunOutcome& run, const TableStyle& style)
-        : run_(run), style_{"  ", style.colours, style.width} {
+    RecordingMatrix(const RunSummary& run, const TableStyle& style)
+        : run_(run), style_{"  ", style.colours, style.width}, rows_(run.worst()) {
         chooseColumns();
-        chooseRows(style.verbose);
         fit();
     }
 
@@ -42,69 +29,25 @@ public:
             return "";
         }
         std::string text = "Worst first:\n" + numbers();
-        for (std::size_t row = 0; row < shownRows_; ++row) {
-            text += rowText(run_.recordings[rows_[row]]);
+        for (const RecordingMarks& row : rows_) {
+            text += rowText(row);
         }
         return text + others() + meanings() + "\n" + columnTable();
     }
 
 private:
-    Mark markAt(const RecordingOutcome& recording, std::size_t assessment) const {
-        return markOf(recording.assessments[assessment], run_.strict);
-    }
-
-    const RecordingOutcome* firstUsable() const {
-        const auto found =
-            std::find_if(run_.recordings.begin(), run_.recordings.end(),
-                         [](const RecordingOutcome& recording) { return !recording.error; });
-        return found == run_.recordings.end() ? nullptr : &*found;
-    }
-
     void chooseColumns() {
-        const RecordingOutcome* first = firstUsable();
-        const std::size_t count = first == nullptr ? 0 : first->assessments.size();
-        for (std::size_t i = 0; i < count; ++i) {
-            const bool passesEverywhere = std::all_of(
-                run_.recordings.begin(), run_.recordings.end(),
-                [&](const auto& one) { return one.error || markAt(one, i) == Mark::Passed; });
-            if (!passesEverywhere) {
+        for (std::size_t i = 0; i < run_.assessments().size(); ++i) {
+            if (of(Mark::Passed, run_.assessments()[i].marks) < run_.usable()) {
                 columns_.push_back(i);
             }
         }
     }
 
-    // How often each mark is there; what cannot be used is worse than anything.
-    MarkCounts countsOf(const RecordingOutcome& recording) const {
-        MarkCounts counts{};
-        of(Mark::Error, counts) = recording.error ? columns_.size() + 1 : 0;
-        for (std::size_t i = 0; i < recording.assessments.size(); ++i) {
-            ++of(markAt(recording, i), counts);
-        }
-        return counts;
-    }
-
-    void chooseRows(bool all) {
-        std::vector<MarkCounts> counts;
-        for (const RecordingOutcome& recording : run_.recordings) {
-            counts.push_back(countsOf(recording));
-            of(Mark::Passed, counts.back()) = 0;
-            if (all || counts.back() != MarkCounts{}) {
-                rows_.push_back(counts.size() - 1);
-            }
-        }
-        std::stable_sort(rows_.begin(), rows_.end(), [&](std::size_t one, std::size_t other) {
-            return counts[one] != counts[other]
-                       ? counts[one] > counts[other]
-                       : isNaturallyBefore(run_.recordings[one].recording,
-                                           run_.recordings[other].recording);
-        });
-        shownRows_ = all ? rows_.size() : std::min(rows_.size(), mostRows);
-    }
-
     // Names lose their middle before marks move together, and these before they are left out.
     void fit() {
-        for (std::size_t row = 0; row < shownRows_; ++row) {
-            name_ = std::max(name_, displayWidth(nameOf(run_.recordings[rows_[row]])));
+        for (const RecordingMarks& row : rows_) {
+            name_ = std::max(name_, displayWidth(nameOf(row)));
         }
         const std::size_t digits = std::to_string(columns_.size()).size();
         cell_ = digits + 1;
@@ -121,7 +64,7 @@ private:
         name_ = std::min(name_, room - shownColumns_ * cell_);
     }
 
-    static std::string nameOf(const RecordingOutcome& recording) {
+    static std::string nameOf(const RecordingMarks& recording) {
         return withoutControls(recording.recording);
     }
 
@@ -148,11 +91,11 @@ private:
         return text;
     }
 
-    std::string rowText(const RecordingOutcome& recording) const {
+    std::string rowText(const RecordingMarks& recording) const {
         const std::string name = elided(nameOf(recording), std::max<std::size_t>(1, name_));
         std::string text = style_.indent + name + std::string(name_ + 1 - displayWidth(name), ' ');
         for (std::size_t i = 0; i < shownColumns_; ++i) {
-            const Mark mark = recording.error ? Mark::Error : markAt(recording, columns_[i]);
+            const Mark mark = recording.isUsable ? recording.assessments[columns_[i]] : Mark::Error;
             const bool isColoured = style_.colours && mark != Mark::Passed;
             const std::string sign(1, styleOf(mark).sign);
             text += std::string(cell_ - 1, ' ') +
@@ -163,13 +106,16 @@ private:
 
     std::string others() const {
         std::string text;
-        if (const std::size_t count = rows_.size() - shownRows_; count > 0) {
+        const std::size_t perfect = run_.recordings() - run_.imperfect();
+        // Where all are shown, those on which everything passed are, too.
+        const bool showsAll = rows_.size() > run_.imperfect();
+        if (const std::size_t count = showsAll ? 0 : run_.imperfect() - rows_.size(); count > 0) {
             text += line("and " + countText(count, "recording more", "recordings more") +
                          " on which not everything passed; --verbose shows all");
         }
-        if (const std::size_t count = run_.recordings.size() - rows_.size(); count > 0) {
+        if (perfect > 0 && !showsAll) {
             text += line("on the other " +
-                         (count == 1 ? "recording" : std::to_string(count) + " recordings") +
+                         (perfect == 1 ? "recording" : std::to_string(perfect) + " recordings") +
                          " everything passed");
         }
         if (const std::size_t count = columns_.size() - shownColumns_; count > 0) {
@@ -182,9 +128,10 @@ private:
     // Of the marks that there are.
     std::string meanings() const {
         MarkCounts all{};
-        for (std::size_t row = 0; row < shownRows_; ++row) {
-            const MarkCounts counts = countsOf(run_.recordings[rows_[row]]);
+        for (const RecordingMarks& row : rows_) {
+            const MarkCounts counts = countMarks(row.assessments);
             std::transform(counts.begin(), counts.end(), all.begin(), all.begin(), std::plus<>());
+            of(Mark::Error, all) += row.isUsable ? 0 : 1;
         }
         std::string text;
         for (std::size_t i = 0; i < all.size(); ++i) {
@@ -217,48 +164,29 @@ private:
     }
 
     void addColumn(std::size_t number, TextTable& table) const {
-        const std::size_t assessment = columns_[number];
-        MarkCounts counts{};
-        const RecordingOutcome* firstFailing = nullptr;
-        const RecordingOutcome* firstWithError = nullptr;
-        for (const RecordingOutcome& recording : run_.recordings) {
-            if (recording.error) {
-                continue;
-            }
-            ++of(markAt(recording, assessment), counts);
-            const AssessmentOutcome& outcome = recording.assessments[assessment];
-            firstFailing =
-                firstFailing == nullptr && !outcome.failures.empty() ? &recording : firstFailing;
-            firstWithError =
-                firstWithError == nullptr && outcome.error ? &recording : firstWithError;
-        }
-        table.addRow(
-            {{std::to_string(number + 1), true},
-             {firstUsable()->assessments[assessment].name},
-             {std::to_string(of(Mark::Failed, counts) + of(Mark::Warned, counts) +
-                             of(Mark::Informed, counts)),
-              true},
-             {std::to_string(of(Mark::NoResult, counts)), true},
-             {firstFailing == nullptr ? "-" : failureText(*firstFailing, assessment), true},
-             {firstFailing == nullptr ? "-" : nameOf(*firstFailing)}});
-        if (firstWithError != nullptr) {
+        const AssessmentSummary& assessment = run_.assessments()[columns_[number]];
+        const MarkCounts& marks = assessment.marks;
+        const auto& failure = assessment.failure;
+        table.addRow({{std::to_string(number + 1), true},
+                      {assessment.name},
+                      {std::to_string(of(Mark::Failed, marks) + of(Mark::Warned, marks) +
+                                      of(Mark::Informed, marks)),
+                       true},
+                      {std::to_string(of(Mark::NoResult, marks)), true},
+                      {failure ? failure->text : "-", true},
+                      {failure ? withoutControls(failure->recording) : "-"}});
+        if (const auto& error = assessment.error) {
             table.addNote("could not be assessed on " +
-                          countText(of(Mark::Error, counts), "recording", "recordings") +
-                          ", the first " + nameOf(*firstWithError) + ":");
-            table.addNote(firstWithError->assessments[assessment].error->what());
+                          countText(of(Mark::Error, marks), "recording", "recordings") +
+                          ", the first " + withoutControls(error->recording) + ":");
+            table.addNote(error->text);
         }
     }
 
-    static std::string failureText(const RecordingOutcome& recording, std::size_t assessment) {
-        const ExactTime start = recording.assessments[assessment].failures.front().start;
-        return TimeWriter(recording.times).number(start) + " s";
-    }
-
-    const RunOutcome& run_;
+    const RunSummary& run_;
     const TextTable::Style style_;
+    const std::vector<RecordingMarks> rows_;
     std::vector<std::size_t> columns_;  // assessments, which the numbers count
-    std::vector<std::size_t> rows_;     // recordings
-    std::size_t shownRows_ = 0;
     std::size_t shownColumns_ = 0;
     std::size_t name_ = 0;  // what names and each mark take
     std::size_t cell_ = 1;
@@ -266,7 +194,7 @@ private:
 
 }  // namespace
 
-std::string recordingMatrix(const RunOutcome& run, const TableStyle& style) {
+std::string recordingMatrix(const RunSummary& run, const TableStyle& style) {
     return RecordingMatrix(run, style).text();
 }
 

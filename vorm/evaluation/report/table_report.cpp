@@ -217,8 +217,8 @@ std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what;
 }
 
-std::string summary(const RunOutcome& run) {
-    const VerdictCounts counts = countVerdicts(run);
+std::string summaryText(const RunSummary& run) {
+    const VerdictCounts& counts = run.counts();
     std::string text = counted(counts.passed, "passed") + ", " + counted(counts.failed, "failed");
     const auto add = [&](std::size_t count, const std::string& what) {
         text += count > 0 ? ", " + counted(count, what) : "";
@@ -228,7 +228,7 @@ std::string summary(const RunOutcome& run) {
     add(counts.open, "open");
     add(counts.noResult, "without result");
     add(counts.errors, "could not be assessed");
-    const std::size_t recordings = run.recordings.size();
+    const std::size_t recordings = run.recordings();
     return (recordings > 1 ? counted(recordings, "recordings: ") : "") + text + "\n";
 }
 
@@ -255,19 +255,26 @@ std::string TableReport::recording(const RecordingOutcome& outcome) const {
                       : recordingText(outcome, strict_, style_) + "\n";
 }
 
-std::string TableReport::end(const RunOutcome& run) const {
+std::string TableReport::end(const RunSummary& run) const {
     const std::string matrix = recordings_ > 1 ? recordingMatrix(run, style_) : "";
     return (hasLines() ? "\n" : "") + matrix +
-           indentedLines(summary(run), {"", style_.colours, style_.width});
+           indentedLines(summaryText(run), {"", style_.colours, style_.width});
+}
+
+RunSummary summaryFor(bool strict, const TableStyle& style) {
+    constexpr std::size_t mostRecordings = 40;
+    return {strict, style.verbose ? RunSummary::allRecordings : mostRecordings};
 }
 
 std::string tableReport(const RunOutcome& run, const TableStyle& style) {
     const TableReport report(run, run.recordings.size(), style);
     std::string text = report.begin();
+    RunSummary summary = summaryFor(run.strict, style);
     for (const RecordingOutcome& recording : run.recordings) {
         text += report.recording(recording);
+        summary.add(recording);
     }
-    return text + report.end(run);
+    return text + report.end(summary);
 }
 
 }  // namespace vorm::evaluation

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/evaluation/report/run_summary.hpp>
 
 #include <cstddef>
 #include <optional>
@@ -35,8 +36,8 @@ public:
     /// What stands above the first recording.
     std::string begin() const;
     std::string recording(const RecordingOutcome& outcome) const;
-    /// What stands below the last recording of the run.
-    std::string end(const RunOutcome& run) const;
+    /// What stands below the last recording of the run; the summary is one for this style.
+    std::string end(const RunSummary& run) const;
 
 private:
     bool hasLines() const { return recordings_ > 1 && !style_.verbose; }
@@ -47,6 +48,10 @@ private:
     std::size_t recordings_;
     TableStyle style_;
 };
+
+/// An empty summary that keeps what is shown below the recordings: the worst forty, or all where
+/// the style is verbose.
+RunSummary summaryFor(bool strict, const TableStyle& style);
 
 /// All parts.
 std::string tableReport(const RunOutcome& run, const TableStyle& style = {});

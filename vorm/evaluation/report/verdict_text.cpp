@@ -1,6 +1,5 @@
 #include "verdict_text.hpp"
 
-#include <vorm/evaluation/report/outcome_mark.hpp>
 #include <vorm/evaluation/signal/verdict_name.hpp>
 
 #include <array>
@@ -10,9 +9,8 @@
 namespace vorm::evaluation {
 namespace {
 
-// The count that an assessment belongs to.
-std::size_t& countOf(const AssessmentOutcome& assessment, bool strict, VerdictCounts& counts) {
-    switch (markOf(assessment, strict)) {
+std::size_t& countOf(Mark mark, VerdictCounts& counts) {
+    switch (mark) {
         case Mark::Error:
             return counts.errors;
         case Mark::Failed:
@@ -41,11 +39,15 @@ std::string verdictText(const AssessmentOutcome& outcome) {
     return outcome.error ? "ERROR" : std::string(verdictName(outcome.verdict));
 }
 
+void count(Mark mark, VerdictCounts& counts) {
+    ++countOf(mark, counts);
+}
+
 VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict) {
     VerdictCounts counts;
     counts.errors += recording.error ? 1 : 0;
     for (const AssessmentOutcome& assessment : recording.assessments) {
-        ++countOf(assessment, strict, counts);
+        count(markOf(assessment, strict), counts);
     }
     return counts;
 }

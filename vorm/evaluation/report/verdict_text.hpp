@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/evaluation/report/outcome_mark.hpp>
 
 #include <cstddef>
 #include <optional>
@@ -26,6 +27,9 @@ struct VerdictCounts {
     std::size_t noResult = 0;
     std::size_t errors = 0;
 };
+
+/// Counts one assessment more.
+void count(Mark mark, VerdictCounts& counts);
 
 VerdictCounts countVerdicts(const RunOutcome& run);
 VerdictCounts countVerdicts(const RecordingOutcome& recording, bool strict);

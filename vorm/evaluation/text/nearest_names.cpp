@@ -58,6 +58,17 @@ std::vector<std::string> quoted(std::vector<std::string> names) {
     return names;
 }
 
+// So many names, of which at least as many as are shown are there.
+std::string listedUpTo(std::size_t most, std::size_t count, const std::vector<std::string>& names) {
+    if (count <= most) {
+        return listed(quoted(names));
+    }
+    std::vector<std::string> shown =
+        quoted({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(most - 1)});
+    shown.push_back(std::to_string(count - shown.size()) + " more");
+    return listed(shown);
+}
+
 }  // namespace
 
 std::vector<std::string> nearestNames(std::string_view name,
@@ -93,13 +104,11 @@ std::string listed(const std::vector<std::string>& names) {
 }
 
 std::string quotedList(const std::vector<std::string>& names, std::size_t most) {
-    if (names.size() <= most) {
-        return listed(quoted(names));
-    }
-    std::vector<std::string> shown =
-        quoted({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(most - 1)});
-    shown.push_back(std::to_string(names.size() - shown.size()) + " more");
-    return listed(shown);
+    return listedUpTo(most, names.size(), names);
+}
+
+std::string quotedListOf(std::size_t count, const std::vector<std::string>& first) {
+    return listedUpTo(mostNamesInList, count, first);
 }
 
 }  // namespace vorm::evaluation

@@ -19,7 +19,12 @@ std::string suggestion(std::string_view name, const std::vector<std::string>& ca
 /// `a, b and c`.
 std::string listed(const std::vector<std::string>& names);
 
+inline constexpr std::size_t mostNamesInList = 8;
+
 /// `'a', 'b' and 'c'`; of more than `most` names the last ones are counted: `'a', 'b' and 7 more`.
-std::string quotedList(const std::vector<std::string>& names, std::size_t most = 8);
+std::string quotedList(const std::vector<std::string>& names, std::size_t most = mostNamesInList);
+
+/// The same for so many names, of which the first ones are there: all, or mostNamesInList.
+std::string quotedListOf(std::size_t count, const std::vector<std::string>& first);
 
 }  // namespace vorm::evaluation
