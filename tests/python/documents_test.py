@@ -39,7 +39,9 @@ def blocks_of(name: str) -> list[tuple[str, str]]:
     return BLOCK.findall((ROOT / name).read_text())
 
 
-@pytest.mark.parametrize("name", ["README.md", "docs/python.md", "docs/python_files.md"])
+@pytest.mark.parametrize(
+    "name", ["README.md", "docs/python.md", "docs/python_files.md", "docs/fleets.md"]
+)
 def test_documents_show_what_happens(
     name: str, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ) -> None:

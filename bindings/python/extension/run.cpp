@@ -28,6 +28,11 @@ const RecordingDrawing* Run::drawingOf(std::size_t recording) const {
 
 namespace {
 
+evaluation::RunOutcome withoutRecordings(const File& file, bool strict) {
+    const evaluation::AssessmentFile& content = file.content();
+    return {content.name, content.title, {}, strict, content.parameters};
+}
+
 // Of a run that keeps what it draws: plots of whatever one asks for later.
 RunOptions optionsOf(Run& run, const std::vector<std::string>& only, unsigned jobs, bool robustness,
                      bool strict) {
@@ -47,9 +52,7 @@ RunOptions optionsOf(Run& run, const std::vector<std::string>& only, unsigned jo
 
 Run assess(const File& file, const evaluation::Recording& recording,
            const std::vector<std::string>& only, unsigned jobs, bool robustness, bool strict) {
-    Run run{file,
-            {file.content().name, file.content().title, {}, strict, file.content().parameters},
-            {}};
+    Run run{file, withoutRecordings(file, strict), {}};
     RunOptions options = optionsOf(run, only, jobs, robustness, strict);
     run.outcome.recordings.push_back(unlocked([&](const Progress& progress) {
         options.progress = progress;
@@ -71,6 +74,41 @@ Run read(const File& file, const std::vector<std::vector<std::string>>& recordin
         return evaluation::run(file.content(), sources, options);
     });
     return run;
+}
+
+// A line of JSON for each recording; nothing else is kept.
+std::vector<std::string> lines(const File& file, const std::vector<std::string>& paths,
+                               const std::vector<std::string>& only, unsigned jobs, bool robustness,
+                               bool strict, bool explain) {
+    RunOptions options;
+    options.only = only;
+    options.jobs = jobs;
+    options.robustness = robustness;
+    options.strict = strict;
+    options.explain = explain;
+    const evaluation::RunOutcome about = withoutRecordings(file, strict);
+    const evaluation::RecordingQueue queue{
+        paths.size(), [&](std::size_t i) { return evaluation::RecordingSource{{paths[i]}}; }, {}};
+    std::vector<std::string> lines;
+    workUnlocked([&](const Progress& progress) {
+        options.progress = progress;
+        runEach(file.content(), queue, options,
+                [&](evaluation::RecordingOutcome&& recording, std::size_t) {
+                    lines.push_back(jsonLine(about, recording));
+                });
+    });
+    return lines;
+}
+
+// The line of a recording of which nothing can be known.
+std::string errorLine(const File& file, const std::string& path, const std::string& message,
+                      const std::string& advice, bool strict) {
+    evaluation::InputProblem problem;
+    problem.message = message;
+    problem.where.file = path;
+    problem.advice = advice;
+    return jsonLine(withoutRecordings(file, strict),
+                    {path, evaluation::InputError(std::move(problem)), {}, {}, {}});
 }
 
 // One run of the recordings of several with the same file.
@@ -118,6 +156,10 @@ void addRuns(py::module_& module) {
                                    return results;
                                })
         .def("json", [](const Run& run) { return jsonReport(run.outcome); })
+        .def_static("lines", &lines, py::arg("file"), py::arg("paths"), py::arg("only"),
+                    py::arg("jobs"), py::arg("robustness"), py::arg("strict"), py::arg("explain"))
+        .def_static("error_line", &errorLine, py::arg("file"), py::arg("path"), py::arg("message"),
+                    py::arg("advice"), py::arg("strict"))
         .def("write_html", &writeHtml, py::arg("path"), py::arg("date"), py::arg("most_bytes"));
 }
 

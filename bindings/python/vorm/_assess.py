@@ -42,7 +42,7 @@ def assess(
     """
     known = requirements_of(requirements)
     checked_text(name, "a name")
-    chosen = known.file.chosen(_texts(only, "only"), _texts(skip, "skip"))
+    chosen = chosen_by(known, only, skip)
     jobs = _jobs(jobs)
     paths = paths_in(data)
     if paths is not None:
@@ -54,6 +54,13 @@ def assess(
     )
     run = _vorm.Run.assess(known.file, recording, chosen, jobs, bool(robustness), bool(strict))
     return Run(run, known, [columns.clock])
+
+
+def chosen_by(
+    requirements: Requirements, only: Sequence[str] | str | None, skip: Sequence[str] | str | None
+) -> list[str]:
+    """The names of the assessments that these names, patterns and tags choose."""
+    return requirements.file.chosen(_texts(only, "only"), _texts(skip, "skip"))
 
 
 def _texts(texts: Sequence[str] | str | None, what: str) -> list[str]:

@@ -170,6 +170,18 @@ class Run:
     ) -> Run: ...
     @staticmethod
     def joined(runs: list[Run]) -> Run: ...
+    @staticmethod
+    def lines(
+        file: File,
+        paths: list[str],
+        only: list[str],
+        jobs: int,
+        robustness: bool,
+        strict: bool,
+        explain: bool,
+    ) -> list[str]: ...
+    @staticmethod
+    def error_line(file: File, path: str, message: str, advice: str, strict: bool) -> str: ...
     @property
     def is_strict(self) -> bool: ...
     @property
