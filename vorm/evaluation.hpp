@@ -66,6 +66,7 @@
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/text/natural_order.hpp>
 #include <vorm/evaluation/text/nearest_names.hpp>
+#include <vorm/evaluation/text/output_file.hpp>
 #include <vorm/evaluation/text/shortest_number.hpp>
 #include <vorm/evaluation/text/text_columns.hpp>
 #include <vorm/evaluation/time/counted_time.hpp>

@@ -3,6 +3,7 @@
 #include "commands.hpp"
 #include "json_lines.hpp"
 #include "option_table.hpp"
+#include "terminal.hpp"
 
 #include <vorm/evaluation/text/nearest_names.hpp>
 
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <iostream>
 #include <set>
+#include <sstream>
 #include <thread>
 #include <type_traits>
 
@@ -51,7 +53,9 @@ public:
             requireRecordings();
             refuseOverwriting(options_);
         } catch (const CLI::ParseError& error) {
-            const int code = app_.exit(error, std::cout, std::cerr);
+            std::ostringstream asked;
+            const int code = app_.exit(error, asked, std::cerr);
+            writeToOutput(asked.str());
             return code == 0 ? ExitCode::NothingFailed : ExitCode::WrongUsage;
         }
         return std::move(options_);

@@ -2,19 +2,11 @@
 
 #include <vorm/evaluation/report/json_report.hpp>
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
 namespace assess {
 namespace {
-
-[[noreturn]] void failToWrite(const std::string& path, int error) {
-    vorm::evaluation::InputProblem problem;
-    problem.message = "cannot write '" + path + "': " + std::generic_category().message(error);
-    problem.advice = "give another path, or make room on the disk";
-    throw vorm::evaluation::InputError(std::move(problem));
-}
 
 bool showsLines(const Options& options) {
     return comesInLines(options.format) && (options.output.empty() || options.output == "-");
@@ -45,20 +37,18 @@ JsonLines::JsonLines(const vorm::evaluation::RunOutcome& about, const Options& o
       paths_(jsonLineFiles(options)) {}
 
 void JsonLines::begin(const std::string& path) {
-    std::ios::openmode mode = std::ios::binary;
-    if (earlier_.count() > 0) {
-        std::error_code error;
-        std::filesystem::resize_file(path, earlier_.bytes(), error);
-        if (error) {
-            failToWrite(path, error.value());
-        }
-        mode |= std::ios::app;
+    using vorm::evaluation::OutputFile;
+    if (earlier_.count() == 0) {
+        files_.emplace_back(path, OutputFile::Start::Empty, path);
+        return;
     }
-    errno = 0;
-    files_.push_back({path, std::ofstream(path, mode)});
-    if (!files_.back().stream) {
-        failToWrite(path, errno);
+    std::error_code error;
+    std::filesystem::resize_file(path, earlier_.bytes(), error);
+    if (error) {
+        vorm::evaluation::failToWrite("'" + path + "'", error.value(),
+                                      vorm::evaluation::anotherPath);
     }
+    files_.emplace_back(path, OutputFile::Start::End, path);
 }
 
 void JsonLines::add(const vorm::evaluation::RecordingOutcome& recording) {
@@ -74,12 +64,8 @@ void JsonLines::add(const vorm::evaluation::RecordingOutcome& recording) {
         progress_.clear();
         writeResults(options_, line);
     }
-    for (File& file : files_) {
-        errno = 0;
-        file.stream << line << std::flush;
-        if (!file.stream) {
-            failToWrite(file.path, errno);
-        }
+    for (vorm::evaluation::OutputFile& file : files_) {
+        file.write(line);
     }
 }
 

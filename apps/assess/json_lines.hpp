@@ -5,8 +5,8 @@
 #include "terminal.hpp"
 
 #include <vorm/evaluation/assessment/outcome.hpp>
+#include <vorm/evaluation/text/output_file.hpp>
 
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -32,11 +32,6 @@ public:
     void add(const vorm::evaluation::RecordingOutcome& recording);
 
 private:
-    struct File {
-        std::string path;
-        std::ofstream stream;
-    };
-
     void begin(const std::string& path);
 
     const vorm::evaluation::RunOutcome& about_;
@@ -45,7 +40,7 @@ private:
     ProgressLine& progress_;
     bool isShown_;  // on standard output
     std::vector<std::string> paths_;
-    std::vector<File> files_;  // as many, once there is a line
+    std::vector<vorm::evaluation::OutputFile> files_;  // as many, once there is a line
 };
 
 }  // namespace assess

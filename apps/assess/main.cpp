@@ -2,6 +2,10 @@
 #include "commands.hpp"
 #include "terminal.hpp"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -44,10 +48,28 @@ void keepFreedMemory() {
 #endif
 }
 
+// A file that got the number of a closed stream would get what is meant for the stream. What takes
+// its place can be neither read nor written as the stream would be.
+void occupyClosedStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) < 0) {
+            ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+}
+
+// Beyond a limit of their size files are full, which writing tells; the signal would end the
+// program before it has cleaned up.
+void takeSizeLimitsAsErrors() {
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
 }  // namespace
 }  // namespace assess
 
 int main(int argc, char** argv) {
+    assess::occupyClosedStreams();
+    assess::takeSizeLimitsAsErrors();
     assess::keepFreedMemory();
     return static_cast<int>(assess::program(argc, argv));
 }

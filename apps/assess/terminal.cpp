@@ -4,6 +4,7 @@
 
 #include <vorm/evaluation/text/characters.hpp>
 #include <vorm/evaluation/text/file_text.hpp>
+#include <vorm/evaluation/text/output_file.hpp>
 #include <vorm/evaluation/text/text_columns.hpp>
 
 #include <sys/ioctl.h>
@@ -137,13 +138,12 @@ void writeResults(const Options& options, const std::string& results) {
         vorm::evaluation::writeFile(options.output, results);
         return;
     }
-    std::cout << results << std::flush;
-    if (!std::cout) {
-        vorm::evaluation::InputProblem problem;
-        problem.message = "cannot write the results to standard output";
-        problem.advice = "make room on the disk, or write them to a file with --output";
-        throw vorm::evaluation::InputError(problem);
-    }
+    writeToOutput(results);
+}
+
+void writeToOutput(const std::string& text) {
+    vorm::evaluation::writeAll(STDOUT_FILENO, text, "the results to standard output",
+                               "write them to a file with --output");
 }
 
 }  // namespace assess

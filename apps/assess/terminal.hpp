@@ -57,4 +57,7 @@ void noteReading(const std::vector<std::string>& remarks, const std::vector<std:
 /// that fails.
 void writeResults(const Options& options, const std::string& results);
 
+/// Writes to standard output. Throws vorm::evaluation::InputError where that fails.
+void writeToOutput(const std::string& text);
+
 }  // namespace assess

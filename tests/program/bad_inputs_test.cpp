@@ -111,11 +111,25 @@ TEST_F(BadInputs, PathsThatCannotBeUsedAreNamed) {
              {"run b.toml d.csv", {"'b.toml'", "No such file", "check the path"}},
              {"show a.toml b d.csv", {"a.toml:", "no assessment 'b'", "'a'"}},
              {"run a.toml d.csv -o none/out.txt", {"none/out.txt", "No such file"}},
-             {"run a.toml d.csv >/dev/full", {"cannot write", "standard output"}},
+             {"run a.toml d.csv >/dev/full",
+              {"standard output: No space", "make room", "--output"}},
+             {"run --help >/dev/full", {"cannot write", "standard output: No space"}},
+             {"run a.toml d.csv >&-", {"standard output: Bad file"}},
+             {"run a.toml --recordings - </", {"cannot read '-'", "Is a directory"}},
+             {"run /proc/self/mem d.csv", {"cannot read '/proc/self/mem'", "Input/output"}},
              {"run $(printf '%5000s' x | tr ' ' x) d.csv", {"cannot read", "too long"}},
          }) {
         expectMessage(bad, bad.input, 3);
     }
+}
+
+// Else the table would be written over them.
+TEST_F(BadInputs, AFileDoesNotTakeThePlaceOfClosedOutput) {
+    const std::string lines = "run a.toml d.csv --quiet -f jsonl=lines";
+    EXPECT_EQ(assess(lines).exitCode, 1);
+    const std::string whole = contentOf(folder() / "lines");
+    EXPECT_EQ(assess(lines + " >&-").exitCode, 3);
+    EXPECT_EQ(contentOf(folder() / "lines"), whole);
 }
 
 TEST_F(BadInputs, CommandLinesAreRefused) {

@@ -1,80 +1,67 @@
 #include "file_text.hpp"
 
 #include <vorm/evaluation/text/input_error.hpp>
+#include <vorm/evaluation/text/output_file.hpp>
 
-#include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
-#include <iterator>
-#include <sstream>
+#include <memory>
 #include <system_error>
 
 namespace vorm::evaluation {
 namespace {
 
-[[noreturn]] void fail(const char* action, const std::string& path, const std::string& reason,
-                       const char* advice) {
+[[noreturn]] void failToRead(const std::string& path, int error, const char* advice) {
     InputProblem problem;
-    problem.message = std::string("cannot ") + action + " '" + path + "': " + reason;
+    problem.message = "cannot read '" + path + "': " + std::generic_category().message(error);
     problem.advice = advice;
     throw InputError(std::move(problem));
 }
 
-constexpr const char* writingAdvice = "give another path, or make the folder and its rights fit";
-
-std::string systemReason(int error) {
-    return std::generic_category().message(error);
-}
-
-void writeTo(const std::string& target, const std::string& path, std::string_view content) {
-    errno = 0;
-    std::ofstream out(target, std::ios::binary);
-    out.write(content.data(), static_cast<std::streamsize>(content.size()));
-    out.close();
-    if (!out) {
-        const int error = errno;
-        std::error_code ignored;
-        if (target != path) {
-            std::filesystem::remove(target, ignored);
+struct FileCloser {
+    void operator()(std::FILE* file) const {
+        if (file != stdin) {
+            std::fclose(file);
         }
-        fail("write", path, systemReason(error), writingAdvice);
     }
-}
+};
 
-// Nobody else's file is written to, whatever its name.
-void createNew(const std::string& file, const std::string& path) {
-    const int descriptor = ::open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
-    if (descriptor < 0) {
-        fail("write", path, systemReason(errno), writingAdvice);
+void writeNew(const std::string& temporary, const std::string& path, std::string_view content) {
+    OutputFile out(temporary, OutputFile::Start::New, path);
+    try {
+        out.write(content);
+        out.close();
+    } catch (const InputError&) {
+        std::error_code ignored;
+        std::filesystem::remove(temporary, ignored);
+        throw;
     }
-    ::close(descriptor);
 }
 
 }  // namespace
 
 std::string readFile(const std::string& path) {
     constexpr const char* advice = "check the path and the rights of the file";
-    std::ostringstream content;
-    if (path == "-") {
-        content << std::cin.rdbuf();
-        return std::move(content).str();
-    }
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
-        fail("read", path, systemReason(EISDIR), "give the path of a file");
+    if (path != "-" && std::filesystem::is_directory(path, ignored)) {
+        failToRead(path, EISDIR, "give the path of a file");
     }
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        fail("read", path, systemReason(errno), advice);
+    const std::unique_ptr<std::FILE, FileCloser> file(
+        path == "-" ? stdin : std::fopen(path.c_str(), "rbe"));
+    if (file == nullptr) {
+        failToRead(path, errno, advice);
     }
-    std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (in.bad()) {
-        fail("read", path, systemReason(errno), advice);
+    std::string text;
+    std::array<char, 1 << 14> block{};
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get())) {
+        text.append(block.data(), count);
+    }
+    if (std::ferror(file.get()) != 0) {
+        failToRead(path, errno, advice);
     }
     return text;
 }
@@ -84,15 +71,16 @@ void writeFile(const std::string& path, std::string_view content) {
     const auto old = std::filesystem::status(path, error);
     const bool isFile = old.type() == std::filesystem::file_type::regular;
     if (old.type() != std::filesystem::file_type::not_found && !isFile) {
-        writeTo(path, path, content);
+        OutputFile out(path, OutputFile::Start::Empty, path);
+        out.write(content);
+        out.close();
         return;
     }
     // What a link points at is replaced, not the link.
     const std::string target = isFile ? std::filesystem::canonical(path, error).string() : path;
     // In the same folder, since a file can only be renamed within its file system.
     const std::string temporary = target + "." + std::to_string(::getpid()) + ".part";
-    createNew(temporary, path);
-    writeTo(temporary, path, content);
+    writeNew(temporary, path, content);
     if (isFile) {
         std::filesystem::permissions(temporary, old.permissions(), error);
     }
@@ -100,7 +88,7 @@ void writeFile(const std::string& path, std::string_view content) {
     if (error) {
         std::error_code ignored;
         std::filesystem::remove(temporary, ignored);
-        fail("write", path, error.message(), writingAdvice);
+        failToWrite("'" + path + "'", error.value(), anotherPath);
     }
 }
 
