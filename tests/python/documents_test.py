@@ -39,9 +39,34 @@ def blocks_of(name: str) -> list[tuple[str, str]]:
     return BLOCK.findall((ROOT / name).read_text())
 
 
-@pytest.mark.parametrize(
-    "name", ["README.md", "docs/python.md", "docs/python_files.md", "docs/fleets.md"]
-)
+# Who runs the blocks of a language, by the first word of the fence.
+RUN_HERE = {
+    "README.md",
+    "docs/python.md",
+    "docs/python_files.md",
+    "docs/fleets.md",
+    "docs/exactness.md",
+}
+RUN_ELSEWHERE = {
+    ("README.md", "toml"): "tests/examples/check_readme",
+    ("README.md", "cmake"): "tests/consumer/CMakeLists.txt",
+    ("docs/tutorial.md", "console"): "tests/examples/check_tutorial",
+    ("docs/tutorial.md", "toml"): "tests/examples/check_tutorial",
+}
+
+
+def test_every_block_has_a_runner() -> None:
+    pages = [ROOT / "README.md", *(ROOT / "docs").rglob("*.md")]
+    for page in pages:
+        name = str(page.relative_to(ROOT))
+        for language in re.findall(r"^```(\w+)", page.read_text(), re.MULTILINE):
+            is_run = language == "python" and name in RUN_HERE
+            assert (
+                is_run or language == "text" or (name, language) in RUN_ELSEWHERE
+            ), f"nobody runs the blocks in {language} of {name}"
+
+
+@pytest.mark.parametrize("name", sorted(RUN_HERE))
 def test_documents_show_what_happens(
     name: str, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ) -> None:

@@ -101,7 +101,12 @@ struct FormulaNames {
     ExactTime tick = second;
     /// Whether the signal of that name is held or linear, or nothing where that is not known.
     std::function<std::optional<assessments::INTERPOLATION_METHOD>(const std::string&)>
-        interpolation = [](const std::string&) { return std::nullopt; };
+        interpolation = unknownInterpolation;
+
+    static std::optional<assessments::INTERPOLATION_METHOD> unknownInterpolation(
+        const std::string& /*signal*/) {
+        return std::nullopt;
+    }
 };
 
 /// A formula whose parts fit together.
