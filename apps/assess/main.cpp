@@ -5,10 +5,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <new>
+#include <string_view>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -16,6 +19,22 @@
 
 namespace assess {
 namespace {
+
+// Libraries that the program uses take a failed allocation for the end of a text, or fail where
+// they free: nothing that came after it could be trusted. Reports are written without an allocation
+// between the beginning and the end of a file, so that none is left in part.
+[[noreturn]] void endWithoutMemory() {
+    static std::atomic_flag isEnding;
+    constexpr std::string_view message =
+        "assess: out of memory\n  run on fewer recordings at a time, or with --jobs 1\n";
+    // Of several threads the first one ends the program, and where nobody sees the message its exit
+    // code tells.
+    while (isEnding.test_and_set()) {
+        ::pause();
+    }
+    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, message.data(), message.size());
+    std::_Exit(static_cast<int>(ExitCode::UnusableInput));
+}
 
 ExitCode program(int argc, const char* const* argv) {
     try {
@@ -31,8 +50,7 @@ ExitCode program(int argc, const char* const* argv) {
     } catch (const vorm::evaluation::InputError& error) {
         std::cerr << messageOf(error) << "\n";
     } catch (const std::bad_alloc&) {
-        std::cerr
-            << "assess: out of memory\n  run on fewer recordings at a time, or with --jobs 1\n";
+        endWithoutMemory();
     } catch (const std::exception& error) {
         std::cerr << "assess: unexpected failure: " << error.what() << "\n";
     }
@@ -70,6 +88,7 @@ void takeSizeLimitsAsErrors() {
 int main(int argc, char** argv) {
     assess::occupyClosedStreams();
     assess::takeSizeLimitsAsErrors();
+    std::set_new_handler(assess::endWithoutMemory);
     assess::keepFreedMemory();
     return static_cast<int>(assess::program(argc, argv));
 }

@@ -4,6 +4,7 @@
 #include <vorm/evaluation/formula/formula.hpp>
 
 #include <algorithm>
+#include <new>
 #include <vector>
 
 namespace vorm::evaluation {
@@ -52,6 +53,8 @@ FormulaError evaluationError(const std::exception_ptr& failure, TextSpan span,
         const Failure unwoundFailure = unwound(error);
         return {std::string(prefix) + unwoundFailure.fault->what(), span,
                 adviceFor(unwoundFailure.formulas, times)};
+    } catch (const std::bad_alloc&) {
+        throw;  // no fault of the formula
     } catch (const std::exception& error) {
         return {std::string(prefix) + error.what(), span};
     }

@@ -2,6 +2,8 @@
 
 #include <vorm/assessments/errors/evaluation_exception.hpp>
 
+#include <new>
+
 namespace vorm::evaluation {
 
 using namespace assessments;
@@ -12,6 +14,8 @@ std::exception_ptr wrapped(const std::exception_ptr& failure, const Expression& 
     try {
         try {
             std::rethrow_exception(failure);
+        } catch (const std::bad_alloc&) {
+            throw;
         } catch (...) {
             evaluation_exception_dispatcher(formula);
             throw;

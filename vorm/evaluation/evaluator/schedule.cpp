@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
 #include <queue>
 #include <system_error>
@@ -20,6 +21,17 @@ public:
             if (missingOperands_.back() == 0) {
                 ready_.push(vertex);
             }
+        }
+    }
+
+    // What the thread of a helper throws is thrown by those that wait for it.
+    void help(const std::stop_token& stop) {
+        try {
+            work(stop, [] {});
+        } catch (...) {
+            const std::lock_guard lock(mutex_);
+            failure_ = std::current_exception();
+            changed_.notify_all();
         }
     }
 
@@ -49,7 +61,10 @@ public:
     // Waits until more than `count` vertices are computed; gives how many are.
     std::size_t waitForMoreThan(std::size_t count) {
         std::unique_lock lock(mutex_);
-        changed_.wait(lock, [&] { return finished_ > count; });
+        changed_.wait(lock, [&] { return finished_ > count || failure_; });
+        if (failure_) {
+            std::rethrow_exception(failure_);
+        }
         return finished_;
     }
 
@@ -83,6 +98,7 @@ private:
     std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> ready_;
     std::size_t begun_ = 0;
     std::size_t finished_ = 0;
+    std::exception_ptr failure_;
 };
 
 }  // namespace
@@ -105,8 +121,7 @@ void runSchedule(const FormulaGraph& graph, const EvaluationOptions& options,
     std::vector<std::jthread> threads;
     try {
         for (std::size_t i = 0; i < std::min<std::size_t>(options.jobs, total); ++i) {
-            threads.emplace_back(
-                [&schedule](const std::stop_token& stop) { schedule.work(stop, [] {}); });
+            threads.emplace_back([&schedule](const std::stop_token& stop) { schedule.help(stop); });
         }
     } catch (const std::system_error&) {
         // The threads that there are do all the work.

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <sstream>
+#include <new>
 #include <vector>
 
 namespace vorm::evaluation {
@@ -27,20 +27,37 @@ std::string xmlText(const std::string& text) {
     return platform::toUtf8(characters);
 }
 
+// Where memory is out the library gives null nodes and goes on without what was to be added.
+void require(bool isAdded) {
+    if (!isAdded) {
+        throw std::bad_alloc();
+    }
+}
+
+pugi::xml_node add(pugi::xml_node parent, const char* name) {
+    const pugi::xml_node node = parent.append_child(name);
+    require(node);
+    return node;
+}
+
 void set(pugi::xml_node node, const char* name, const std::string& value) {
-    node.append_attribute(name).set_value(xmlText(value).c_str());
+    require(node.append_attribute(name).set_value(xmlText(value).c_str()));
 }
 
 void set(pugi::xml_node node, const char* name, std::size_t value) {
-    node.append_attribute(name).set_value(static_cast<unsigned long long>(value));
+    require(node.append_attribute(name).set_value(static_cast<unsigned long long>(value)));
+}
+
+void setText(pugi::xml_node node, const std::string& text) {
+    require(node.text().set(xmlText(text).c_str()));
 }
 
 void addProblem(pugi::xml_node testCase, const char* kind, const std::string& message,
                 const std::string& details) {
-    pugi::xml_node problem = testCase.append_child(kind);
+    pugi::xml_node problem = add(testCase, kind);
     set(problem, "message", message);
     if (!details.empty()) {
-        problem.text().set(xmlText(details).c_str());
+        setText(problem, details);
     }
 }
 
@@ -91,22 +108,22 @@ void addProperties(pugi::xml_node testCase, const AssessmentOutcome& outcome) {
     if (outcome.severity == Severity::Error && outcome.tags.empty()) {
         return;
     }
-    pugi::xml_node properties = testCase.append_child("properties");
-    const auto add = [&](const char* name, const std::string& value) {
-        pugi::xml_node property = properties.append_child("property");
+    pugi::xml_node properties = add(testCase, "properties");
+    const auto addProperty = [&](const char* name, const std::string& value) {
+        pugi::xml_node property = add(properties, "property");
         set(property, "name", std::string(name));
         set(property, "value", value);
     };
-    add("severity", std::string(nameOf(outcome.severity)));
+    addProperty("severity", std::string(nameOf(outcome.severity)));
     for (const std::string& tag : outcome.tags) {
-        add("tag", tag);
+        addProperty("tag", tag);
     }
 }
 
 void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
                    const AssessmentOutcome& outcome, const TimeWriter& times,
                    const std::string& change) {
-    pugi::xml_node testCase = suite.append_child("testcase");
+    pugi::xml_node testCase = add(suite, "testcase");
     set(testCase, "classname", file);
     set(testCase, "name", outcome.name);
     addProperties(testCase, outcome);
@@ -122,9 +139,18 @@ void addAssessment(pugi::xml_node suite, const std::string& file, bool strict,
     }
     const std::string notes = change + notesOf(outcome, times);
     if (!notes.empty()) {
-        testCase.append_child("system-out").text().set(xmlText(notes).c_str());
+        setText(add(testCase, "system-out"), notes);
     }
 }
+
+// A stream would end the text where memory is out, and say nothing.
+struct TextWriter final : pugi::xml_writer {
+    void write(const void* data, std::size_t size) override {
+        text.append(static_cast<const char*>(data), size);
+    }
+
+    std::string text;
+};
 
 // Of all test cases below the node, which are complete.
 void setCounts(pugi::xml_node node) {
@@ -148,9 +174,9 @@ void addParameters(pugi::xml_node suite, const FormulaParameters& parameters) {
     if (parameters.empty()) {
         return;
     }
-    pugi::xml_node properties = suite.append_child("properties");
+    pugi::xml_node properties = add(suite, "properties");
     for (const FormulaParameter& parameter : parameters) {
-        pugi::xml_node property = properties.append_child("property");
+        pugi::xml_node property = add(properties, "property");
         set(property, "name", parameter.name);
         set(property, "value", parameter.value);
     }
@@ -173,11 +199,11 @@ std::string changeText(const BaselineComparison* comparison, const std::string& 
 
 void addRecording(pugi::xml_node suites, const RunOutcome& run,
                   const BaselineComparison* comparison, const RecordingOutcome& recording) {
-    pugi::xml_node suite = suites.append_child("testsuite");
+    pugi::xml_node suite = add(suites, "testsuite");
     set(suite, "name", recording.recording);
     addParameters(suite, run.parameters);
     if (recording.error) {
-        pugi::xml_node testCase = suite.append_child("testcase");
+        pugi::xml_node testCase = add(suite, "testcase");
         set(testCase, "classname", run.file);
         set(testCase, "name", "reading the recording");
         addError(testCase, *recording.error);
@@ -194,15 +220,15 @@ void addRecording(pugi::xml_node suites, const RunOutcome& run,
 
 std::string junitReport(const RunOutcome& run, const BaselineComparison* comparison) {
     pugi::xml_document document;
-    pugi::xml_node suites = document.append_child("testsuites");
+    pugi::xml_node suites = add(document, "testsuites");
     set(suites, "name", run.title.empty() ? run.file : run.title);
     for (const RecordingOutcome& recording : run.recordings) {
         addRecording(suites, run, comparison, recording);
     }
     setCounts(suites);
-    std::ostringstream text;
-    document.save(text, "  ", pugi::format_default, pugi::encoding_utf8);
-    return std::move(text).str();
+    TextWriter writer;
+    document.save(writer, "  ", pugi::format_default, pugi::encoding_utf8);
+    return std::move(writer.text);
 }
 
 }  // namespace vorm::evaluation

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <concepts>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -159,9 +158,8 @@ std::string linesOn(const FileSurvey& file, const std::string& recording) {
         text += withoutControls(warning) + "\n";
     }
     if (file.timeProblem) {
-        std::istringstream lines(file.timeProblem->what());
-        for (std::string line; std::getline(lines, line);) {
-            text += line + "\n";
+        for (const std::string_view line : linesOf(file.timeProblem->what())) {
+            text += std::string(line) + "\n";
         }
         text += "times below are the numbers of rows\n";
     }

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <sstream>
 
 namespace vorm::evaluation {
 namespace {
@@ -117,8 +116,7 @@ private:
     }
 
     void addLines(const std::string& text) {
-        std::istringstream lines(text);
-        for (std::string line; std::getline(lines, line);) {
+        for (const std::string_view line : linesOf(text)) {
             table_.addNote(line);
         }
     }

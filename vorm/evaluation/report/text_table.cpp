@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
-#include <sstream>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -158,11 +157,10 @@ std::optional<std::size_t> usableWidth(std::optional<std::size_t> width) {
 }
 
 std::string indentedLines(std::string_view text, const TextTable::Style& style) {
-    std::istringstream lines{std::string(text)};
     std::string shown;
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string_view line : linesOf(text)) {
         if (!style.width) {
-            shown += style.indent + line + "\n";
+            shown += style.indent + std::string(line) + "\n";
             continue;
         }
         const std::size_t room = *style.width - std::min(style.indent.size(), *style.width / 2);

@@ -6,6 +6,7 @@
 #define ZLIB_CONST
 #include <zlib.h>
 #include <zstd.h>
+#include <zstd_errors.h>
 
 #include <algorithm>
 #include <new>
@@ -50,6 +51,8 @@ public:
         step.endsMember = result == Z_STREAM_END;
         if (step.endsMember) {
             inflateReset(&stream_);
+        } else if (result == Z_MEM_ERROR) {
+            throw std::bad_alloc();
         } else if (result != Z_OK && result != Z_BUF_ERROR) {
             step.problem = stream_.msg == nullptr ? zError(result) : stream_.msg;
         }
@@ -85,6 +88,9 @@ public:
         ZSTD_outBuffer output{to, most, 0};
         const std::size_t result = ZSTD_decompressStream(stream_, &output, &input);
         DecodingStep step{input.pos, output.pos, result == 0};
+        if (ZSTD_getErrorCode(result) == ZSTD_error_memory_allocation) {
+            throw std::bad_alloc();
+        }
         if (ZSTD_isError(result) != 0) {
             step.problem = ZSTD_getErrorName(result);
         }

@@ -11,6 +11,7 @@
 #include <bit>
 #include <cerrno>
 #include <cstdint>
+#include <new>
 #include <span>
 #include <utility>
 #include <vector>
@@ -26,6 +27,9 @@ public:
     explicit Conversion(const std::string& encoding)
         : descriptor_(iconv_open("UTF-8", encoding.c_str())) {
         if (std::bit_cast<std::intptr_t>(descriptor_) == -1) {
+            if (errno == ENOMEM) {
+                throw std::bad_alloc();
+            }
             failAt({}, "this system has no conversion from " + encoding,
                    "convert the file to UTF-8");
         }

@@ -3,6 +3,7 @@
 #include <vorm/evaluation/text/input_error.hpp>
 #include <vorm/evaluation/text/output_file.hpp>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -30,14 +31,34 @@ struct FileCloser {
     }
 };
 
-void writeNew(const std::string& temporary, const std::string& path, std::string_view content) {
+// In the same folder, since a file can only be renamed within its file system. What a killed run
+// has left behind may be of a process of the same number: in containers they begin anew.
+std::string temporaryFor(const std::string& target) {
+    const std::string stem = target + "." + std::to_string(::getpid());
+    std::string name = stem + ".part";
+    std::error_code ignored;
+    for (int i = 1; std::filesystem::exists(std::filesystem::symlink_status(name, ignored)); ++i) {
+        name = stem + "-" + std::to_string(i) + ".part";
+    }
+    return name;
+}
+
+// Nothing is allocated from the first byte up to the new name: a program that ends where memory is
+// out leaves no part of a file behind.
+void replace(const std::string& target, const std::string& temporary, const std::string& path,
+             std::string_view content, const mode_t* rights) {
     OutputFile out(temporary, OutputFile::Start::New, path);
     try {
         out.write(content);
         out.close();
+        // The rights of others' files cannot always be kept.
+        [[maybe_unused]] const bool kept =
+            rights == nullptr || ::chmod(temporary.c_str(), *rights) == 0;
+        if (::rename(temporary.c_str(), target.c_str()) != 0) {
+            failToWrite("'" + path + "'", errno, anotherPath);
+        }
     } catch (const InputError&) {
-        std::error_code ignored;
-        std::filesystem::remove(temporary, ignored);
+        ::unlink(temporary.c_str());
         throw;
     }
 }
@@ -78,18 +99,11 @@ void writeFile(const std::string& path, std::string_view content) {
     }
     // What a link points at is replaced, not the link.
     const std::string target = isFile ? std::filesystem::canonical(path, error).string() : path;
-    // In the same folder, since a file can only be renamed within its file system.
-    const std::string temporary = target + "." + std::to_string(::getpid()) + ".part";
-    writeNew(temporary, path, content);
-    if (isFile) {
-        std::filesystem::permissions(temporary, old.permissions(), error);
-    }
-    std::filesystem::rename(temporary, target, error);
-    if (error) {
-        std::error_code ignored;
-        std::filesystem::remove(temporary, ignored);
+    if (isFile && error) {
         failToWrite("'" + path + "'", error.value(), anotherPath);
     }
+    const auto rights = static_cast<mode_t>(old.permissions());
+    replace(target, temporaryFor(target), path, content, isFile ? &rights : nullptr);
 }
 
 }  // namespace vorm::evaluation
