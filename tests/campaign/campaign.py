@@ -5,7 +5,6 @@ from __future__ import annotations
 import json
 import math
 import os
-import re
 import subprocess
 import sys
 import tempfile
@@ -83,7 +82,7 @@ def content(path: Path) -> bytes | None:
 
 def temporaries(folder: Path) -> list[str]:
     """The names under which reports are written before they take their place."""
-    return [name for name in os.listdir(folder) if re.search(r"\.\d+\.part$", name)]
+    return [name for name in os.listdir(folder) if name.endswith(".part")]
 
 
 class _Islands(HTMLParser):

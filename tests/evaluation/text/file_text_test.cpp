@@ -2,6 +2,7 @@
 #include <vorm/evaluation/text/input_error.hpp>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -10,9 +11,13 @@
 namespace vorm::evaluation {
 namespace {
 
-TEST(FileText, FailedWritesLeaveTheOldFileAlone) {
+std::filesystem::path newFolder() {
     std::string pattern = (std::filesystem::temp_directory_path() / "vorm_XXXXXX").string();
-    const std::filesystem::path folder = ::mkdtemp(pattern.data());
+    return ::mkdtemp(pattern.data());
+}
+
+TEST(FileText, FailedWritesLeaveTheOldFileAlone) {
+    const std::filesystem::path folder = newFolder();
     std::filesystem::create_directories(folder / "taken");
     const std::string path = (folder / "a.txt").string();
     writeFile(path, "old");
@@ -26,6 +31,19 @@ TEST(FileText, FailedWritesLeaveTheOldFileAlone) {
         files += entry.is_regular_file() ? 1 : 0;
     }
     EXPECT_EQ(files, 1) << "no part of a file is left behind";
+    std::filesystem::remove_all(folder);
+}
+
+TEST(FileText, WhatAKilledProcessOfTheSameNumberLeftIsNotInTheWay) {
+    const std::filesystem::path folder = newFolder();
+    const std::string path = (folder / "a.txt").string();
+    const std::string left = path + "." + std::to_string(::getpid()) + ".part";
+    writeFile(left, "hal");
+    for (const char* const text : {"one", "two"}) {
+        writeFile(path, text);
+        EXPECT_EQ(readFile(path), text);
+        EXPECT_EQ(readFile(left), "hal");
+    }
     std::filesystem::remove_all(folder);
 }
 
