@@ -175,11 +175,13 @@ private:
     // An input that the results would take the place of is lost, however good they are.
     static void refuseOverwriting(const Options& options) {
         refuseInput(options, "--output", options.output, comesInLines(options.format));
+        // What the system cannot resolve is no other file for that.
         const auto plain = [](const std::string& path) {
-            std::error_code ignored;
-            return path.empty() ? std::filesystem::path()
-                                : std::filesystem::weakly_canonical(
-                                      std::filesystem::absolute(path, ignored), ignored);
+            std::error_code error;
+            const auto resolved = path.empty() ? std::filesystem::path()
+                                               : std::filesystem::weakly_canonical(
+                                                     std::filesystem::absolute(path, error), error);
+            return error ? std::filesystem::path(path).lexically_normal() : resolved;
         };
         std::set<std::filesystem::path> outputs{plain(options.output)};
         for (const auto& [format, path] : options.reports) {

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <new>
 
 namespace vorm::test {
 namespace {
@@ -374,6 +375,18 @@ TEST_F(EvaluatorTest, FailuresNameTheWayToTheFault) {
         EXPECT_FALSE(results[1].failure);
         EXPECT_EQ(chain(results[2]).size(), 2U);
         EXPECT_EQ(chain(results[3]), names);
+    }
+}
+
+// Taken for a failure of one formula, it could be told of none.
+TEST_F(EvaluatorTest, MissingMemoryIsNoFailureOfAFormula) {
+    const Expression x = signal(1, "x");
+    const evaluation::SignalLookup withoutMemory = [](const variable&) -> SharedPieces {
+        throw std::bad_alloc();
+    };
+    for (const unsigned jobs : {1U, 4U}) {
+        EXPECT_THROW(evaluate({{&x, boolean}, {&x, leastRobustness}}, withoutMemory, {jobs, {}}),
+                     std::bad_alloc);
     }
 }
 

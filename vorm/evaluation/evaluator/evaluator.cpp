@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace vorm::evaluation {
@@ -74,6 +75,8 @@ private:
             }
             outcome.value =
                 evaluateNode(*vertex.formula, vertex.meaning, operands, signals_, timeline_);
+        } catch (const std::bad_alloc&) {
+            throw;  // no fault of this formula, nor one that others of its meanings share
         } catch (...) {
             outcome.fault = std::current_exception();
         }

@@ -65,6 +65,8 @@ using ResultConsumer = std::function<void(std::size_t, EvaluationResult)>;
 /// of them once for each meaning, its trace freed as soon as nothing needs it any more. Signals are
 /// shared, not copied. The results do not depend on the number of jobs. Linear in the formulas.
 ///
+/// Throws std::bad_alloc where memory is out, whichever thread misses it.
+///
 /// Truth is that of Kleene's strong logic: it is decided wherever what is known decides it,
 /// whatever the rest may be. A number is known where all that it is made of lies in one piece of
 /// each operand. A quantity without samples has no type to tell truth from numbers: it gives no
