@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import pickle
 from collections.abc import Callable
 from typing import Any
@@ -390,7 +391,10 @@ def test_errors_and_requirements_are_values() -> None:
     assert repr(again) == "<Requirements 'requirements': 'x'>"
 
 
-@settings(max_examples=400, deadline=None, suppress_health_check=list(HealthCheck))
+ARRAYS = int(os.environ.get("VORM_PYTHON_ARRAYS", "400"))
+
+
+@settings(max_examples=ARRAYS, deadline=None, suppress_health_check=list(HealthCheck))
 @given(
     values=hnp.arrays(
         st.one_of(

@@ -15,6 +15,7 @@ from typing import Any
 
 import dask
 import distributed
+import numpy as np
 import pytest
 import vorm
 from vorm import fleet
@@ -102,6 +103,19 @@ def test_equals_the_program_and_does_only_what_is_missing(
         assert list(verdicts.columns) == list(frame.columns)
         assert verdicts.astype(frame.dtypes).equals(frame)
         assert len(run.errors) == run.counts["unreadable"] > 0
+
+    infinite = vorm.parse(
+        {
+            "assessment": [
+                {"name": "true", "formula": "true | speed > 0"},
+                {"name": "finite", "formula": "speed > 0"},
+            ]
+        }
+    )
+    robustness = fleet.assess(infinite, recordings[:3], robustness=True).verdicts["robustness"]
+    frame = vorm.assess(infinite, recordings[:3], robustness=True).verdicts
+    assert robustness.equals(frame["robustness"])
+    assert np.isinf(robustness[0]) and np.isfinite(robustness[1])
 
     # Without a part, with a torn one, and with a recording that has changed since.
     before = times_of(folder)

@@ -7,6 +7,7 @@
 
 from __future__ import annotations
 
+import math
 import os
 import tempfile
 from collections import Counter
@@ -55,12 +56,12 @@ class Fleet:
     @property
     def verdicts(self) -> pd.DataFrame:
         """A row for each recording and assessment, with the columns of Run.verdicts, in seconds."""
-        keys = {"open": "no_result"}
-        columns = ["verdict", "severity", "first_failure", "passed", "failed", "open", "robustness"]
+        keys = ["verdict", "severity", "first_failure", "passed", "failed", "no_result"]
+        columns = [*keys[:-1], "open", "robustness"]
         return self._table(
             ["recording", "assessment", *columns],
             lambda line: [
-                [line["recording"], one["name"], *(one[keys.get(name, name)] for name in columns)]
+                [line["recording"], one["name"], *(one[key] for key in keys), _robustness(one)]
                 for one in line["assessments"]
             ],
         ).astype({name: float for name in columns[2:]})
@@ -98,6 +99,13 @@ class Fleet:
     def __repr__(self) -> str:
         counts = ", ".join(f"{count} {name}" for name, count in self.counts.items() if count > 0)
         return f"<Fleet of {len(self)}: {counts or 'nothing'}>"
+
+
+def _robustness(assessment: dict[str, Any]) -> float | None:
+    """JSON has no number for what is infinite."""
+    infinite = {"infinite": math.inf, "minus infinite": -math.inf}
+    known: float | None = assessment["robustness"]
+    return infinite.get(assessment["robustness_error"], known)
 
 
 def assess(
