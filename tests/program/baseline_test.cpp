@@ -135,6 +135,8 @@ TEST_F(BaselineOfRuns, AnotherFileIsRefused) {
         return result.err;
     };
     EXPECT_TRUE(has(errorOf("{\n\"recordings\": ]"), "bad.json:2: is no JSON"));
+    EXPECT_TRUE(
+        has(errorOf("{\"recordings\": 4e4443}"), "bad.json: has a number beyond the range"));
     EXPECT_TRUE(has(errorOf("[]"), "bad.json: is no report of a run"));
     EXPECT_TRUE(has(errorOf(R"({"recordings": [{"recording": "one.csv", "error": null,
         "assessments": [{"name": "p", "verdict": 3, "failures": []}]}]})"),

@@ -35,6 +35,8 @@ JsonValue parsed(const std::string& path) {
             text.begin() + static_cast<std::ptrdiff_t>(std::min(error.byte, text.size()));
         failFor(path, "is no JSON",
                 1 + static_cast<std::size_t>(std::count(text.begin(), end, '\n')));
+    } catch (const JsonValue::out_of_range&) {
+        failFor(path, "has a number beyond the range of a double");
     }
 }
 
