@@ -5,7 +5,9 @@
 
 #include <vorm/evaluation/report/earlier_lines.hpp>
 #include <vorm/evaluation/report/json_report.hpp>
+#include <vorm/evaluation/text/characters.hpp>
 
+#include <algorithm>
 #include <vector>
 
 namespace assess {
@@ -23,6 +25,12 @@ std::string fileToResume(const Options& options) {
             "--resume goes with --format jsonl=FILE and the table alone: other results need all "
             "of what was done before");
     }
+    const auto& recordings = options.recordings;
+    if (std::find(recordings.begin(), recordings.end(), "-") != recordings.end()) {
+        throw WrongUsage(
+            "--resume does not know whether standard input is what it was: give the recording as a "
+            "file");
+    }
     return files.front();
 }
 
@@ -38,7 +46,15 @@ EarlierRun::EarlierRun(const std::string& path, const std::string& fingerprint,
 }
 
 bool EarlierRun::hasDone(const vorm::evaluation::RecordingSource& recording) {
-    const auto line = lines_.find(vorm::evaluation::nameInJson(recording.name()));
+    const std::string name = recording.name();
+    if (vorm::evaluation::nameInJson(name) != name) {
+        vorm::evaluation::failAt(
+            {},
+            vorm::evaluation::shown(name) +
+                " is not in UTF-8, so that a line does not tell it from others",
+            "rename it, or run without --resume");
+    }
+    const auto line = lines_.find(name);
     if (line == lines_.end()) {
         return false;
     }

@@ -13,7 +13,8 @@
 namespace assess {
 
 /// The file of JSON lines after whose lines a run is to go on. Throws WrongUsage where the options
-/// ask for that and there is none, or for results that need what the lines do not tell.
+/// ask for that and there is none, for results that need what the lines do not tell, or for
+/// standard input.
 std::string fileToResume(const Options& options);
 
 /// What a run has done before it was interrupted: the lines that are in its file.
@@ -32,7 +33,8 @@ public:
     /// What whole lines take.
     std::uintmax_t bytes() const { return bytes_; }
 
-    /// Whether a line tells of a recording; each line is used up by one.
+    /// Whether a line tells of a recording; each line is used up by one. Throws InputError for a
+    /// name that is no UTF-8, which a line cannot keep.
     bool hasDone(const vorm::evaluation::RecordingSource& recording);
 
     /// Throws InputError where a line tells of a recording that is none of the run.

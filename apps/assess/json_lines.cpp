@@ -51,14 +51,24 @@ void JsonLines::begin(const std::string& path) {
     files_.emplace_back(path, OutputFile::Start::End, path);
 }
 
+void JsonLines::beginAll() {
+    while (files_.size() < paths_.size()) {
+        begin(paths_[files_.size()]);
+    }
+}
+
+void JsonLines::end() {
+    if (earlier_.count() > 0) {
+        beginAll();
+    }
+}
+
 void JsonLines::add(const vorm::evaluation::RecordingOutcome& recording) {
     if (!isShown_ && paths_.empty()) {
         return;
     }
     // Not before there is something to take the place of what the files hold.
-    while (files_.size() < paths_.size()) {
-        begin(paths_[files_.size()]);
-    }
+    beginAll();
     const std::string line = vorm::evaluation::jsonLine(about_, recording);
     if (isShown_) {
         progress_.clear();

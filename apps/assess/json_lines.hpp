@@ -31,8 +31,12 @@ public:
     /// Throws InputError where it cannot be written.
     void add(const vorm::evaluation::RecordingOutcome& recording);
 
+    /// To be called when all are added: a torn line of the earlier run goes also where none was.
+    void end();
+
 private:
     void begin(const std::string& path);
+    void beginAll();
 
     const vorm::evaluation::RunOutcome& about_;
     const Options& options_;

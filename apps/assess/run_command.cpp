@@ -3,6 +3,7 @@
 #include "json_lines.hpp"
 #include "terminal.hpp"
 
+#include <vorm/evaluation/assessment/assessment_choice.hpp>
 #include <vorm/evaluation/assessment/run.hpp>
 #include <vorm/evaluation/report/baseline.hpp>
 #include <vorm/evaluation/report/html_report.hpp>
@@ -264,7 +265,10 @@ public:
         }
         if (!resumed.empty()) {
             earlier_ = EarlierRun(resumed, results_.outcome.fingerprint,
-                                  [&](const RecordingOutcome& done) { summary_.add(done); });
+                                  [&](const RecordingOutcome& done) {
+                                      requireSameAssessments(done, resumed);
+                                      summary_.add(done);
+                                  });
         }
     }
 
@@ -282,6 +286,17 @@ public:
     }
 
 private:
+    void requireSameAssessments(const RecordingOutcome& done, const std::string& path) const {
+        const auto chosen = chosenAssessments(results_.file, runOptions(options_));
+        const bool areSame = std::equal(
+            chosen.begin(), chosen.end(), done.assessments.begin(), done.assessments.end(),
+            [](const Assessment* one, const auto& outcome) { return one->name == outcome.name; });
+        if (!done.error && !areSame) {
+            failAt({path}, "tells of other assessments than this run has",
+                   "write to another file, or take that line away");
+        }
+    }
+
     void assessAll() {
         RunOptions run = runOptions(options_);
         run.progress = [this](const std::string& text) { progress_.show(text); };
@@ -306,6 +321,7 @@ private:
             take(std::move(recording), count + earlier_.count());
         });
         earlier_.requireAllAsked();
+        lines_.end();
         progress_.clear();
     }
 

@@ -9,8 +9,6 @@
 namespace assess_tests {
 namespace {
 
-const std::string badUtf8 = "\351";
-
 class Resume : public ProgramTest {
 protected:
     Resume() {
@@ -29,9 +27,8 @@ formula = "speed > 15 -> eventually[0, 2 s](speed < 5)"
         write("fails.csv", "time,speed\n0,10\n1,30\n2,10\n");
         write("warns.csv", "time,speed\n0,10\n1,16\n2,10\n9,10\n");
         write("open.csv", "time,speed\n0,10\n1,16\n2,10\n");
-        write("passes" + badUtf8 + ".csv", "time,speed\n0,10\n1,12\n");
-        write("list",
-              "bad.csv\nfails.csv\nwarns.csv\nfails.csv\nopen.csv\npasses" + badUtf8 + ".csv\n");
+        write("passes.csv", "time,speed\n0,10\n1,12\n");
+        write("list", "bad.csv\nfails.csv\nwarns.csv\nfails.csv\nopen.csv\npasses.csv\n");
     }
 
     ProgramResult resumed(const std::string& arguments) const {
@@ -63,6 +60,9 @@ TEST_F(Resume, GivesWhatARunWithoutInterruptionGives) {
         EXPECT_EQ(result.exitCode, 3);
         EXPECT_EQ(summaryOf(result.out), summaryOf(whole.out)) << cut;
     }
+    write("lines", wholeLines + R"({"file": "a.t)");
+    EXPECT_EQ(resumed("--recordings list --strict").exitCode, 3);
+    EXPECT_EQ(lines(), wholeLines) << "there was nothing left to do";
     EXPECT_EQ(shell("rm lines").exitCode, 0);
     EXPECT_EQ(resumed("--recordings list --strict").exitCode, 3);
     EXPECT_EQ(lines(), wholeLines) << "there is nothing to go on after yet";
@@ -116,10 +116,24 @@ TEST_F(Resume, RefusesLinesThatAreOfAnotherRun) {
     write("lines", "time,speed\n");
     expectRefusal("fails.csv", "lines:1: is no line of results");
 
+    // Both read alike in a line.
+    write("b\350.csv", contentOf(folder() / "fails.csv"));
+    write("b\351.csv", contentOf(folder() / "passes.csv"));
+    write("list", "b\351.csv\n");
+    EXPECT_EQ(assess("run a.toml --recordings list -f jsonl=lines").exitCode, 0);
+    write("list", "b\350.csv\nb\351.csv\n");
+    expectRefusal("--recordings list", "is not in UTF-8");
+
+    // Lines of the same run that somebody has edited.
+    EXPECT_EQ(assess("run a.toml fails.csv -f jsonl=lines").exitCode, 1);
+    const std::string whole = lines();
+    write("lines", whole.substr(0, whole.rfind(R"(,{"name":"stops")")) + "]}\n");
+    expectRefusal("fails.csv warns.csv", "lines: tells of other assessments");
+
     for (const char* const usage :
          {"--resume", "--resume -f jsonl", "--resume -f jsonl=one -f jsonl=two",
           "--resume -f jsonl=lines -f html=page", "--resume -f jsonl=lines -o table",
-          "--resume -f jsonl=lines --baseline lines"}) {
+          "--resume -f jsonl=lines --baseline lines", "- --resume -f jsonl=lines < fails.csv"}) {
         EXPECT_EQ(assess("run a.toml fails.csv " + std::string(usage)).exitCode, 2) << usage;
     }
     EXPECT_TRUE(
