@@ -4,6 +4,8 @@
 #include <vorm/evaluation/recording/recording_reading.hpp>
 #include <vorm/evaluation/source/compression.hpp>
 
+#include <source/bytes.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -77,7 +79,7 @@ bool isCompressed(const std::string& content) {
     return !decompressed(textSource(content), "fuzz").compression.empty();
 }
 
-// The same bytes in other blocks are the same recording.
+// The same bytes in other blocks, or compressed, are the same recording.
 std::string outcome(const RecordingFile& file, const RecordingLayout& layout,
                     const ReadingOptions& options, std::size_t blockSize) {
     try {
@@ -103,7 +105,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string content(reinterpret_cast<const char*>(data) + 2, size - 2);
     const bool isJson = (data[1] & 2U) != 0;
-    const RecordingFile file = textFile(isJson ? "fuzz.jsonl" : "fuzz.csv", content);
+    const char* const name = isJson ? "fuzz.jsonl" : "fuzz.csv";
+    const RecordingFile file = textFile(name, content);
     const RecordingLayout layout = layoutOf(data[0], data[1]);
     const ReadingOptions options = optionsOf(data[1]);
     // Damaged blocks are found as early as they are read.
@@ -111,7 +114,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const std::string once = outcome(file, layout, options, ByteWindow::defaultBlockSize);
-    if (once != outcome(file, layout, options, 3)) {
+    const RecordingFile compressed = textFile(name, test::gzipped(content));
+    if (once != outcome(file, layout, options, 3) ||
+        once != outcome(compressed, layout, options, ByteWindow::defaultBlockSize)) {
         std::abort();
     }
     try {
