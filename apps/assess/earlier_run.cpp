@@ -69,8 +69,9 @@ void EarlierRun::requireAllAsked() const {
         vorm::evaluation::failAt(
             {path_},
             "tells of '" + lines_.begin()->first + "', which is none of the recordings of this run",
-            "give all recordings of the run that was interrupted, or write to "
-            "another file");
+            "give all recordings of the run that was interrupted, as they were, or write to "
+            "another "
+            "file");
     }
 }
 

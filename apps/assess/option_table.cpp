@@ -167,7 +167,7 @@ Entries outputs() {
          .commands = {Run, Signals, Init, Show},
          .value = "FILE",
          .isPath = true,
-         .help = "Write the results to this file, whole or not at all",
+         .help = "Write the results to this file, whole or not at all but for the lines of jsonl",
          .check = pathProblem,
          .store = &Options::output},
         {.names = "--resume",

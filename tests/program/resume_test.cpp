@@ -68,6 +68,20 @@ TEST_F(Resume, GivesWhatARunWithoutInterruptionGives) {
     EXPECT_EQ(lines(), wholeLines) << "there is nothing to go on after yet";
 }
 
+TEST_F(Resume, RoundsTimesOfEarlierLinesAsThoseOfItsOwn) {
+    write("a.toml", R"toml(
+[recording]
+interpolation = "linear"
+[[assessment]]
+name = "slow"
+formula = "speed <= 20"
+)toml");
+    write("crosses.csv", "time,speed\n0,10\n0.25,31\n");
+    const std::string table = assess("run a.toml crosses.csv passes.csv -f jsonl=lines").out;
+    ASSERT_TRUE(has(table, "0.119 s")) << table;
+    EXPECT_EQ(summaryOf(resumed("crosses.csv passes.csv").out), summaryOf(table));
+}
+
 TEST_F(Resume, CountsWhatIsDoneButDoesNotLookAtItAgain) {
     EXPECT_EQ(assess("run a.toml fails.csv -f jsonl=lines").exitCode, 1);
     write("fails.csv", "time,speed\n0,10\n");

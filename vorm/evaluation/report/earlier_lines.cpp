@@ -53,6 +53,7 @@ RecordingOutcome recordingIn(const JsonObject& json) {
     RecordingOutcome outcome;
     outcome.recording = json.at("recording").get<std::string>();
     outcome.error = errorIn(json);
+    outcome.times.digits = json.at("time_digits").get<int>();
     for (const JsonObject& assessment : json.at("assessments")) {
         outcome.assessments.push_back(assessmentIn(assessment));
     }

@@ -186,6 +186,7 @@ Json recordingOf(const RecordingOutcome& recording) {
             {"read_as", recording.remarks},
             {"warnings", recording.warnings},
             {"zone", clock ? Json(clock->zoneName()) : Json(nullptr)},
+            {"time_digits", recording.times.digits},
             {"assessments", std::move(assessments)}};
 }
 
