@@ -3,7 +3,9 @@
 from __future__ import annotations
 
 import _thread
+import os
 import pickle
+import resource
 import signal
 import subprocess
 import sys
@@ -246,7 +248,7 @@ def test_other_threads_go_on() -> None:
     during = len(counts) - before
     is_done.set()
     thread.join()
-    assert during > 50
+    assert during > 5, "about one where the interpreter is locked"
 
 
 @pytest.fixture
@@ -266,6 +268,57 @@ def test_an_interrupt_ends_a_long_call(interrupts: None) -> None:
             vorm.evaluate(LONG, data)
     assert time.monotonic() - begin < 2.5
     assert len(vorm.intervals("a < 2", data)) == 0
+
+
+def without_threads() -> None:
+    """A thread's stack takes more than all that the process may have."""
+    _, most = resource.getrlimit(resource.RLIMIT_STACK)
+    resource.setrlimit(resource.RLIMIT_STACK, (1 << 36, most))
+    resource.setrlimit(resource.RLIMIT_AS, (1 << 35, 1 << 35))
+
+
+@pytest.mark.skipif("LD_PRELOAD" in os.environ, reason="sanitizers need room of their own")
+def test_where_the_system_has_no_thread_to_give_the_caller_does_the_work() -> None:
+    code = """
+import threading, vorm
+try:
+    threading.Thread(target=print).start()
+except RuntimeError:
+    print(vorm.intervals("x <= 2", {"x": ([0, 1, 2], [1, 3, 1])}).to_dict("list"))
+"""
+    done = subprocess.run(
+        [sys.executable, "-c", code],
+        preexec_fn=without_threads,
+        env={**os.environ, "OPENBLAS_NUM_THREADS": "1"},
+        capture_output=True,
+        text=True,
+        check=True,
+    )
+    assert done.stdout == "{'start': [1.0], 'end': [2.0]}\n"
+
+
+@pytest.mark.skipif("LD_PRELOAD" in os.environ, reason="sanitizers need room of their own")
+def test_memory_that_runs_out_is_an_error() -> None:
+    code = """
+import resource, sys, vorm
+import numpy as np, pandas
+times = np.arange(300_000) / 100
+data = {"a": (times, np.sin(times))}
+page = int(open("/proc/self/statm").read().split()[0]) * resource.getpagesize()
+resource.setrlimit(resource.RLIMIT_AS, (page + int(sys.argv[1]), resource.RLIM_INFINITY))
+try:
+    vorm.evaluate("integral[0, 3](a) > 0 | a * 2 > abs(a)", data)
+    print("no error")
+except MemoryError:
+    print("MemoryError")
+"""
+    outputs = [
+        subprocess.run(
+            [sys.executable, "-c", code, str(room)], capture_output=True, text=True, check=True
+        ).stdout
+        for room in (100_000, 1_000_000, 3_700_000, 9_300_000, 21_000_000, 4_000_000_000)
+    ]
+    assert outputs == ["MemoryError\n"] * 5 + ["no error\n"]
 
 
 def test_importing_brings_neither_pandas_nor_matplotlib() -> None:

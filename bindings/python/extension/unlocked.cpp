@@ -5,6 +5,7 @@
 #include <atomic>
 #include <chrono>
 #include <future>
+#include <system_error>
 
 namespace vorm::python {
 
@@ -25,7 +26,13 @@ void workUnlocked(const std::function<void(const Progress&)>& work) {
         }
     };
     const py::gil_scoped_release unlock;
-    std::future<void> done = std::async(std::launch::async, work, progress);
+    std::future<void> done;
+    try {
+        done = std::async(std::launch::async, work, progress);
+    } catch (const std::system_error&) {
+        work(progress);  // there is no thread to be had, and so nobody to ask for signals
+        return;
+    }
     while (!isStopped &&
            done.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready) {
         const py::gil_scoped_acquire lock;

@@ -14,7 +14,8 @@ using Progress = std::function<void(const std::string&)>;
 
 /// Does the work in a thread of its own while the caller's lets the interpreter go on and asks it
 /// for signals: a handler of Python that throws, such as that of Ctrl-C, ends the work at its next
-/// call of Progress, and its exception is thrown here. So is what the work throws.
+/// call of Progress, and its exception is thrown here. So is what the work throws. Where the system
+/// has no thread to give, the caller's does the work, and signals wait for its end.
 void workUnlocked(const std::function<void(const Progress&)>& work);
 
 /// The same for work with a result.
