@@ -163,6 +163,16 @@ TEST_F(BadInputs, ABareMemberIsToldToBeQuoted) {
                     "  write 'D' for the member of enumeration mode"));
 }
 
+TEST_F(BadInputs, ASummaryKeepsTheLinesOfAMessage) {
+    write("b.toml", fileWith("rise(brake)"));
+    write("e.csv", drive);
+    EXPECT_TRUE(has(assess("run b.toml d.csv e.csv").out,
+                    "could not be assessed on 2 recordings, the first d.csv:\n"
+                    "     b.toml:3:17: `brake` is double, but 'rise' needs bool\n"
+                    "         rise(brake)\n"
+                    "              ^^^^^\n"));
+}
+
 TEST_F(BadInputs, FailuresBesideThemAreTold) {
     write("bad.csv", "time,speed\n0,1,2\n");
     const ProgramResult result = assess("run a.toml bad.csv d.csv");

@@ -225,6 +225,9 @@ TEST(UglyRecordings, ClocksThatGoBack) {
         {back, "v: double 0:1 1:3 2:2 2.5:5 3:4 known 3", goingBack(TimesBack::Sort),
          ""
          "r.csv: 2 rows stand behind later ones and are sorted"},
+        {"t,v\n0,1\n2,2\n1,3\n", "v: double 0:1 1:3 2:2 known 2", goingBack(TimesBack::Sort),
+         ""
+         "r.csv: 1 row stands behind later ones and is sorted"},
         {"t,v\n0,1\n2,2\n0,3\n1,4\n", "v: double 0:1 2:2 4:3 5:4 known 5",
          goingBack(TimesBack::Shift),
          ""

@@ -35,12 +35,14 @@ std::string TimeOrder::warning() const {
     const std::string rows = std::to_string(count_) + (count_ == 1 ? " row" : " rows");
     switch (count_ == 0 ? TimesBack::Refuse : choice_) {
         case TimesBack::Drop:
-            return rows + " before a time that was reached are left out";
+            return rows + " before a time that was reached " + (count_ == 1 ? "is" : "are") +
+                   " left out";
         case TimesBack::Shift:
             return "times go back " + times + "; the last rows are " + timeWithUnit(shift_) +
                    " later than they say";
         case TimesBack::Sort:
-            return rows + " stand behind later ones and are sorted";
+            return rows + (count_ == 1 ? " stands behind later ones and is sorted"
+                                       : " stand behind later ones and are sorted");
         case TimesBack::Refuse:
         case TimesBack::Split:
             return {};

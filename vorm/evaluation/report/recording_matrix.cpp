@@ -179,7 +179,9 @@ private:
             table.addNote("could not be assessed on " +
                           countText(of(Mark::Error, marks), "recording", "recordings") +
                           ", the first " + withoutControls(error->recording) + ":");
-            table.addNote(error->text);
+            for (const std::string_view line : linesOf(error->text)) {
+                table.addNote(line);
+            }
         }
     }
 
