@@ -130,8 +130,8 @@ def assess(
     what is missing, was interrupted, or has changed: requirements, options, and the sizes and times
     of the recordings' files. All machines must know the paths and the folder by the same names.
     Without a folder the files are temporary, which is for workers of this machine. `progress` is
-    called with how many recordings are done, and with the number of all. The other options are
-    those of vorm.assess.
+    called with how many recordings are done, and with the number of all. With `explain` the lines
+    explain failures. The other options are those of vorm.assess.
 
     A recording that cannot be read, or whose workers die, is among the errors and keeps no other
     from being assessed. Raises Error for requirements and options that cannot be used, and what the
