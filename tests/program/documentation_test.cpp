@@ -85,5 +85,53 @@ TEST_F(Documentation, EveryKeyOfRecordingIsAnOptionOfSignals) {
     EXPECT_EQ(options, keys);
 }
 
+// The indented blocks of a page, without their indentation.
+std::vector<std::string> blocksIn(const std::string& page) {
+    std::vector<std::string> blocks;
+    for (const std::string& block :
+         allOf(contentOf(std::string(VORM_DOCS) + page), "\n\n((    [^\n]*\n)+)")) {
+        blocks.push_back(std::regex_replace("\n" + block, std::regex("\n    "), "\n"));
+    }
+    return blocks;
+}
+
+bool isCommand(const std::string& block) {
+    return std::regex_search(block, std::regex("^\n[^#\\[]*\\bassess run "));
+}
+
+// Those that are no commands, up to an example of output.
+std::string assessmentFileIn(const std::string& page) {
+    std::string file;
+    for (const std::string& block : blocksIn(page)) {
+        file += std::regex_search(block, std::regex("^\n(#|\\[)")) ? block : "";
+    }
+    return file;
+}
+
+TEST_F(Documentation, FilesAndCommandsOfTheReferenceAreUsable) {
+    write("limits.toml", assessmentFileIn("/assessment_files.md"));
+    write("brakes.toml", assessmentFileIn("/reports.md"));
+    const std::string table = "time,Speed,speed,brake\n0,20,20,0\n1,21,21,40\n";
+    write("drive.csv", table);
+    ASSERT_EQ(shell("mkdir drives flights recordings").exitCode, 0);
+    for (const char* name : {"drives/a.csv", "drives/b.csv", "flights/a.csv", "recordings/a.csv"}) {
+        write(name, table);
+    }
+    EXPECT_EQ(assess("run brakes.toml drives/*.csv -f json -o yesterday.json").exitCode, 0);
+    const std::string path = "PATH=$(dirname " VORM_ASSESS "):$PATH; ";
+    int commands = 0;
+    for (const char* page :
+         {"/assessment_files.md", "/reports.md", "/site/continuous_integration.md"}) {
+        for (const std::string& block : blocksIn(page)) {
+            if (isCommand(block)) {
+                ++commands;
+                const ProgramResult result = shell(path + block.substr(0, block.size() - 1));
+                EXPECT_LE(result.exitCode, 1) << block << result.err;
+            }
+        }
+    }
+    EXPECT_EQ(commands, 4);
+}
+
 }  // namespace
 }  // namespace assess_tests
