@@ -214,6 +214,8 @@ TEST(Parameters, RefusalsTellTheValueAndWhereItIsFrom) {
               "there is 'limit', 'timeout', 'bare' and 'flag'"},
              {"x < $", 4, "expected an operand, found the character '$'",
               "a parameter is written $name"},
+             {"x < limit", 4, "unknown signal 'limit'",
+              "write $limit for the value of the parameter"},
          }) {
         SCOPED_TRACE(row.text);
         try {

@@ -77,6 +77,9 @@ public:
     /// well be members of an enumeration. `held(x)` is one besides `x`.
     std::set<std::string> names() const;
 
+    /// Whether the text could have named a parameter by `$name`.
+    bool hasParameter(std::string_view name) const;
+
     /// An error of this text with its place, and with the values of the parameters that its span
     /// holds.
     FormulaError placed(const FormulaError& error) const;

@@ -17,6 +17,10 @@ ParsedFormula::ParsedFormula(std::string text, std::shared_ptr<const FormulaPara
     }
 }
 
+bool ParsedFormula::hasParameter(std::string_view name) const {
+    return parameters_ && findParameter(*parameters_, name) != nullptr;
+}
+
 FormulaError ParsedFormula::placed(const FormulaError& error) const {
     const InputProblem& problem = error.problem();
     const std::string_view marked = std::string_view(text_).substr(

@@ -7,7 +7,10 @@ namespace vorm::evaluation {
 
 void TypeRules::refuseName(const SyntaxNode& node) const {
     const std::string name = recordedName(node.text);
-    throw FormulaError("unknown signal '" + name + "'", node.where, names_.suggestion(name));
+    throw FormulaError("unknown signal '" + name + "'", node.where,
+                       formula_.hasParameter(node.text)
+                           ? "write $" + node.text + " for the value of the parameter"
+                           : names_.suggestion(name));
 }
 
 void TypeRules::refuseClash(const SyntaxNode& node) const {
