@@ -36,7 +36,7 @@ formula = "speed > 15 -> eventually[0, 2 s](speed < 5)"
 
 @pytest.fixture(scope="module")
 def recordings(tmp_path_factory: pytest.TempPathFactory) -> list[str]:
-    """Small ones, of which some cannot be read."""
+    """Small ones, of which some cannot be read, and some lack a signal."""
     folder = tmp_path_factory.mktemp("recordings")
     chance = random.Random(3)
     paths = []
@@ -44,7 +44,8 @@ def recordings(tmp_path_factory: pytest.TempPathFactory) -> list[str]:
         path = folder / f"{number}.csv"
         rows = [f"{i / 10},{chance.uniform(0, 21):.2f}" for i in range(50)]
         if number % 37 != 5:
-            path.write_text("time,speed\n" + "\n".join(rows) + "\n")
+            name = "velocity" if number % 41 == 7 else "speed"
+            path.write_text(f"time,{name}\n" + "\n".join(rows) + "\n")
         paths.append(str(path))
     return paths
 
@@ -57,9 +58,10 @@ def client() -> Iterator[Any]:
         yield client
 
 
-def told(lines: Any) -> list[Any]:
+def told(lines: Any) -> Any:
     """What lines tell of recordings, whoever wrote them."""
-    return [{**line, "file": "", "fingerprint": ""} for line in lines]
+    text = json.dumps([{**line, "fingerprint": ""} for line in lines])
+    return json.loads(text.replace("a.toml", "requirements"))  # as each calls the requirements
 
 
 def expected(program: Path, folder: Path, recordings: list[str]) -> list[Any]:
@@ -70,7 +72,8 @@ def expected(program: Path, folder: Path, recordings: list[str]) -> list[Any]:
         cwd=folder,
         stdout=subprocess.DEVNULL,
     )
-    return told(map(json.loads, (folder / "lines").read_text().splitlines()))
+    lines: list[Any] = told(map(json.loads, (folder / "lines").read_text().splitlines()))
+    return lines
 
 
 def times_of(folder: Path) -> dict[str, int]:
@@ -102,7 +105,8 @@ def test_equals_the_program_and_does_only_what_is_missing(
         verdicts = run.verdicts
         assert list(verdicts.columns) == list(frame.columns)
         assert verdicts.astype(frame.dtypes).equals(frame)
-        assert len(run.errors) == run.counts["unreadable"] > 0
+        assert run.counts["unreadable"] > 0 and run.counts["ERROR"] > 0
+        assert len(run.errors) == run.counts["unreadable"] + run.counts["ERROR"]
 
     infinite = vorm.parse(
         {
@@ -174,15 +178,55 @@ def test_a_recording_that_kills_its_workers_is_one_error(
     assert lines[:17] + lines[18:] == wanted[:17] + wanted[18:]
     assert lines[17]["recording"] == some[17]
     assert "each worker that assessed it died" in lines[17]["error"]
-    # It is not tried again, and without its part it is.
-    assert told(fleet.assess(vorm.parse(TEXT), some[17:18], folder=folder).lines()) == lines[17:18]
-    for part in folder.glob("part-*"):
-        part.unlink()
-    assert told(fleet.assess(vorm.parse(TEXT), some, folder=folder).lines()) == wanted
+    # It is not tried again, and without the part of its batch it is.
+    assert len(times_of(folder)) == 2
+    again = fleet.assess(vorm.parse(TEXT), some, batch=20, folder=folder)
+    assert told(again.lines()) == lines
+    os.unlink(next(path for path in again.parts if path in lines[17]["error"]))
+    assert told(fleet.assess(vorm.parse(TEXT), some, batch=20, folder=folder).lines()) == wanted
+
+
+def test_what_changed_is_assessed_again(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    requirements = vorm.parse(TEXT)
+    passes, fails = "time,speed\n0,1\n1,2\n", "time,speed\n0,1\n1,99\n"
+
+    def failures(*paths: str) -> int:
+        return fleet.assess(requirements, paths, folder=tmp_path / "parts").counts["FAIL"]
+
+    # Beside what is no recording, such as a link that leads nowhere.
+    drive = tmp_path / "drive"
+    drive.mkdir()
+    (drive / "notes").symlink_to(tmp_path / "nowhere")
+    (drive / "a.csv").write_text(passes)
+    assert failures(str(drive)) == 0
+    (drive / "a.csv").write_text(passes + "2,99\n")
+    assert failures(str(drive)) == 1
+
+    # Relative paths are other files in another folder, even of the same size and time.
+    for name, table, count in (("one", passes, 0), ("two", fails.replace("99", "9e9"), 1)):
+        folder = tmp_path / name
+        folder.mkdir()
+        (folder / "a.csv").write_text(table.ljust(40, "\n"))
+        os.utime(folder / "a.csv", (0, 0))
+        monkeypatch.chdir(folder)
+        assert failures("a.csv") == count
+    assert len(times_of(tmp_path / "parts")) == 3
+
+
+def test_workers_refuse_paths_of_another_folder(
+    tmp_path: Path, client: Any, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "a.csv").write_text("time,speed\n0,99\n")
+    with pytest.raises(vorm.Error, match="relative paths are meant in"):
+        fleet.assess(vorm.parse(TEXT), ["a.csv"], client)
+    assert fleet.assess(vorm.parse(TEXT), [tmp_path / "a.csv"], client).counts["FAIL"] == 1
 
 
 def test_refuses_what_cannot_be_used_before_it_starts(tmp_path: Path, client: Any) -> None:
     requirements = vorm.parse(TEXT)
+    with pytest.raises(vorm.Error, match="standard input"):
+        fleet.assess(requirements, ["a.csv", "-"])
     with pytest.raises(vorm.Error, match="paths is one path"):
         fleet.assess(requirements, "a.csv", client)
     with pytest.raises(vorm.Error, match="batch is 0"):

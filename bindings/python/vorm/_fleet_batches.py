@@ -16,6 +16,7 @@ from dataclasses import dataclass, replace
 from typing import Any
 
 from vorm import _vorm
+from vorm._errors import error
 from vorm._requirements import Parameter, Requirements
 
 # What a task reads takes a few seconds.
@@ -36,6 +37,8 @@ class Work:
     strict: bool
     explain: bool
     folder: str
+    place: str
+    """The folder in which relative paths are meant."""
 
     @property
     def file(self) -> _vorm.File:
@@ -91,27 +94,37 @@ def _fitting_size(paths: Sequence[str], cores: int) -> int:
 
 
 def _bytes_of(path: str) -> int:
-    return sum(size for _, size, _ in _state_of(path))
+    return sum(size for _, size, *_ in _state_of(path))
 
 
-def _state_of(path: str) -> list[tuple[str, int, int]]:
-    """What tells that files have changed; nothing of one that is not there."""
+def _state_of(path: str) -> list[tuple[str, int, int, int]]:
+    """What tells that files or their rights have changed; nothing of a folder that cannot be read."""
     try:
         if os.path.isdir(path):
             with os.scandir(path) as entries:
-                return sorted(
-                    (entry.name, entry.stat().st_size, entry.stat().st_mtime_ns)
-                    for entry in entries
-                )
-        known = os.stat(path)
-        return [("", known.st_size, known.st_mtime_ns)]
+                return sorted(_state_of_file(entry.name, entry.path) for entry in entries)
+        return [_state_of_file("", path)]
     except OSError:
         return []
 
 
+def _state_of_file(name: str, path: str) -> tuple[str, int, int, int]:
+    try:
+        known = os.stat(path)
+    except OSError:
+        return (name, 0, 0, 0)  # such as a link that leads nowhere
+    return (name, known.st_size, known.st_mtime_ns, known.st_ctime_ns)
+
+
 def assess_batch(work: Work, batch: Batch, jobs: int = 1) -> Part:
     """Assesses a batch into a part of its own, unless the part is there already."""
-    path = _part_path(work, batch)
+    are_relative = not all(map(os.path.isabs, batch.paths))
+    if are_relative and os.getcwd() != work.place:
+        raise error(
+            f"relative paths are meant in {work.place}, and a worker works in {os.getcwd()}",
+            "give absolute paths",
+        )
+    path = part_path(work, batch)
     if not os.path.exists(path):
         lines = _vorm.Run.lines(
             work.file,
@@ -126,23 +139,39 @@ def assess_batch(work: Work, batch: Batch, jobs: int = 1) -> Part:
     return _part(batch, path)
 
 
-def give_up_on(work: Work, batch: Batch) -> Part:
-    """The part of a batch of one recording that kills each process that assesses it."""
-    path = _part_path(work, batch)
+def give_up_on(work: Work, batch: Batch, whole: str) -> Part:
+    """The part of a batch of one recording that kills each process that assesses it. What is kept of
+    it in the end is in the part `whole`."""
+    path = part_path(work, batch)
     line = _vorm.Run.error_line(
         work.file,
         batch.paths[0],
         "each worker that assessed it died",
-        f"assess it alone to see why; without the file {path} it is tried again",
+        f"assess it alone to see why; without the file {whole} it is tried again",
         work.strict,
     )
     _write(path, [line])
     return _part(batch, path)
 
 
-def _part_path(work: Work, batch: Batch) -> str:
-    """Named by all that its lines depend on: the requirements, and the state of the recordings."""
-    asked = _hash([_vorm.version, repr(replace(work, folder="")), *batch.paths])
+def joined(batch: Batch, path: str, pieces: Sequence[Part]) -> Part:
+    """One part of all those that a batch was cut into, which it takes the place of."""
+    lines: list[str] = []
+    for piece in sorted(pieces, key=lambda piece: piece.start):
+        with open(piece.path, encoding="utf-8") as file:
+            lines.extend(file)
+    _write(path, lines)
+    for piece in pieces:
+        with contextlib.suppress(FileNotFoundError):
+            os.unlink(piece.path)
+    return _part(batch, path)
+
+
+def part_path(work: Work, batch: Batch) -> str:
+    """Named by all that its lines depend on: the requirements, and which recordings these are and
+    their state."""
+    place = "" if all(map(os.path.isabs, batch.paths)) else work.place
+    asked = _hash([_vorm.version, repr(replace(work, folder="", place=place)), *batch.paths])
     state = _hash(repr(_state_of(path)) for path in batch.paths)
     return os.path.join(work.folder, f"part-{asked}-{state}.jsonl")
 

@@ -211,9 +211,9 @@ class Run:
                 "verdict": one.verdict,
                 "severity": one.severity,
                 "first_failure": one.first_failure,
-                "passed": one.passed,
-                "failed": one.failed,
-                "open": one._result.open,
+                "passed": one.passed if one.error is None else np.nan,
+                "failed": one.failed if one.error is None else np.nan,
+                "open": one._result.open if one.error is None else np.nan,
                 "robustness": np.nan if one.robustness is None else one.robustness,
             }
             for one in self._results

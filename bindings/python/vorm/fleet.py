@@ -127,8 +127,8 @@ def assess(
     `client` is one of Dask distributed; without it all cores of this machine work. `batch` is how
     many recordings a task has, by default as many as take some seconds. What became of each batch
     goes into a file of `folder`, whole or not at all; with the same folder a later call does only
-    what is missing, was interrupted, or has changed: requirements, options, and the sizes and times
-    of the recordings' files. All machines must know the paths and the folder by the same names.
+    what is missing, was interrupted, or has changed: requirements, options, and the sizes, times and
+    rights of the recordings' files. All machines must know the paths and the folder by the same names.
     Without a folder the files are temporary, which is for workers of this machine. `progress` is
     called with how many recordings are done, and with the number of all. With `explain` the lines
     explain failures. The other options are those of vorm.assess.
@@ -142,6 +142,8 @@ def assess(
     if isinstance(paths, (str, os.PathLike)):
         raise error("paths is one path", "it is a list of paths: one for each recording")
     names = [path_text(path) for path in paths]
+    if "-" in names:
+        raise error("'-' is standard input", "give the recording as a file")
     if batch is not None and (not isinstance(batch, int) or batch < 1):
         raise error(f"batch is {batch!r}", "it is a number of recordings, at least 1")
     temporary = tempfile.TemporaryDirectory(prefix="vorm-fleet-") if folder is None else None
@@ -156,6 +158,7 @@ def assess(
         bool(strict),
         bool(explain),
         place,
+        os.getcwd(),
     )
     parts: list[Part] = []
 
