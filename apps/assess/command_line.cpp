@@ -175,14 +175,6 @@ private:
     // An input that the results would take the place of is lost, however good they are.
     static void refuseOverwriting(const Options& options) {
         refuseInput(options, "--output", options.output, comesInLines(options.format));
-        // What the system cannot resolve is no other file for that.
-        const auto plain = [](const std::string& path) {
-            std::error_code error;
-            const auto resolved = path.empty() ? std::filesystem::path()
-                                               : std::filesystem::weakly_canonical(
-                                                     std::filesystem::absolute(path, error), error);
-            return error ? std::filesystem::path(path).lexically_normal() : resolved;
-        };
         std::set<std::filesystem::path> outputs{plain(options.output)};
         for (const auto& [format, path] : options.reports) {
             refuseInput(options, "--format " + format, path, comesInLines(format));
@@ -193,10 +185,19 @@ private:
         }
     }
 
+    // What the system cannot resolve is no other file for that.
+    static std::filesystem::path plain(const std::filesystem::path& path) {
+        std::error_code error;
+        const auto resolved = path.empty() ? std::filesystem::path()
+                                           : std::filesystem::weakly_canonical(
+                                                 std::filesystem::absolute(path, error), error);
+        return error ? path.lexically_normal() : resolved;
+    }
+
     // What comes in lines is there while folders are still to be read.
     static void refuseInput(const Options& options, const std::string& option,
                             const std::filesystem::path& output, bool comesEarly) {
-        if (output.empty()) {
+        if (output.empty() || output == "-") {
             return;
         }
         std::error_code ignored;
@@ -205,7 +206,9 @@ private:
         const auto refuse = [&](const std::filesystem::path& input) {
             const bool isInFolder =
                 (comesEarly || exists) && std::filesystem::equivalent(folder, input, ignored);
-            if (isInFolder || (exists && std::filesystem::equivalent(output, input, ignored))) {
+            const bool isSame = exists ? std::filesystem::equivalent(output, input, ignored)
+                                       : plain(output) == plain(input);
+            if (isInFolder || isSame) {
                 throw CLI::ValidationError(option + " '" + output.string() + "' is an input",
                                            "give another path");
             }

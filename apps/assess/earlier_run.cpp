@@ -20,7 +20,7 @@ std::string fileToResume(const Options& options) {
     if (files.size() != 1) {
         throw WrongUsage("--resume needs the one file to go on with: --format jsonl=FILE");
     }
-    if (needsAllOutcomes(options)) {
+    if (needsAllOutcomes(options) || showsLines(options)) {
         throw WrongUsage(
             "--resume goes with --format jsonl=FILE and the table alone: other results need all "
             "of what was done before");

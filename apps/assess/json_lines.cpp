@@ -6,13 +6,10 @@
 #include <system_error>
 
 namespace assess {
-namespace {
 
 bool showsLines(const Options& options) {
     return comesInLines(options.format) && (options.output.empty() || options.output == "-");
 }
-
-}  // namespace
 
 std::vector<std::string> jsonLineFiles(const Options& options) {
     std::vector<std::string> paths;

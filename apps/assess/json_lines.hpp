@@ -17,6 +17,9 @@ inline bool comesInLines(const std::string& format) {
     return format == "jsonl";
 }
 
+/// Whether they are what the run shows on standard output.
+bool showsLines(const Options& options);
+
 /// The files that lines go to, without standard output.
 std::vector<std::string> jsonLineFiles(const Options& options);
 

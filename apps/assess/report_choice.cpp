@@ -17,6 +17,9 @@ std::string reportProblem(const std::string& text) {
     if (std::find(known.begin(), known.end(), name) == known.end()) {
         return "'" + name + "' is none of the formats " + vorm::evaluation::listed(known);
     }
+    if (text.ends_with("=-")) {
+        return "'" + text + "' names no file; what goes to standard output is --format " + name;
+    }
     return text.ends_with('=') ? "'" + text + "' names no file" : std::string();
 }
 

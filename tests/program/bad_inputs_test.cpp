@@ -139,6 +139,8 @@ TEST_F(BadInputs, CommandLinesAreRefused) {
              {"run a.toml d.csv -f xml", {"xml", "junit"}},
              {"run a.toml d.csv -o ./d.csv", {"'./d.csv' is an input", "another path"}},
              {"run a.toml d.csv -o a.toml", {"'a.toml' is an input"}},
+             {"run a.toml d.csv later.csv -f jsonl=./later.csv", {"'./later.csv' is an input"}},
+             {"run a.toml d.csv -f jsonl=-", {"'jsonl=-' names no file", "--format jsonl"}},
              {"run a.toml d.csv -o ''", {"--output"}},
              {"run a.toml d.csv --intervals -1", {"--intervals"}},
              {"show a.toml a d.csv --margin nan", {"--margin", "nan"}},

@@ -147,7 +147,8 @@ TEST_F(Resume, RefusesLinesThatAreOfAnotherRun) {
     for (const char* const usage :
          {"--resume", "--resume -f jsonl", "--resume -f jsonl=one -f jsonl=two",
           "--resume -f jsonl=lines -f html=page", "--resume -f jsonl=lines -o table",
-          "--resume -f jsonl=lines --baseline lines", "- --resume -f jsonl=lines < fails.csv"}) {
+          "--resume -f jsonl=lines -f jsonl", "--resume -f jsonl=lines --baseline lines",
+          "- --resume -f jsonl=lines < fails.csv"}) {
         EXPECT_EQ(assess("run a.toml fails.csv " + std::string(usage)).exitCode, 2) << usage;
     }
     EXPECT_TRUE(

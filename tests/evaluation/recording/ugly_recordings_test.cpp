@@ -212,6 +212,22 @@ TEST(UglyRecordings, TimeColumns) {
     });
 }
 
+TEST(UglyRecordings, ClocksThatGoBackAfterThePartsWereCounted) {
+    const auto partOf = [](const std::string& content, std::size_t part) {
+        RecordingFile file = textFile("r.csv", content);
+        file.part = part;
+        file.parts = 2;
+        return errorOf([&] { readRecordingFiles("r", {file}, goingBack(TimesBack::Split)); });
+    };
+    const std::string counted = "t,v\n0,1\n1,2\n0,3\n1,4\n";
+    EXPECT_EQ(partOf(counted, 2), "no error");
+    EXPECT_EQ(partOf(counted + "2,5\n", 2), "no error") << "the last one has grown";
+    EXPECT_EQ(partOf(counted + "0,9\n", 1), "no error");
+    EXPECT_EQ(partOf(counted + "0,9\n", 2),
+              "r.csv:6:1: is where another recording begins that was not there when they were "
+              "counted\n  run again when nothing writes to the file any more");
+}
+
 TEST(UglyRecordings, ClocksThatGoBack) {
     const std::string back = "t,v\n0,1\n2,2\n1.0,3\n3,4\n2.5,5\n";
     expectOutcomes({

@@ -126,6 +126,7 @@ public:
         }
         RecordingSource source = queue_.at((*places_)[number].recording);
         source.part = (*places_)[number].part;
+        source.parts = (*places_)[number].parts;
         return source;
     }
 
@@ -139,16 +140,17 @@ private:
     struct Place {
         std::size_t recording;
         std::size_t part;
+        std::size_t parts;
     };
 
     void addPartsOf(std::size_t recording, const RecordingLayout& layout) {
         const RecordingSource source = queue_.at(recording);
         try {
             for (const RecordingSource& part : partsOf(source, layout)) {
-                add({recording, part.part}, part);
+                add({recording, part.part, part.parts}, part);
             }
         } catch (const InputError& error) {
-            if (add({recording, 0}, source)) {
+            if (add({recording, 0, 0}, source)) {
                 errors_.emplace(places_->size() - 1, error);
             }
         }

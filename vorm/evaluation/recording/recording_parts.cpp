@@ -39,7 +39,7 @@ std::vector<RecordingSource> partsOf(const RecordingSource& source, const Record
     const std::size_t count = partCountOf(table);
     std::vector<RecordingSource> parts;
     for (std::size_t part = 1; part <= count; ++part) {
-        parts.push_back({source.paths, part});
+        parts.push_back({source.paths, part, count});
     }
     return parts;
 }

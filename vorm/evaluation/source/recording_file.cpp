@@ -139,6 +139,7 @@ std::vector<RecordingFile> recordingFiles(const RecordingSource& source) {
     checkTwice(files);
     for (RecordingFile& file : files) {
         file.part = source.part;
+        file.parts = source.parts;
     }
     return files;
 }

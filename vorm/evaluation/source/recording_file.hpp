@@ -24,6 +24,7 @@ struct RecordingFile {
     bool isStandardInput = false;
     bool hasNamesake = false;  ///< another file of the recording has the same stem
     std::size_t part = 0;      ///< that of the RecordingSource
+    std::size_t parts = 0;     ///< those of the RecordingSource
 
     std::string name() const;  ///< without folder
     std::string stem() const;  ///< without folder and ending, of `a.csv.gz` as of `a.csv`

@@ -15,6 +15,8 @@ struct RecordingSource {
     std::vector<std::string> paths;
     /// Which of the recordings that one file is split into, from 1; 0: all of it.
     std::size_t part = 0;
+    /// How many there were when they were counted; 0: not known.
+    std::size_t parts = 0;
 
     /// For messages and reports: the paths as given, joined by `+`; `drive.csv, part 2`.
     std::string name() const;

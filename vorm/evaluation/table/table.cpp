@@ -254,6 +254,11 @@ bool Table::goToRow() {
             return true;
         }
         countPart();
+        if (part_ > file_.part && file_.part == file_.parts) {
+            failAt(rows_->where(times_.front().column()),
+                   "is where another recording begins that was not there when they were counted",
+                   "run again when nothing writes to the file any more");
+        }
         if (part_ >= file_.part) {
             return part_ == file_.part;
         }
