@@ -155,15 +155,13 @@ def give_up_on(work: Work, batch: Batch, whole: str) -> Part:
 
 
 def joined(batch: Batch, path: str, pieces: Sequence[Part]) -> Part:
-    """One part of all those that a batch was cut into, which it takes the place of."""
+    """One part of all those that a batch was cut into. These stay: the same recordings may be
+    another batch, too."""
     lines: list[str] = []
     for piece in sorted(pieces, key=lambda piece: piece.start):
         with open(piece.path, encoding="utf-8") as file:
             lines.extend(file)
     _write(path, lines)
-    for piece in pieces:
-        with contextlib.suppress(FileNotFoundError):
-            os.unlink(piece.path)
     return _part(batch, path)
 
 
